@@ -1,0 +1,30 @@
+# The flags for all targets stand here once: everything links kestrel_flags.
+add_library(kestrel_flags INTERFACE)
+target_compile_features(kestrel_flags INTERFACE cxx_std_20)
+target_include_directories(kestrel_flags INTERFACE ${PROJECT_SOURCE_DIR}/src ${PROJECT_BINARY_DIR}/generated)
+target_compile_options(kestrel_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wno-sign-conversion)
+# Bounds of the standard containers are checked in every build: the server is a stranger.
+target_compile_definitions(kestrel_flags INTERFACE _GLIBCXX_ASSERTIONS
+  QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_NO_KEYWORDS QT_NO_FOREACH
+  QT_STRICT_ITERATORS QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+if(KESTREL_WERROR)
+  target_compile_options(kestrel_flags INTERFACE -Werror)
+endif()
+if(KESTREL_SANITIZE)
+  target_compile_options(kestrel_flags INTERFACE -fsanitize=${KESTREL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(kestrel_flags INTERFACE -fsanitize=${KESTREL_SANITIZE})
+endif()
+if(KESTREL_FUZZ)
+  # The rooms tell the fuzzer which ways its input took.
+  target_compile_options(kestrel_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+configure_file(${PROJECT_SOURCE_DIR}/cmake/version.h.in ${PROJECT_BINARY_DIR}/generated/version.h @ONLY)
+
+# A room: a static library of all sources in src/<name>.
+# kestrel_room(<name> <what it links>...)
+function(kestrel_room name)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp)
+  add_library(kestrel_${name} STATIC ${sources})
+  target_link_libraries(kestrel_${name} PUBLIC kestrel_flags ${ARGN})
+endfunction()

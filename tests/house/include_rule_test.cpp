@@ -1,0 +1,105 @@
+// Reads the includes of every source below src/ and holds the table of who may include whom.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path sources = fs::path(KESTREL_SOURCE_DIR) / "src";
+
+using Rooms = std::set<std::string>;
+
+// docs/architecture.md shows the same table.
+const std::map<std::string, Rooms> mayInclude = {
+    {"base", {}},
+    {"theaters", {"base"}},
+    {"link", {"base", "theaters"}},
+    {"areas", {"base", "theaters"}},
+    {"tape", {"base", "theaters", "link"}},
+    {"falcon", {"base", "theaters", "areas"}},
+    {"radio", {"base", "theaters", "areas", "falcon"}},
+    {"map", {"base", "theaters", "link", "areas", "radio"}},
+    {"core", {"base", "theaters", "link", "areas", "tape", "falcon", "radio", "map"}},
+    {"platform", {"base", "falcon", "radio", "core"}},
+    {"shell", {"base", "theaters", "link", "areas", "tape", "falcon", "radio", "map", "core"}},
+};
+
+struct Include {
+  std::string File;  ///< below src/, forward slashes
+  std::string Room;  ///< of the file; empty for main.cpp
+  std::string What;  ///< as written between the quotes or brackets
+  bool Quoted = false;
+};
+
+std::vector<Include> AllIncludes() {
+  static const std::regex line(R"(^\s*#\s*include\s*(["<])([^">]+)[">])");
+  std::vector<Include> found;
+  for (const auto& entry : fs::recursive_directory_iterator(sources)) {
+    const auto extension = entry.path().extension();
+    if (extension != ".h" && extension != ".cpp") continue;
+    const fs::path below = fs::relative(entry.path(), sources);
+    const std::string room = std::distance(below.begin(), below.end()) > 1 ? below.begin()->string() : "";
+    std::ifstream file(entry.path());
+    std::smatch match;
+    for (std::string text; std::getline(file, text);) {
+      if (std::regex_search(text, match, line))
+        found.push_back({below.generic_string(), room, match[2], match[1] == "\""});
+    }
+  }
+  return found;
+}
+
+std::string RoomOf(const std::string& include) {
+  const std::size_t slash = include.find('/');
+  return slash == std::string::npos ? "" : include.substr(0, slash);
+}
+
+TEST(House, EveryRoomIncludesOnlyTheRoomsItMay) {
+  const std::vector<Include> includes = AllIncludes();
+  ASSERT_GT(includes.size(), 100U) << "the sources were not found";
+  for (const Include& include : includes) {
+    if (include.Room.empty() || !include.Quoted) continue;
+    const auto row = mayInclude.find(include.Room);
+    ASSERT_NE(row, mayInclude.end()) << "no row for the room of " << include.File;
+    const std::string room = RoomOf(include.What);
+    if (!mayInclude.contains(room) || room == include.Room) continue;
+    EXPECT_TRUE(row->second.contains(room)) << include.File << " includes " << include.What;
+  }
+}
+
+TEST(House, IncludesAreWrittenFromSrc) {
+  for (const Include& include : AllIncludes()) {
+    if (!include.Quoted) continue;
+    const bool generated =
+        include.What == "version.h" || include.What.starts_with("ui_") || include.What.ends_with(".moc");
+    EXPECT_TRUE(generated || fs::exists(sources / include.What)) << include.File << " includes " << include.What;
+  }
+}
+
+TEST(House, OnlyTheShellKnowsQt) {
+  for (const Include& include : AllIncludes()) {
+    if (include.Quoted || include.Room == "shell" || include.Room.empty()) continue;
+    const bool qt =
+        include.What.size() > 1 && include.What[0] == 'Q' && include.What[1] >= 'A' && include.What[1] <= 'Z';
+    EXPECT_FALSE(qt) << include.File << " includes " << include.What;
+  }
+}
+
+TEST(House, OnlyThePictureLoaderKnowsFreeImage) {
+  for (const Include& include : AllIncludes()) {
+    if (include.What == "FreeImage.h") {
+      EXPECT_EQ(include.File, "base/picture.cpp");
+    }
+  }
+}
+
+}  // namespace
