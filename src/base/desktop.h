@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace kestrel::base {
+
+enum class MessageIcon { None, Information, Question, Exclamation, Critical };
+enum class MessageButtons { Ok, YesNo, YesNoCancel };
+enum class Answer { Ok, Yes, No, Cancel };
+
+/// Seam: what the rooms ask of the person and of the windowing system. It alone sets ModalOpen and suspends the
+/// floating windows (ShowAllWindows) around each box. The scripted double in tests answers from a list and keeps what
+/// was shown.
+class Desktop {
+ public:
+  virtual ~Desktop() = default;
+  /// Shows a box, word for word, and waits for the answer. Closing it counts as Cancel, or No, or Ok, the last there
+  /// is.
+  virtual Answer Ask(std::string_view title, std::string_view text, MessageIcon icon, MessageButtons buttons) = 0;
+  /// Lets pending window events run once.
+  virtual void LetEventsRun() = 0;
+  /// Starts a file with an argument in a folder as the system's "open" verb does. The result is not examined.
+  virtual void Open(const std::string& file, const std::string& argument, const std::string& folder) = 0;
+  /// True while a dialog of the program is on the screen.
+  virtual bool ModalOpen() const = 0;
+
+  void Message(std::string_view title, std::string_view text, MessageIcon icon) {
+    Ask(title, text, icon, MessageButtons::Ok);
+  }
+};
+
+}  // namespace kestrel::base

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+// Finding, reading and writing files. Names are bytes of the code page as in the settings; folders are paths.
+namespace kestrel::base {
+
+/// Largest text or settings file that is read at all.
+inline constexpr std::size_t MaxTextFileBytes = 16 << 20;
+
+/// `name` below `folder`. Takes either slash, finds each step whatever its case (the simulator's folders on Linux); a
+/// step that does not exist stands as written. A name that leaves `folder` by ".." throws RuntimeFailure; an absolute
+/// name (leading slash or drive letter) is taken as it is.
+std::filesystem::path FindFile(const std::filesystem::path& folder, std::string_view name);
+
+bool FileExists(const std::filesystem::path& path);
+
+/// All bytes of a file. RuntimeFailure when it cannot be read or is larger than `limit`.
+std::string ReadWholeFile(const std::filesystem::path& path, std::size_t limit);
+
+/// Writes a neighbour file ("<name>.new"), flushes it to the disk and gives it the name, so that a full disk or a kill
+/// leaves the old file or the new one. RuntimeFailure when that fails; the neighbour is removed then.
+void WriteWholeFile(const std::filesystem::path& path, std::string_view bytes);
+
+/// Makes the folder and those above it when missing. RuntimeFailure when that fails.
+void MakeFolder(const std::filesystem::path& folder);
+
+/// Deletes a file if it is there. False when it is there and stays.
+bool DeleteFile(const std::filesystem::path& path);
+
+/// The last part of a path, for a message.
+std::string NameForMessage(const std::filesystem::path& path);
+
+/// The last part of a name with either slash.
+std::string_view BareName(std::string_view name);
+
+}  // namespace kestrel::base

@@ -1,0 +1,187 @@
+#include "base/picture.h"
+
+#include <FreeImage.h>
+
+#include <cstddef>
+#include <new>
+#include <string>
+
+#include "base/failure.h"
+#include "base/files.h"
+#include "base/picture_header.h"
+
+namespace kestrel::base {
+namespace {
+
+constexpr std::size_t MaxPictureFileBytes = std::size_t{256} << 20;
+constexpr std::uint32_t Opaque = 0xFF000000;
+
+struct Unload {
+  void operator()(FIBITMAP* bitmap) const { FreeImage_Unload(bitmap); }
+};
+using Bitmap = std::unique_ptr<FIBITMAP, Unload>;
+
+// What the library said last, for the text of a failure.
+thread_local std::string libraryMessage;
+
+void KeepMessage(FREE_IMAGE_FORMAT, const char* message) { libraryMessage = message; }
+
+FREE_IMAGE_FORMAT FormatOf(PictureKind kind) {
+  switch (kind) {
+    case PictureKind::Bmp:
+      return FIF_BMP;
+    case PictureKind::Jpeg:
+      return FIF_JPEG;
+    case PictureKind::Gif:
+      return FIF_GIF;
+    case PictureKind::Png:
+      return FIF_PNG;
+    case PictureKind::Dds:
+      return FIF_DDS;
+  }
+  return FIF_UNKNOWN;
+}
+
+int FlagsOf(PictureKind kind) {
+  switch (kind) {
+    case PictureKind::Jpeg:
+      return JPEG_ACCURATE;
+    case PictureKind::Png:
+      return PNG_IGNOREGAMMA;
+    default:
+      return 0;
+  }
+}
+
+Bitmap LoadBitmap(std::string_view bytes) {
+  FreeImage_SetOutputMessage(KeepMessage);
+  if (bytes.size() > MaxPictureFileBytes) throw RuntimeFailure("the picture is too large");
+  const PictureHeader header = ReadPictureHeader(bytes);
+  std::string cleaned;
+  if (header.Kind == PictureKind::Jpeg) bytes = cleaned = JpegWithoutMetadata(bytes);
+  libraryMessage.clear();
+  // The library only reads from memory that it is given so, whatever its signature says.
+  auto* data = reinterpret_cast<BYTE*>(const_cast<char*>(bytes.data()));
+  FIMEMORY* memory = FreeImage_OpenMemory(data, static_cast<DWORD>(bytes.size()));
+  Bitmap bitmap(FreeImage_LoadFromMemory(FormatOf(header.Kind), memory, FlagsOf(header.Kind)));
+  FreeImage_CloseMemory(memory);
+  if (!bitmap || !FreeImage_HasPixels(bitmap.get())) {
+    throw RuntimeFailure("the picture is damaged" + (libraryMessage.empty() ? "" : ": " + libraryMessage));
+  }
+  if (FreeImage_GetWidth(bitmap.get()) != header.Width || FreeImage_GetHeight(bitmap.get()) != header.Height) {
+    throw RuntimeFailure("the picture is damaged: its size is not the one of its header");
+  }
+  return bitmap;
+}
+
+/// One row of 48 or 64 bits for each pixel.
+template <class Pixel>
+void ConvertDeepRow(std::uint32_t* target, const BYTE* source, int width) {
+  const auto* pixel = reinterpret_cast<const Pixel*>(source);
+  for (int x = 0; x < width; ++x, ++pixel) {
+    target[x] = Opaque | (pixel->red >> 8u) << 16u | (pixel->green >> 8u) << 8u | pixel->blue >> 8u;
+  }
+}
+
+void ConvertGreyRow(std::uint32_t* target, const BYTE* source, int width) {
+  const auto* pixel = reinterpret_cast<const WORD*>(source);
+  for (int x = 0; x < width; ++x) target[x] = Opaque | (pixel[x] >> 8u) * 0x010101u;
+}
+
+/// One row of a standard bitmap. False when its depth is not known.
+bool ConvertPlainRow(BYTE* target, BYTE* source, int width, FIBITMAP* bitmap) {
+  RGBQUAD* palette = FreeImage_GetPalette(bitmap);
+  switch (FreeImage_GetBPP(bitmap)) {
+    case 1:
+      FreeImage_ConvertLine1To32(target, source, width, palette);
+      return true;
+    case 4:
+      FreeImage_ConvertLine4To32(target, source, width, palette);
+      return true;
+    case 8:
+      FreeImage_ConvertLine8To32(target, source, width, palette);
+      return true;
+    case 16:
+      if (FreeImage_GetGreenMask(bitmap) == FI16_565_GREEN_MASK) {
+        FreeImage_ConvertLine16To32_565(target, source, width);
+      } else {
+        FreeImage_ConvertLine16To32_555(target, source, width);
+      }
+      return true;
+    case 24:
+      FreeImage_ConvertLine24To32(target, source, width);
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool ConvertRow(std::uint32_t* target, BYTE* source, int width, FIBITMAP* bitmap) {
+  switch (FreeImage_GetImageType(bitmap)) {
+    case FIT_BITMAP:
+      return ConvertPlainRow(reinterpret_cast<BYTE*>(target), source, width, bitmap);
+    case FIT_UINT16:
+      ConvertGreyRow(target, source, width);
+      return true;
+    case FIT_RGB16:
+      ConvertDeepRow<FIRGB16>(target, source, width);
+      return true;
+    case FIT_RGBA16:
+      ConvertDeepRow<FIRGBA16>(target, source, width);
+      return true;
+    default:
+      return false;
+  }
+}
+
+/// The bitmap's own pixels, turned in place: no second copy of a large picture.
+Picture TakeOver(Bitmap bitmap) {
+  FIBITMAP* held = bitmap.get();
+  FreeImage_FlipVertical(held);
+  const int width = static_cast<int>(FreeImage_GetWidth(held));
+  const int height = static_cast<int>(FreeImage_GetHeight(held));
+  const int stride = static_cast<int>(FreeImage_GetPitch(held));
+  BYTE* pixels = FreeImage_GetBits(held);
+  for (int y = 0; y < height; ++y) {
+    auto* row = reinterpret_cast<std::uint32_t*>(pixels + std::ptrdiff_t{y} * stride);
+    for (int x = 0; x < width; ++x) row[x] |= Opaque;
+  }
+  return Picture(width, height, stride, pixels, std::shared_ptr<void>(bitmap.release(), [](void* owned) {
+                   FreeImage_Unload(static_cast<FIBITMAP*>(owned));
+                 }));
+}
+
+Picture Convert(Bitmap bitmap) {
+  FIBITMAP* held = bitmap.get();
+  if (FreeImage_GetImageType(held) == FIT_BITMAP && FreeImage_GetBPP(held) == 32) return TakeOver(std::move(bitmap));
+  const int width = static_cast<int>(FreeImage_GetWidth(held));
+  const int height = static_cast<int>(FreeImage_GetHeight(held));
+  const auto count = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+  std::shared_ptr<std::uint32_t[]> pixels(new (std::nothrow) std::uint32_t[count]);
+  if (!pixels) throw RuntimeFailure("no memory for the picture");
+  for (int y = 0; y < height; ++y) {
+    // The library's rows begin at the bottom.
+    auto* target = pixels.get() + std::ptrdiff_t{y} * width;
+    if (!ConvertRow(target, FreeImage_GetScanLine(held, height - 1 - y), width, held)) {
+      throw RuntimeFailure("the picture's kind of pixels is not known");
+    }
+  }
+  const auto* top = reinterpret_cast<const std::uint8_t*>(pixels.get());
+  return Picture(width, height, width * 4, top, std::shared_ptr<void>(pixels, pixels.get()));
+}
+
+}  // namespace
+
+Picture LoadPicture(const std::filesystem::path& path) {
+  Bitmap bitmap;
+  {
+    // The file's bytes go before the pixels are converted.
+    const std::string bytes = ReadWholeFile(path, MaxPictureFileBytes);
+    bitmap = LoadBitmap(bytes);
+  }
+  return Convert(std::move(bitmap));
+}
+
+Picture DecodePicture(std::string_view bytes) { return Convert(LoadBitmap(bytes)); }
+
+}  // namespace kestrel::base

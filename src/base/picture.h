@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+namespace kestrel::base {
+
+/// Largest side of a picture that is loaded, in pixels. Pictures beyond it are refused before their pixels are
+/// allocated.
+inline constexpr int MaxPictureSide = 16384;
+
+/// A picture in memory: rows from the top, `Stride` bytes apart, each pixel 32 bits 0xFFRRGGBB in the machine's order.
+/// The pixels are shared by copies and never change.
+class Picture {
+ public:
+  Picture() = default;
+  /// Takes the pixels: `height` rows of `stride` bytes, the first row on top; `owner` keeps them alive.
+  Picture(int width, int height, int stride, const std::uint8_t* pixels, std::shared_ptr<void> owner)
+      : Width(width), Height(height), Stride(stride), Pixels(pixels), keeper(std::move(owner)) {}
+  bool Empty() const { return Width == 0; }
+
+  int Width = 0;                         ///< pixels
+  int Height = 0;                        ///< pixels
+  int Stride = 0;                        ///< bytes from one row to the next, positive
+  const std::uint8_t* Pixels = nullptr;  ///< the top row
+
+ private:
+  std::shared_ptr<void> keeper;
+};
+
+/// Loads a BMP, JPEG, GIF, PNG or DDS file, told by its first bytes. RuntimeFailure with a clear text when the file is
+/// missing, of another kind, damaged or too large.
+Picture LoadPicture(const std::filesystem::path& path);
+/// The same from the bytes of a file.
+Picture DecodePicture(std::string_view bytes);
+
+}  // namespace kestrel::base

@@ -1,0 +1,167 @@
+#include "base/files.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "base/failure.h"
+#include "temp_folder.h"
+
+namespace kestrel::base {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::string_literals;
+
+TEST(Files, FindFileTakesEitherSlashAndAnyCase) {
+  const test::TempFolder folder;
+  fs::create_directories(folder / "Data/Terrain");
+  test::WriteBytes(folder / "Data/Terrain/Theater.MAP", "x");
+  for (const char* name : {"Data/Terrain/Theater.MAP", "data\\TERRAIN\\theater.map", ".\\data//terrain/./THEATER.map",
+                           "data/missing/..\\terrain/theater.map"}) {
+    EXPECT_EQ(test::ReadBytes(FindFile(folder.Path(), name)), "x") << name;
+  }
+}
+
+TEST(Files, AMissingStepStandsAsWritten) {
+  const test::TempFolder folder;
+  fs::create_directory(folder / "Data");
+  EXPECT_EQ(FindFile(folder.Path(), "DATA/New File.txt").filename(), "New File.txt");
+  EXPECT_EQ(FindFile(folder.Path(), "other\\Deep.txt"), folder.Path() / "other" / "Deep.txt");
+  EXPECT_EQ(FindFile(folder.Path(), ""), folder.Path());
+}
+
+#ifndef _WIN32
+TEST(Files, TheExactSpellingWins) {
+  const test::TempFolder folder;
+  for (const char* name : {"name", "NAME", "Name"}) test::WriteBytes(folder / name, name);
+  EXPECT_EQ(test::ReadBytes(FindFile(folder.Path(), "Name")), "Name");
+  EXPECT_EQ(test::ReadBytes(FindFile(folder.Path(), "name")), "name");
+  // None is exact: always the same one.
+  EXPECT_EQ(test::ReadBytes(FindFile(folder.Path(), "nAmE")), "NAME");
+}
+
+TEST(Files, NamesInTheCodePageAreFoundInBothSpellings) {
+  const test::TempFolder folder;
+  test::WriteBytes(folder / "K\xC3\xB6ln.ini", "unicode");
+  test::WriteBytes(folder / "Z\xFCrich.ini", "bytes");
+  EXPECT_EQ(test::ReadBytes(FindFile(folder.Path(), "k\xF6LN.ini")), "unicode");
+  EXPECT_EQ(test::ReadBytes(FindFile(folder.Path(), "z\xFCrich.INI")), "bytes");
+}
+#endif
+
+TEST(Files, ANameNeverLeavesItsFolder) {
+  const test::TempFolder folder;
+  fs::create_directory(folder / "Data");
+  for (const char* name : {"..", "../x", "..\\x", "Data/../../x", "Data\\..\\..", "./../x", "a/b/../../../c",
+                           "Data/C:\\x", "file.txt:hidden"}) {
+    EXPECT_THROW(FindFile(folder.Path(), name), RuntimeFailure) << name;
+  }
+  EXPECT_THROW(FindFile(folder.Path(), "a\0b"s), RuntimeFailure);
+  EXPECT_EQ(FindFile(folder.Path(), "Data/../Data"), folder.Path() / "Data");
+  EXPECT_EQ(FindFile(folder.Path(), "..."), folder.Path() / "...");
+}
+
+TEST(Files, AnAbsoluteNameIsTakenAsItIs) {
+  const test::TempFolder folder;
+  EXPECT_EQ(FindFile(folder.Path(), "/somewhere/Else.txt"), fs::path("/somewhere/Else.txt"));
+  EXPECT_EQ(FindFile(folder.Path(), "C:\\Falcon\\x.txt"), fs::path("C:/Falcon/x.txt"));
+}
+
+TEST(Files, FileExistsIsForFilesOnly) {
+  const test::TempFolder folder;
+  test::WriteBytes(folder / "file", "");
+  EXPECT_TRUE(FileExists(folder / "file"));
+  EXPECT_FALSE(FileExists(folder.Path()));
+  EXPECT_FALSE(FileExists(folder / "missing"));
+  EXPECT_FALSE(FileExists(folder / "file/below"));
+}
+
+TEST(Files, ReadingKeepsToTheLimit) {
+  const test::TempFolder folder;
+  test::WriteBytes(folder / "file", "12345");
+  EXPECT_EQ(ReadWholeFile(folder / "file", 5), "12345");
+  EXPECT_THROW(ReadWholeFile(folder / "file", 4), RuntimeFailure);
+  EXPECT_THROW(ReadWholeFile(folder / "missing", 5), RuntimeFailure);
+  EXPECT_THROW(ReadWholeFile(folder.Path(), 5), RuntimeFailure);
+}
+
+TEST(Files, WritingReplacesTheWholeFile) {
+  const test::TempFolder folder;
+  const std::string binary = "a\0b\r\n\n\xFF"s;
+  WriteWholeFile(folder / "file", std::string(1000, 'x'));
+  WriteWholeFile(folder / "file", binary);
+  EXPECT_EQ(test::ReadBytes(folder / "file"), binary);
+  WriteWholeFile(folder / "file", "");
+  EXPECT_EQ(test::ReadBytes(folder / "file"), "");
+  EXPECT_FALSE(fs::exists(folder / "file.new"));
+}
+
+TEST(Files, ANeighbourLeftByAKilledProgramIsNoHindrance) {
+  const test::TempFolder folder;
+  test::WriteBytes(folder / "file.new", "half");
+  WriteWholeFile(folder / "file", "whole");
+  EXPECT_EQ(test::ReadBytes(folder / "file"), "whole");
+  EXPECT_FALSE(fs::exists(folder / "file.new"));
+}
+
+TEST(Files, WritingWhereNoFileCanBeThrows) {
+  const test::TempFolder folder;
+  fs::create_directory(folder / "folder");
+  test::WriteBytes(folder / "folder/inside", "kept");
+  EXPECT_THROW(WriteWholeFile(folder / "missing/file", "x"), RuntimeFailure);
+  EXPECT_THROW(WriteWholeFile(folder / "folder", "x"), RuntimeFailure);
+  EXPECT_FALSE(fs::exists(folder / "folder.new"));
+  EXPECT_EQ(test::ReadBytes(folder / "folder/inside"), "kept");
+}
+
+#ifndef _WIN32
+TEST(Files, ALinkKeepsStandingAndItsFileIsWritten) {
+  const test::TempFolder folder;
+  test::WriteBytes(folder / "real", "old");
+  fs::create_symlink("real", folder / "link");
+  WriteWholeFile(folder / "link", "new");
+  EXPECT_TRUE(fs::is_symlink(folder / "link"));
+  EXPECT_EQ(test::ReadBytes(folder / "real"), "new");
+}
+
+TEST(Files, TheRightsOfTheOldFileStay) {
+  const test::TempFolder folder;
+  test::WriteBytes(folder / "file", "old");
+  const fs::perms rights = fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_write;
+  fs::permissions(folder / "file", rights);
+  WriteWholeFile(folder / "file", "new");
+  EXPECT_EQ(fs::status(folder / "file").permissions(), rights);
+}
+#endif
+
+TEST(Files, MakeFolderMakesThoseAboveToo) {
+  const test::TempFolder folder;
+  MakeFolder(folder / "a/b/c");
+  MakeFolder(folder / "a/b/c");
+  EXPECT_TRUE(fs::is_directory(folder / "a/b/c"));
+  test::WriteBytes(folder / "file", "");
+  EXPECT_THROW(MakeFolder(folder / "file"), RuntimeFailure);
+  EXPECT_THROW(MakeFolder(folder / "file/below"), RuntimeFailure);
+}
+
+TEST(Files, DeleteFileIsContentWithAMissingFile) {
+  const test::TempFolder folder;
+  test::WriteBytes(folder / "file", "");
+  EXPECT_TRUE(DeleteFile(folder / "file"));
+  EXPECT_FALSE(fs::exists(folder / "file"));
+  EXPECT_TRUE(DeleteFile(folder / "file"));
+  fs::create_directories(folder / "full/inside");
+  EXPECT_FALSE(DeleteFile(folder / "full"));
+}
+
+TEST(Files, NamesAreCutOffTheirFolders) {
+  EXPECT_EQ(BareName("a/b\\c.txt"), "c.txt");
+  EXPECT_EQ(BareName("c.txt"), "c.txt");
+  EXPECT_EQ(BareName("a\\"), "");
+  EXPECT_EQ(BareName(""), "");
+  EXPECT_EQ(NameForMessage(fs::path("a") / "c.txt"), "c.txt");
+}
+
+}  // namespace
+}  // namespace kestrel::base

@@ -1,0 +1,213 @@
+#include "base/profile_file.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <random>
+#include <string>
+
+#include "base/failure.h"
+#include "base/files.h"
+#include "temp_folder.h"
+
+namespace kestrel::base {
+namespace {
+
+using namespace std::string_literals;
+
+struct Reading {
+  std::string Text;
+  std::string Value;  ///< of KEY in S, "default" being the default
+};
+
+TEST(ProfileFile, ValuesAreReadAsTheProfileInterfaceDoes) {
+  const Reading cases[] = {
+      {"", "default"},
+      {"[S]\r\nKEY=value\r\n", "value"},
+      {"[S]\nKEY=value", "value"},
+      {"[s]\nkey=value\n", "value"},
+      {"[ S ]\n \tKey\t = \t a value \t\n", "a value"},
+      {"  [S] ; comment\nKEY=value\n", "value"},
+      {"[S]rest]\nKEY=value\n", "value"},
+      {"[S\nKEY=value\n", "value"},
+      {"[S]\nKEY=\n", "default"},
+      {"[S]\nKEY= \t \n", "default"},
+      {"[S]\nKEY=\"\"\n", "default"},
+      {"[S]\nKEY=''\n", "default"},
+      {"[S]\nKEY\n", "default"},
+      {"[S]\n=value\n", "default"},
+      {"[S]\n;KEY=comment\nKEY=value\n", "value"},
+      {"[S]\n  ;KEY=comment\n", "default"},
+      {"[S]\nKEY=value;no comment\n", "value;no comment"},
+      {"[S]\nKEY=a=b=c\n", "a=b=c"},
+      {"[S]\nKEY=\"quoted\"\n", "quoted"},
+      {"[S]\nKEY='quoted'\n", "quoted"},
+      {"[S]\nKEY=\"  kept  \"\n", "  kept  "},
+      {"[S]\nKEY=\"\"twice\"\"\n", "\"twice\""},
+      {"[S]\nKEY=\"open\n", "\"open"},
+      {"[S]\nKEY=\"mixed'\n", "\"mixed'"},
+      {"[S]\nKEY=\"\n", "\""},
+      {"[S]\nKEY=first\nKEY=second\n", "first"},
+      {"[S]\nKEY=first\n[T]\nKEY=other\n[S]\nKEY=second\n", "first"},
+      {"[S]\nA=1\n[S]\nKEY=second\n", "default"},
+      {"KEY=nowhere\n[T]\nKEY=other\n", "default"},
+      {"\"banner [S] KEY=value\"\r\n[S]\r\nKEY=value\r\n", "value"},
+      {"[S]\n\"KEY=banner\"\nKEY=value\n", "value"},
+      {"\n\n[S]\n\n\nunknown\n\nKEY=value\n", "value"},
+      {"[S]\nKEY=a\rb\n", "a\rb"},
+      {"[S]\nKEY=\xE4\xFF\x80\n", "\xE4\xFF\x80"},
+      {"[S]\n\0\0\nKEY=value\n\0"s, "value"},
+  };
+  for (const Reading& reading : cases) {
+    EXPECT_EQ(ProfileFile(reading.Text).ReadIniValue("S", "KEY", "default"), reading.Value) << reading.Text;
+  }
+}
+
+TEST(ProfileFile, NamesAreMatchedWithoutCase) {
+  ProfileFile file;
+  file.WriteIniValue("Options", "Foo", "1");
+  EXPECT_EQ(file.ReadIniValue("OPTIONS", "FOO", ""), "1");
+  EXPECT_EQ(file.ReadIniValue("options", "foo", ""), "1");
+  EXPECT_TRUE(file.HasSection("oPTIONS"));
+  EXPECT_FALSE(file.HasSection("OPTION"));
+  file.WriteIniValue("OPTIONS", "FOO", "2");
+  EXPECT_EQ(file.Text(), "[Options]\r\nFoo=2\r\n");
+}
+
+TEST(ProfileFile, ValuesAreCutAt749Characters) {
+  for (const std::size_t length : {748u, 749u, 750u, 751u, 5000u}) {
+    const ProfileFile file("[S]\nKEY=" + std::string(length, 'x') + "\n");
+    EXPECT_EQ(file.ReadIniValue("S", "KEY", "").size(), std::min<std::size_t>(length, 749)) << length;
+  }
+  const ProfileFile quoted("[S]\nKEY=\"" + std::string(749, 'x') + "\"\n");
+  EXPECT_EQ(quoted.ReadIniValue("S", "KEY", ""), std::string(749, 'x'));
+}
+
+TEST(ProfileFile, ALongValueIsKeptWholeInTheFile) {
+  const std::string text = "[S]\r\nKEY=" + std::string(2000, 'x') + "\r\n";
+  EXPECT_EQ(ProfileFile(text).Text(), text);
+}
+
+TEST(ProfileFile, WritingReplacesInPlaceAndKeepsTheRest) {
+  ProfileFile file(
+      "\"KESTREL v1.0.0 Main INI File\"\r\n; note\r\n[A]\r\nONE=1\r\n; of two\r\nTwo = "
+      "2\r\nunknown\r\n\r\n[B]\r\nONE=b\r\n");
+  file.WriteIniValue("a", "TWO", "22");
+  file.WriteIniValue("A", "THREE", "3");
+  file.WriteIniValue("C", "NEW", "4");
+  EXPECT_EQ(
+      file.Text(),
+      "\"KESTREL v1.0.0 Main INI File\"\r\n; note\r\n[A]\r\nONE=1\r\n; of two\r\nTwo=22\r\nunknown\r\nTHREE=3\r\n\r\n"
+      "[B]\r\nONE=b\r\n[C]\r\nNEW=4\r\n");
+}
+
+TEST(ProfileFile, WritingMeetsTheFirstSectionAndTheFirstKey) {
+  ProfileFile file("[S]\nK=1\nK=2\n[S]\nK=3\n");
+  file.WriteIniValue("S", "K", "9");
+  file.WriteIniValue("S", "L", "8");
+  EXPECT_EQ(file.Text(), "[S]\r\nK=9\r\nK=2\r\nL=8\r\n[S]\r\nK=3\r\n");
+}
+
+TEST(ProfileFile, TheBannerIsLine1AndIgnored) {
+  ProfileFile file;
+  file.AppendLine("\"KESTREL v1.0.0 Main INI File\"");
+  file.WriteIniValue("LOG", "DEBUG", "0");
+  EXPECT_EQ(file.Text(), "\"KESTREL v1.0.0 Main INI File\"\r\n[LOG]\r\nDEBUG=0\r\n");
+  EXPECT_EQ(ProfileFile(file.Text()).ReadIniValue("LOG", "DEBUG", ""), "0");
+}
+
+TEST(ProfileFile, ValuesComeBackAsHeld) {
+  for (const std::string& value :
+       {""s, "plain"s, " led"s, "trailed "s, "\ttab\t"s, " "s, "\"quoted\""s, "'quoted'"s, "\""s, "'"s, "\"\""s, "'\""s,
+        "\"a\" and \"b\""s, " \"x\" "s, "a=b"s, ";c"s, "[d]"s, "\xFF\x80"s, std::string(749, 'z')}) {
+    ProfileFile file;
+    file.WriteIniValue("S", "BEFORE", "1");
+    file.WriteIniValue("S", "KEY", value);
+    file.WriteIniValue("S", "AFTER", "2");
+    const ProfileFile again(file.Text());
+    EXPECT_EQ(again.ReadIniValue("S", "KEY", ""), value);
+    EXPECT_EQ(file.ReadIniValue("S", "KEY", ""), value);
+    EXPECT_EQ(again.ReadIniValue("S", "AFTER", ""), "2");
+    EXPECT_EQ(again.Text(), file.Text());
+  }
+}
+
+TEST(ProfileFile, APlainValueIsWrittenAsHeld) {
+  ProfileFile file;
+  file.WriteIniValue("MAP", "PIC", "My \"big\" map.gif");
+  EXPECT_EQ(file.Text(), "[MAP]\r\nPIC=My \"big\" map.gif\r\n");
+}
+
+TEST(ProfileFile, LineEndsAndNulsInAValueBecomeBlanks) {
+  ProfileFile file;
+  file.WriteIniValue("S", "KEY", "a\r\n[T]\nEVIL=1\0b"s);
+  EXPECT_EQ(file.Text(), "[S]\r\nKEY=a  [T] EVIL=1 b\r\n");
+}
+
+TEST(ProfileFile, NamesThatTheFileCannotHoldAreRefused) {
+  ProfileFile file;
+  for (const char* key : {"", " ", ";K", "[K", "\"K", "K=L", "K\nL", "K\rL"}) {
+    EXPECT_THROW(file.WriteIniValue("S", key, "1"), RuntimeFailure) << key;
+  }
+  for (const char* section : {"S]", "S\nT"}) {
+    EXPECT_THROW(file.WriteIniValue(section, "K", "1"), RuntimeFailure) << section;
+  }
+  EXPECT_EQ(file.Text(), "");
+}
+
+TEST(ProfileFile, LoadingAMissingFileGivesAnEmptyProfile) {
+  const test::TempFolder folder;
+  const ProfileFile file = ProfileFile::Load(folder / "missing.ini");
+  EXPECT_EQ(file.ReadIniValue("OPTIONS", "connport", "5556"), "5556");
+  EXPECT_EQ(ProfileFile::Load(folder / "missing/missing.ini").Text(), "");
+}
+
+TEST(ProfileFile, LoadingTakesEmptyAndBinaryFiles) {
+  const test::TempFolder folder;
+  test::WriteBytes(folder / "empty.ini", "");
+  EXPECT_EQ(ProfileFile::Load(folder / "empty.ini").Text(), "");
+  std::mt19937 random(1);
+  std::string binary;
+  for (int i = 0; i < 100000; ++i) binary += static_cast<char>(random());
+  test::WriteBytes(folder / "binary.ini", binary + "\n[S]\nKEY=found\n");
+  EXPECT_EQ(ProfileFile::Load(folder / "binary.ini").ReadIniValue("S", "KEY", ""), "found");
+}
+
+TEST(ProfileFile, LoadingRefusesHugeFilesAndFolders) {
+  const test::TempFolder folder;
+  test::WriteBytes(folder / "huge.ini", std::string(MaxTextFileBytes + 1, '\n'));
+  EXPECT_THROW(ProfileFile::Load(folder / "huge.ini"), RuntimeFailure);
+  EXPECT_THROW(ProfileFile::Load(folder.Path()), RuntimeFailure);
+}
+
+TEST(ProfileFile, SavedFilesAreLoadedAgain) {
+  const test::TempFolder folder;
+  ProfileFile file;
+  file.WriteIniValue("S", "KEY", "value");
+  file.Save(folder / "a.ini");
+  EXPECT_EQ(test::ReadBytes(folder / "a.ini"), "[S]\r\nKEY=value\r\n");
+  EXPECT_EQ(ProfileFile::Load(folder / "a.ini").Text(), file.Text());
+}
+
+double SecondsToBuild(int sections) {
+  const auto start = std::chrono::steady_clock::now();
+  ProfileFile file;
+  for (int n = 1; n <= sections; ++n) {
+    const std::string section = "BULLS" + std::to_string(n);
+    for (const char* key : {"NAME", "X", "Y"}) file.WriteIniValue(section, key, "1");
+  }
+  const ProfileFile again(file.Text());
+  for (int n = 1; n <= sections; ++n) EXPECT_EQ(again.ReadIniValue("BULLS" + std::to_string(n), "Y", ""), "1");
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+TEST(ProfileFile, ManySectionsTakeLinearTime) {
+  SecondsToBuild(2000);
+  const double small = SecondsToBuild(2000);
+  const double large = SecondsToBuild(20000);
+  // Ten times the work; a search through all sections would take a hundred times as long.
+  EXPECT_LT(large, 40 * small);
+}
+
+}  // namespace
+}  // namespace kestrel::base
