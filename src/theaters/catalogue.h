@@ -1,0 +1,45 @@
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "theaters/theater.h"
+
+// The rules of the catalogue: which bullseye counts, file names of a theater, adding and deleting.
+namespace kestrel::theaters {
+
+/// The current bullseye, or the middle of the map when the theater has none (an index out of range counts as none),
+/// with Y turned over: Size - Y.
+DownPoint CurrentBullseye(const Theater& theater);
+
+/// Extent that a theater gets when its file has none that can be used, map units.
+inline constexpr double DefaultSize = 1024;
+
+/// Puts right what would divide by zero or point nowhere: a Size or PicSize that is not above 0 or not finite becomes
+/// DefaultSize; CurrentBull outside Bulls becomes 1 (0 without bullseyes). True when something had to be changed.
+bool MendTheater(Theater& theater);
+
+/// The data files beside the theater's settings file and picture, by what follows "<Name>": the order of deletion.
+inline constexpr std::array<std::string_view, 4> DataFileEnds = {"_Areas.dat", "_Elevation.dat", "_ViewShort.dat",
+                                                                 "_Frequencies.dat"};
+/// `<Name>` + `end`, relative to Theaters. `Name` as it stands: a "/" in it makes a folder step.
+std::string DataFile(const Theater& theater, std::string_view end);
+
+/// `name` without the characters that no file name may hold (double quote | > < ? * : \ /); "New" when nothing remains.
+std::string CleanFileName(std::string_view name);
+/// The stem for a new file in `folder`: the cleaned name, with "(" n ")" behind it for the lowest n from 1 whose file
+/// does not exist when the plain one does. `end` is ".ini" or ".gif"; each is counted on its own.
+std::string NewFileName(const std::filesystem::path& folder, std::string_view name, std::string_view end);
+
+/// Appends a bullseye and makes it current. RuntimeFailure, with nothing changed, when 16 bits cannot point at it.
+void AddBullseye(Theater& theater, Bullseye bullseye);
+/// Takes out bullseye `row`, which is not the current one; a CurrentBull above it goes down by one.
+void RemoveBullseye(Theater& theater, std::size_t row);
+/// Takes out theater `row`, which is not the current one; a CurrentTheater above it goes down by one. Its files in
+/// `folder` (settings file, picture, data files, in this order) are deleted where they exist; a name that leaves
+/// `folder` is left alone.
+void RemoveTheater(Catalogue& catalogue, std::size_t row, const std::filesystem::path& folder);
+
+}  // namespace kestrel::theaters
