@@ -1,0 +1,238 @@
+// One cycle of 1,000 players and 2,000 AI aircraft in one arrival, through the session (cut, parsed and applied;
+// nothing drawn, log off), against a bare loop that cuts the same bytes and converts the same numbers. Then what a
+// message costs beside more clients and behind longer histories. All ratios come from one run.
+#include <algorithm>
+#include <charconv>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <functional>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/debug_log.h"
+#include "base/desktop.h"
+#include "link/session.h"
+
+namespace {
+
+using namespace kestrel;
+using Clock = std::chrono::steady_clock;
+
+constexpr int Players = 1000;
+constexpr int AIAircraft = 2000;
+constexpr int Cycles = 16;
+constexpr int Rounds = 400;
+
+class StillDesktop final : public base::Desktop {
+ public:
+  base::Answer Ask(std::string_view, std::string_view, base::MessageIcon, base::MessageButtons) override {
+    return base::Answer::Ok;
+  }
+  void LetEventsRun() override {}
+  void Open(const std::string&, const std::string&, const std::string&) override {}
+  bool ModalOpen() const override { return false; }
+};
+
+class StillHost final : public link::SessionHost {
+ public:
+  std::uint8_t ChooseChannel(std::uint8_t present) override { return present; }
+  void Refresh(base::Changed) override { ++Refreshes; }
+  int Refreshes = 0;
+};
+
+/// A connected socket that hands out one text.
+class TextSocket final : public link::Socket {
+ public:
+  void SetEvents(link::SocketEvents* receiver) override { events = receiver; }
+  link::SocketState State() const override { return link::SocketState::Connected; }
+  void Connect(const std::string&, std::int32_t) override {}
+  void Send(std::string_view) override {}
+  std::size_t Read(std::string& to, std::size_t limit) override {
+    const std::size_t count = std::min(limit, left.size());
+    to.append(left.substr(0, count));
+    left.remove_prefix(count);
+    return count;
+  }
+  void Close() override {}
+  void Arrive(std::string_view bytes) {
+    left = bytes;
+    events->OnDataArrival();
+  }
+
+ private:
+  link::SocketEvents* events = nullptr;
+  std::string_view left;
+};
+
+struct World {
+  base::SystemClock Time;
+  base::DebugLog Log{Time};
+  link::Capture Raw{Time};
+  link::Options Options;
+  link::SessionState State;
+  link::Tables Tables;
+  StillDesktop Desktop;
+  StillHost Host;
+  TextSocket Socket;
+  link::Session Session{Socket, Desktop, Host, Log, Raw, State, Tables, Options};
+};
+
+std::string Number(double value, int width, int decimals) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%0*.*f", width, decimals, value);
+  return text;
+}
+
+std::string Joining(int players) {
+  std::string text;
+  for (int id = 1; id <= players; ++id) {
+    text += "NEWCLT" + std::to_string(id) + "\x1ePilot" + std::to_string(id) + "\x1einfo\x1eO";
+    text += '\0';
+  }
+  return text;
+}
+
+std::string Positions(int players, std::mt19937& random) {
+  std::uniform_real_distribution<double> feet(0, 3'000'000);
+  std::vector<int> ids;
+  for (int id = 1; id <= players; ++id) ids.push_back(id);
+  std::shuffle(ids.begin(), ids.end(), random);
+  std::string text;
+  for (const int id : ids) {
+    text += "INDATA" + std::to_string(id) + "\x1e";
+    text += Number(feet(random), 12, 3) + Number(feet(random), 12, 3) + Number(feet(random) / 60, 12, 3);
+    text += '\0';
+  }
+  return text;
+}
+
+/// Flights of four with names as the simulator gives them, in an order of the server's own that stays from cycle to
+/// cycle.
+std::vector<std::string> AINames(std::mt19937& random) {
+  static const char* const calls[] = {"Viper",  "Cowboy", "Falcon", "Hound", "Jackal", "Lobo",  "Mig",    "Nomad",
+                                      "Plasma", "Rambo",  "Saber",  "Tiger", "Uzi",    "Venom", "Weasel", "Zulu"};
+  std::vector<std::string> names;
+  for (int i = 0; i < AIAircraft; ++i) {
+    const int flight = i / 4;
+    std::string name = calls[flight % 16] + std::to_string(flight / 16 + 1) + std::to_string(i % 4 + 1);
+    name.resize(10, ' ');
+    names.push_back(name);
+  }
+  std::shuffle(names.begin(), names.end(), random);
+  return names;
+}
+
+std::string Snapshot(const std::vector<std::string>& names, std::mt19937& random) {
+  std::uniform_int_distribution<int> bearing(0, 359), range(0, 400), altitude(0, 45);
+  std::string text = "AILOCA";
+  for (const std::string& name : names) {
+    text += name + Number(bearing(random), 3, 0) + Number(range(random), 3, 0) + Number(altitude(random), 2, 0);
+  }
+  text += '\0';
+  return text;
+}
+
+double sink = 0;
+
+template <class T>
+void Convert(std::string_view text) {
+  T value = 0;
+  std::from_chars(text.data(), text.data() + text.size(), value);
+  sink += static_cast<double>(value);
+}
+
+/// The bare loop: cut at NUL, convert the same numbers.
+void Bare(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const std::size_t end = bytes.find('\0');
+    const std::string_view message = bytes.substr(0, end);
+    bytes.remove_prefix(end + 1);
+    const std::string_view data = message.substr(6);
+    if (message.starts_with("INDATA")) {
+      const std::size_t separator = data.find('\x1e');
+      Convert<int>(data.substr(0, separator));
+      for (std::size_t i = 0; i < 3; ++i) Convert<double>(data.substr(separator + 1 + i * 12, 12));
+    } else if (message.starts_with("AILOCA")) {
+      for (std::size_t at = 0; at + 18 <= data.size(); at += 18) {
+        Convert<double>(data.substr(at + 10, 3));
+        Convert<double>(data.substr(at + 13, 3));
+        Convert<int>(data.substr(at + 16, 2));
+      }
+    }
+  }
+}
+
+double Microseconds(const std::function<void()>& work) {
+  const auto start = Clock::now();
+  work();
+  return std::chrono::duration<double, std::micro>(Clock::now() - start).count();
+}
+
+double Median(std::vector<double> values) {
+  std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
+  return values[values.size() / 2];
+}
+
+void OneCycle() {
+  std::mt19937 random(1);
+  World world;
+  for (int i = 1; i <= 64; ++i) world.Tables.FriendlyList.Append("Viper" + std::to_string(i));
+  world.Socket.Arrive(Joining(Players));
+  const std::vector<std::string> names = AINames(random);
+  std::vector<std::string> cycles;
+  for (int i = 0; i < Cycles; ++i) {
+    std::string cycle = Positions(Players, random) + Snapshot(names, random) + "SYNCRO";
+    cycle += '\0';
+    cycles.push_back(std::move(cycle));
+  }
+  std::vector<double> bare, whole;
+  for (int round = 0; round < Rounds; ++round) {
+    const std::string& cycle = cycles[static_cast<std::size_t>(round % Cycles)];
+    bare.push_back(Microseconds([&] { Bare(cycle); }));
+    whole.push_back(Microseconds([&] { world.Socket.Arrive(cycle); }));
+  }
+  std::printf("one cycle, %d players and %d AI aircraft (medians of %d):\n", Players, AIAircraft, Rounds);
+  std::printf("  bare loop %8.1f us\n  session   %8.1f us\n  ratio     %8.2f   (goal: at most 3)\n", Median(bare),
+              Median(whole), Median(whole) / Median(bare));
+}
+
+/// Nanoseconds for one INDATA with that many clients, each with that many earlier positions.
+double MessageCost(int players, int history) {
+  std::mt19937 random(2);
+  World world;
+  world.Socket.Arrive(Joining(players));
+  for (link::PlotRecord& client : world.Tables.Clients.Live()) {
+    client.History.Reserve(static_cast<std::size_t>(history) + 300);
+    for (int i = 0; i < history; ++i) client.History.Append({1.0 * i, 2.0 * i});
+  }
+  std::vector<std::string> cycles;
+  for (int i = 0; i < 4; ++i) cycles.push_back(Positions(players, random));
+  const int repeats = std::max(1, 20000 / players);
+  std::vector<double> costs;
+  for (int round = 0; round < 20; ++round) {
+    costs.push_back(Microseconds([&] {
+      for (int i = 0; i < repeats; ++i) world.Socket.Arrive(cycles[static_cast<std::size_t>(i % 4)]);
+    }));
+    // Back to the length that is measured, outside of the timing.
+    for (link::PlotRecord& client : world.Tables.Clients.Live()) {
+      while (client.History.UpperBound() > static_cast<std::size_t>(history))
+        client.History.Remove(client.History.UpperBound());
+    }
+  }
+  return Median(costs) * 1000 / (1.0 * repeats * players);
+}
+
+}  // namespace
+
+int main() {
+  OneCycle();
+  const double few = MessageCost(100, 10);
+  std::printf("one INDATA beside 100 clients %.0f ns; against it:\n", few);
+  std::printf("  1,000 clients             ratio %.2f\n", MessageCost(1000, 10) / few);
+  std::printf("  10,000 clients            ratio %.2f\n", MessageCost(10000, 10) / few);
+  std::printf("  10,000 earlier positions  ratio %.2f\n", MessageCost(100, 10000) / few);
+  return sink == 0 ? 1 : 0;
+}

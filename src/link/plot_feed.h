@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "link/options.h"
+#include "link/tables.h"
+#include "theaters/theater.h"
+
+// INDATA and AILOCA become the tables that the map draws.
+namespace kestrel::link {
+
+/// Generations of AI dots: one whose Age reaches this is dropped.
+inline constexpr int DroppedAge = 7;
+/// Colour of the dots of friendly AI aircraft: blue whatever AICOLOR_FRIENDS says. This stands.
+inline constexpr base::Colour FriendlyHistoryColour = 16711680;
+/// Characters of one AI record.
+inline constexpr std::size_t AIRecordLength = 18;
+
+/// Handles INDATA: moves one client; an Id that nobody holds moves the dummy in slot 0. RuntimeFailure, with nothing
+/// changed, for a missing field, an Id or an altitude that does not fit 16 bits, a position that is not finite. A speed
+/// beyond 16 bits (a respawn far away) is held at 32767.
+void GetAWACSPosData(std::string_view Data, std::int32_t SyncInterval, Tables& tables);
+
+/// Handles AILOCA after IncreasePlotHistories: replaces AIPlots by the snapshot in `Data`, sorted by name. `bullseye`:
+/// what bearings and ranges are relative to. A field that does not convert is 0; a last record of 9 to 17 characters
+/// counts.
+void ParseAI(std::string_view Data, theaters::DownPoint bullseye, Tables& tables);
+
+/// Ages the AI trail and adds the present AIPlots to it; `AICOLOR` is the colour of hostile dots.
+void IncreasePlotHistories(base::Colour AICOLOR, Tables& tables);
+
+/// Speed of a client in knots from its last History slot to its position, over `IntervalMs`; 0 without an interval,
+/// without PosText, or when that slot is exactly 0, 0.
+double CalcSpeed(const PlotRecord& client, std::int32_t IntervalMs);
+
+/// 14 digits in the order of the wire: (size - Y) then X, in feet, each "0000000". `size`: the theater's Size.
+std::string XYToFeetStr(double X, double Y, double size);
+
+/// Sorts AIPlots(Low..High) by Name, byte by byte, by plain partition exchange with the middle one as pivot (the order
+/// of equal names is the one that this gives).
+void SortAIPlots(Tables& tables, std::size_t Low, std::size_t High);
+
+/// True when an entry of FriendlyList holds the trimmed name less its last character (the number in the flight), by
+/// exact case; an empty name is held by any entry.
+bool IsFriendly(std::string_view name, const base::Table<std::string>& FriendlyList);
+
+/// A plot is shown from its second position on: PosText is not empty and not "0000.0000000.000".
+bool HasShownPosition(const PlotRecord& client);
+
+}  // namespace kestrel::link

@@ -1,0 +1,81 @@
+#include "link/roster.h"
+
+#include <string>
+#include <utility>
+
+#include "base/failure.h"
+#include "base/numbers.h"
+#include "base/text.h"
+#include "link/fields.h"
+
+namespace kestrel::link {
+namespace {
+
+/// What NEWCLT and PLSUPD carry.
+struct ClientFields {
+  std::int16_t Id;
+  std::string_view Name;
+  std::string_view Info;
+  std::string_view Status;
+};
+
+ClientFields ReadClient(std::string_view Data) {
+  const auto [id, name, info, status] = FirstFields<4>(Data);
+  return {base::Int16FromText(id), base::Trim(name), info, status};
+}
+
+void Store(const ClientFields& fields, PlotRecord& client) {
+  client.Label = "Airplane ";
+  base::AppendFormat(client.Label, fields.Id, "0");
+  client.Id = fields.Id;
+  client.ClientId = fields.Id;
+  client.Name = fields.Name;
+  client.Info = fields.Info;
+  client.Status = fields.Status;
+}
+
+/// True when `name` is `entry` followed by one digit.
+bool IsEntryWithDigit(std::string_view name, std::string_view entry) {
+  return name.size() == entry.size() + 1 && name.substr(0, entry.size()) == entry && name.back() >= '0' &&
+         name.back() <= '9';
+}
+
+}  // namespace
+
+void AddAWASCClient(std::string_view Data, bool showLabel, Tables& tables) {
+  if (tables.Clients.UpperBound() >= MaxClients) throw base::RuntimeFailure("the table of clients is full");
+  PlotRecord client;
+  Store(ReadClient(Data), client);
+  client.ShowLabel = showLabel;
+  tables.Clients.Append(std::move(client));
+  tables.IndexLast();
+}
+
+bool UpdateClientStatus(std::string_view Data, Tables& tables) {
+  const ClientFields fields = ReadClient(Data);
+  const std::size_t index = tables.FindClient(fields.Id);
+  if (index == 0) return false;
+  Store(fields, tables.Clients[index]);
+  return true;
+}
+
+std::size_t DelAWACSClient(std::string_view Data, Tables& tables) {
+  const std::size_t index = tables.FindClient(base::Int16FromText(FirstFields<1>(Data)[0]));
+  if (index == 0) return 0;
+  tables.Clients.Remove(index);
+  tables.RebuildIndex();
+  return index;
+}
+
+void AddToFriendlyList(std::string_view Name, Tables& tables) { tables.FriendlyList.Append(std::string(Name)); }
+
+void DeleteFromFriendlyList(std::string_view Name, Tables& tables) {
+  const std::string_view trimmed = base::Trim(Name);
+  base::Table<std::string> kept;
+  for (std::string& entry : tables.FriendlyList.Live()) {
+    if (entry != Name && !IsEntryWithDigit(trimmed, entry)) kept.Append(std::move(entry));
+  }
+  tables.FriendlyList = std::move(kept);
+}
+
+}  // namespace kestrel::link

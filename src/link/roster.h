@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "link/tables.h"
+
+// NEWCLT, PLSUPD, DELCLT and the friendly list. All throw RuntimeFailure before any change when the data has too few
+// fields or an Id that is no 16-bit number; further fields are ignored.
+namespace kestrel::link {
+
+/// Most clients of a session: indices of clients are 16-bit numbers, and no check for an Id that is there already
+/// bounds them.
+inline constexpr std::size_t MaxClients = 32767;
+
+/// NEWCLT: appends a client. No check for an Id that is there already is made. `showLabel` comes from the bullseye
+/// option, not from the one for labels of real players: this cross-over stands.
+void AddAWASCClient(std::string_view Data, bool showLabel, Tables& tables);
+
+/// PLSUPD: sets callsign (an edited one is lost: this stands), name, info and status of a client. False when nobody
+/// holds the Id.
+bool UpdateClientStatus(std::string_view Data, Tables& tables);
+
+/// DELCLT: takes the client out. Returns the index that it had, 0 when nobody holds the Id.
+std::size_t DelAWACSClient(std::string_view Data, Tables& tables);
+
+void AddToFriendlyList(std::string_view Name, Tables& tables);
+/// Takes out every entry equal to `Name` and every entry that is the trimmed `Name` less one last digit.
+void DeleteFromFriendlyList(std::string_view Name, Tables& tables);
+
+}  // namespace kestrel::link

@@ -1,0 +1,124 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/changed.h"
+#include "base/clock.h"
+#include "base/debug_log.h"
+#include "base/desktop.h"
+#include "link/capture.h"
+#include "link/line_protocol.h"
+#include "link/options.h"
+#include "link/socket.h"
+#include "link/tables.h"
+#include "theaters/theater.h"
+
+namespace kestrel::link {
+
+/// State of the session with the server.
+struct SessionState {
+  bool Connected = false;    ///< from the connect event to ConnectionEnd
+  std::uint8_t Channel = 1;  ///< 0 both sides, 1 blue, 2 red
+  SyncTimes Sync;
+  std::size_t SelectedPlot = 0;       ///< index in Clients of the client selected in the roster, 0 none
+  theaters::DownPoint Bull;           ///< what AI records are relative to; set by ReloadBulls
+  std::uint64_t DroppedMessages = 0;  ///< since the start
+};
+
+/// Seam: what the session asks of the station around it.
+class SessionHost {
+ public:
+  virtual ~SessionHost() = default;
+  /// Shows frmSelectChannel and waits for the choice; `present` is preselected.
+  virtual std::uint8_t ChooseChannel(std::uint8_t present) = 0;
+  /// Refreshes each marked view once. Called at the end of an arrival and before a box is shown.
+  virtual void Refresh(base::Changed what) = 0;
+};
+
+/// The session: socket events in, tables and Refresh out. Bytes -> InData -> ParseData -> Commands -> handlers. Not
+/// re-entered: what comes while one of its own dialogs is open (channel choice, message of the server's end) waits in
+/// order until it closes.
+class Session final : public SocketEvents {
+ public:
+  /// All references outlive the session.
+  Session(Socket& WS1, base::Desktop& desk, SessionHost& host, base::DebugLog& log, Capture& capture,
+          SessionState& state, Tables& tables, const Options& options);
+  ~Session() override;
+
+  /// Sends Command + Data + NUL when the socket is connected; writes the log line and pulses the lamp in any case.
+  void SendCommand(std::string_view Command, std::string_view Data);
+
+  /// Safe to call twice; ends the session's tables and state, not the socket.
+  void ConnectionEnd();
+  /// Menu entry Disconnect: AWAEND, close, ConnectionEnd.
+  void Disconnect();
+  /// A phonebook item, index into ConnList: leaves the present server, then connects.
+  void ConnectToEntry(std::size_t index);
+  /// Leaves the present server if any and connects to `host` at CONNPORT.
+  void ConnectTo(const std::string& host);
+  /// On the unload of the map window: AWAEND when the socket is not closed, pending events, close.
+  void Leave();
+
+  void OnConnect() override;
+  void OnDataArrival() override;
+  void OnClose() override;
+  void OnError(const std::string& description) override;
+
+ private:
+  struct Event {
+    enum class Kind { Connect, Data, Close, Error } What;
+    std::string Description;
+  };
+  /// A word of the server and what handles it; in session.cpp.
+  struct Word;
+  static const Word Words[];
+
+  void Queue(Event event);
+  void Handle(const Event& event);
+  void ConnectionStart();
+  void EndConnection();
+  void CloseSocket();
+  void DataArrival();
+  void HandleWhole();
+  void Dispatch(const CommandEntry& entry);
+  void NewClient(std::string_view Data);
+  void ClientStatus(std::string_view Data);
+  void ClientLeft(std::string_view Data);
+  void Position(std::string_view Data);
+  void Snapshot(std::string_view Data);
+  void Synchronise(std::string_view Data);
+  void ClosedByServer(std::string_view Data);
+  void TailTooLong();
+  void Flush();
+  void FlushUnlessBusy();
+  void Box(std::string_view title, std::string_view text, base::MessageIcon icon);
+
+  Socket& socket;
+  base::Desktop& desktop;
+  SessionHost& owner;
+  base::DebugLog& debugLog;
+  Capture& rawCapture;
+  SessionState& session;
+  Tables& plots;
+  const Options& settings;
+
+  InDataBuffer inData;
+  std::string arrived;  ///< the chunk just read
+  std::string whole;    ///< the messages being handled; Commands views into it
+  std::vector<CommandEntry> Commands;
+  std::deque<Event> waiting;  ///< in order of their coming
+  bool busy = false;          ///< an event is being handled, possibly with a dialog open
+  std::uint32_t closes = 0;   ///< how often the station itself has closed the socket
+  base::Changed pending = base::Changed::Nothing;
+};
+
+/// The caption of the frame: "KESTREL v1.0.0", with " - BLUE CHANNEL" and the like while connected.
+std::string FrameCaption(const SessionState& state);
+/// "KESTREL v" + major + "." + minor + "." + revision.
+std::string ProgramTitle();
+
+}  // namespace kestrel::link

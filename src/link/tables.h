@@ -1,0 +1,93 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "base/colour.h"
+#include "base/table.h"
+
+// The tables that the map draws and the tapes keep. A map unit is 3279.98 feet (the system's kilometre).
+namespace kestrel::link {
+
+/// Feet to the map unit. Not the exact kilometre; tapes and displays made with another value do not match.
+inline constexpr double FeetPerMapUnit = 3279.98;
+/// Map units to the nautical mile.
+inline constexpr double MapUnitsPerMile = 1.852;
+
+/// A position, map units, Y growing north.
+struct PlotPoint {
+  double X = 0;
+  double Y = 0;
+};
+
+/// One real player.
+struct PlotRecord {
+  std::string Status;   ///< "O", "X", "-"
+  std::int16_t Id = 0;  ///< session number
+  std::string Info;     ///< third field of NEWCLT and PLSUPD, kept as received
+  double X = 0;         ///< map units from the west edge
+  double Y = 0;         ///< map units from the south edge, growing north
+  std::string PosText;  ///< X and Y one update earlier, each "0000.000", joined; empty until the first INDATA
+  base::Colour Color = 0;
+  std::int16_t Altitude = 0;    ///< hundreds of feet
+  std::uint32_t Reserved1 = 0;  ///< carried on tapes
+  std::uint32_t Reserved2 = 0;  ///< carried on tapes
+  bool ShowLabel = false;
+  bool ShowAllHistory = false;
+  bool PlotVisible = true;
+  std::int16_t ClientId = 0;       ///< same as Id; not 0 marks a live record
+  std::string Label;               ///< callsign beside the plot
+  std::string Name;                ///< player name, trimmed
+  std::int16_t Speed = 0;          ///< knots
+  base::Table<PlotPoint> History;  ///< all earlier positions of the session, oldest first, slot 0 unused
+};
+
+/// One AI aircraft of the latest snapshot.
+struct AIPlotRecord {
+  std::string Name;           ///< 10 characters, blank padded, as received
+  double Bearing = 0;         ///< degrees from the bullseye
+  double Range = 0;           ///< nautical miles from the bullseye
+  std::int16_t Altitude = 0;  ///< hundreds of feet
+  float X = 0;                ///< map units from the west edge
+  float Y = 0;                ///< map units from the NORTH edge, growing downward
+  std::uint8_t Hostile = 0;   ///< 1 when the name is not on FriendlyList
+};
+
+/// One dot of an AI trail.
+struct AIHistoryPoint {
+  float X = 0;           ///< as in AIPlotRecord
+  float Y = 0;           ///< as in AIPlotRecord
+  std::uint8_t Age = 0;  ///< 1 for the latest
+  base::Colour Color = 0;
+};
+
+/// The real players with an index from Id to the first slot that holds it, so that a message costs the same however
+/// many there are. Change Id only through the roster's procedures.
+struct Tables {
+  base::Table<PlotRecord> Clients;
+  base::Table<AIPlotRecord> AIPlots;
+  base::Table<AIHistoryPoint> AIHistory;
+  base::Table<std::string> FriendlyList;  ///< names that count as friendly, slot 0 unused
+
+  /// Index in Clients of the first record with this Id, 0 when none: what a scan from slot 1 finds.
+  std::size_t FindClient(std::int16_t id) const;
+  /// To be called after Clients has been changed other than by appending.
+  void RebuildIndex();
+  /// To be called after a record has been appended.
+  void IndexLast();
+  /// Empties Clients, AIPlots and AIHistory, not FriendlyList.
+  void Empty();
+
+ private:
+  std::vector<std::uint32_t> slotOfId;  ///< by Id + 32768; empty until first used
+};
+
+/// The time of the server's cycle.
+struct SyncTimes {
+  std::int32_t SyncInterval = 0;  ///< milliseconds between the last two SYNCRO
+  std::uint32_t SyncLast = 0;     ///< tick count, milliseconds
+  std::uint32_t SyncNow = 0;      ///< tick count, milliseconds
+};
+
+}  // namespace kestrel::link

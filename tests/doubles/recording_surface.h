@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cmath>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "map/surface.h"
+
+// A surface that draws nothing and keeps every call, so that tests compare calls and numbers.
+namespace kestrel::test {
+
+struct SurfaceCall {
+  std::string What;
+  std::vector<double> Numbers;
+  base::Colour Color = 0;
+  int DrawWidth = 0;
+  std::string Text = {};
+};
+
+inline bool operator==(const SurfaceCall& a, const SurfaceCall& b) {
+  if (a.What != b.What || a.Text != b.Text || a.Color != b.Color || a.DrawWidth != b.DrawWidth) return false;
+  if (a.Numbers.size() != b.Numbers.size()) return false;
+  for (std::size_t index = 0; index < a.Numbers.size(); ++index) {
+    if (!(std::abs(a.Numbers[index] - b.Numbers[index]) <= 1e-6)) return false;
+  }
+  return true;
+}
+
+inline void PrintTo(const SurfaceCall& call, std::ostream* out) {
+  *out << call.What;
+  for (const double number : call.Numbers) *out << ' ' << number;
+  *out << " colour " << call.Color << " width " << call.DrawWidth << " \"" << call.Text << '"';
+}
+
+class RecordingSurface : public map::Surface {
+ public:
+  /// What every character measures, surface units.
+  static constexpr double CharacterWidth = 90;
+  static constexpr double LineHeight = 195;
+
+  void CopyPicture(const base::Picture&, const map::SourceRect& from) override {
+    Calls.push_back({"picture", {from.Left, from.Top, from.Width, from.Height}});
+  }
+  void Line(double x1, double y1, double x2, double y2, map::Pen pen) override {
+    Calls.push_back({"line", {x1, y1, x2, y2}, pen.Color, pen.DrawWidth});
+  }
+  void Circle(double x, double y, double radius, map::Pen pen) override {
+    Calls.push_back({"circle", {x, y, radius}, pen.Color, pen.DrawWidth});
+  }
+  void Arc(double x, double y, double radius, double from, double to, map::Pen pen) override {
+    Calls.push_back({"arc", {x, y, radius, from, to}, pen.Color, pen.DrawWidth});
+  }
+  void Dot(double x, double y, base::Colour color) override { Calls.push_back({"dot", {x, y}, color}); }
+  map::TextSize Measure(std::string_view text, const map::TextFont&) override {
+    return {CharacterWidth * static_cast<double>(text.size()), LineHeight};
+  }
+  void Print(std::string_view text, double x, double y, const map::TextFont& font, base::Colour color) override {
+    Calls.push_back({"print", {x, y}, color, 0, std::string(text)});
+    LastFontName = font.Name;
+    LastFontSize = font.Size;
+  }
+  void Capture() override { Calls.push_back({"capture", {}}); }
+  void Restore() override { Calls.push_back({"restore", {}}); }
+
+  /// The calls of one kind.
+  std::vector<SurfaceCall> Of(const std::string& what) const {
+    std::vector<SurfaceCall> found;
+    for (const SurfaceCall& call : Calls) {
+      if (call.What == what) found.push_back(call);
+    }
+    return found;
+  }
+
+  std::vector<SurfaceCall> Calls;
+  std::string LastFontName;
+  float LastFontSize = 0;
+};
+
+}  // namespace kestrel::test

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/desktop.h"
+
+namespace kestrel::doubles {
+
+/// A desktop without a screen: keeps every box that was asked for and answers from a list (Ok, or the last choice that
+/// the buttons offer, when the list is empty).
+class ScriptedDesktop final : public base::Desktop {
+ public:
+  struct Box {
+    std::string Title;
+    std::string Text;
+    base::MessageIcon Icon;
+    base::MessageButtons Buttons;
+  };
+  struct Opened {
+    std::string File;
+    std::string Argument;
+    std::string Folder;
+  };
+
+  base::Answer Ask(std::string_view title, std::string_view text, base::MessageIcon icon,
+                   base::MessageButtons buttons) override {
+    Boxes.push_back({std::string(title), std::string(text), icon, buttons});
+    modal = true;
+    if (WhileOpen) WhileOpen();
+    modal = false;
+    if (!Answers.empty()) {
+      const base::Answer answer = Answers.front();
+      Answers.pop_front();
+      return answer;
+    }
+    switch (buttons) {
+      case base::MessageButtons::YesNo:
+        return base::Answer::No;
+      case base::MessageButtons::YesNoCancel:
+        return base::Answer::Cancel;
+      case base::MessageButtons::Ok:
+        break;
+    }
+    return base::Answer::Ok;
+  }
+
+  void LetEventsRun() override {
+    ++EventRuns;
+    if (WhenEventsRun) WhenEventsRun();
+  }
+
+  void Open(const std::string& file, const std::string& argument, const std::string& folder) override {
+    Files.push_back({file, argument, folder});
+  }
+
+  bool ModalOpen() const override { return modal; }
+
+  std::vector<Box> Boxes;               ///< in the order shown
+  std::deque<base::Answer> Answers;     ///< used up from the front
+  std::vector<Opened> Files;            ///< what Open was called with
+  int EventRuns = 0;                    ///< calls of LetEventsRun
+  std::function<void()> WhileOpen;      ///< run while a box is on the screen
+  std::function<void()> WhenEventsRun;  ///< run inside LetEventsRun
+
+ private:
+  bool modal = false;
+};
+
+}  // namespace kestrel::doubles

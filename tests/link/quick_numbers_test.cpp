@@ -1,0 +1,54 @@
+#include "link/quick_numbers.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+#include <string>
+
+#include "base/numbers.h"
+
+namespace kestrel::link {
+namespace {
+
+TEST(QuickNumbers, ReadAsTheGeneralRoadDoes) {
+  const auto seed = std::random_device()();
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  std::mt19937 random(seed);
+  for (int round = 0; round < 200000; ++round) {
+    std::string text(random() % 18, ' ');
+    const auto kind = random() % 3;
+    for (char& c : text)
+      c = kind == 0 ? "0123456789"[random() % 10] : "0123456789.,-+e x"[random() % (kind == 1 ? 12 : 17)];
+    EXPECT_EQ(FeedNumber(text), base::InvariantNumber(text)) << text;
+    EXPECT_EQ(FeedNumberOrZero(text), base::WholeNumber(text).value_or(0)) << text;
+  }
+}
+
+TEST(QuickNumbers, PositionsAreWrittenAsTheGeneralRoadDoes) {
+  const auto seed = std::random_device()();
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  std::mt19937 random(seed);
+  std::uniform_real_distribution<double> near(-1, 10001);
+  const auto check = [](double value) {
+    std::string quick;
+    AppendPosition(quick, value);
+    EXPECT_EQ(quick, base::FormatInvariant(value, "0000.000")) << std::hexfloat << value;
+  };
+  for (int round = 0; round < 100000; ++round) {
+    check(near(random));
+    // On and beside the halves, where the rounding turns.
+    const double half = static_cast<double>(random() % 10000000) / 1000 + 0.0005;
+    check(half);
+    check(std::nextafter(half, 0));
+    check(half * (1 + 1e-13));
+    check(half + 1e-9);
+  }
+  for (const double value :
+       {0.0, -0.0, -0.0001, -5.0, 9998.9999, 9999.0, 9999.9995, 1e15, 1e300, -1e300, HUGE_VAL, std::nan("")}) {
+    check(value);
+  }
+}
+
+}  // namespace
+}  // namespace kestrel::link
