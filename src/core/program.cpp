@@ -1,0 +1,65 @@
+#include "core/program.h"
+
+#include <exception>
+#include <string>
+
+#include "base/numbers.h"
+#include "version.h"
+
+namespace kestrel::core {
+namespace {
+
+void EndStart(Program& program, std::string_view title, const std::string& text) {
+  program.State.Loading = false;
+  program.Desk.Message(title, text, base::MessageIcon::Critical);
+}
+
+std::string NoTheatersTitle() {
+  return "KESTRELS v" + base::FormatInvariant(VersionMajor, "0") + "." + base::FormatInvariant(VersionMinor, "0");
+}
+
+std::string StartFailureText(std::string_view where) {
+  return "An error ocurred while loading the initialization files (" + std::string(where) +
+         "). Please check these files, or reinstall the program. The program will exit now...";
+}
+
+}  // namespace
+
+void RunSteps(std::span<const Step> steps, Program& program) {
+  for (const Step& step : steps) {
+    if (step.Run) step.Run(program);
+  }
+}
+
+bool Main(Program& program) {
+  for (const Step& step : MainSteps()) {
+    try {
+      if (step.Run) step.Run(program);
+    } catch (const NoTheaters&) {
+      EndStart(program, NoTheatersTitle(), "No Theaters are installed. Exiting now...");
+      return false;
+    } catch (const std::exception& failure) {
+      program.Log.LogLine(std::string(step.What) + ": " + failure.what());
+      EndStart(program, "Error", StartFailureText(step.FailsAs));
+      return false;
+    }
+  }
+  return true;
+}
+
+void Close(Program& program) {
+  for (const Step& step : StopSteps()) {
+    try {
+      if (step.Run) step.Run(program);
+    } catch (const std::exception& failure) {
+      // The message about saving would lie over the box.
+      program.Shown.ShowSavingMessage(false);
+      program.Desk.Message(
+          link::ProgramTitle(),
+          "The station could not " + std::string(step.What) + ": " + failure.what() + ".\n\nThe closing goes on.",
+          base::MessageIcon::Exclamation);
+    }
+  }
+}
+
+}  // namespace kestrel::core

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "base/debug_log.h"
+#include "base/desktop.h"
+#include "base/failure.h"
+#include "core/station.h"
+#include "core/windows.h"
+#include "link/capture.h"
+#include "link/session.h"
+
+// The life of the process as lists of steps. A step whose window or file does not exist yet stands in its list without
+// a procedure, so that later work has its place.
+namespace kestrel::core {
+
+/// Everything that a step may touch.
+struct Program {
+  Station& State;
+  base::Desktop& Desk;
+  Windows& Shown;
+  base::DebugLog& Log;
+  link::Capture& Raw;
+  link::Session& Link;
+};
+
+struct Step {
+  std::string_view What;
+  void (*Run)(Program&) = nullptr;  ///< null: its window or file is not there yet
+  /// What the error box of the start names when this step fails.
+  std::string_view FailsAs = "Main";
+};
+
+/// Thrown by the step that loads the settings when no theater is left: ends the start with a box of its own.
+class NoTheaters : public base::RuntimeFailure {
+ public:
+  NoTheaters() : RuntimeFailure("no theaters are installed") {}
+};
+
+/// The start, from the entry to the first map.
+std::span<const Step> MainSteps();
+/// Load of the frame MDIForm1, run by Windows::ShowMainFrm.
+std::span<const Step> FrameLoadSteps();
+/// Load of the map window MainFrm, run after the frame's.
+std::span<const Step> MapLoadSteps();
+/// The closing of the frame.
+std::span<const Step> StopSteps();
+/// Unload of the map window, within the closing.
+std::span<const Step> MapUnloadSteps();
+
+/// Runs the steps that have a procedure, in order.
+void RunSteps(std::span<const Step> steps, Program& program);
+
+/// Runs MainSteps. False when the start ended with its message box (shown): the process then ends without saving.
+bool Main(Program& program);
+/// Runs StopSteps. A file that cannot be saved is told in a box and the closing goes on.
+void Close(Program& program);
+
+}  // namespace kestrel::core

@@ -1,0 +1,228 @@
+#include "core/settings.h"
+
+#include <algorithm>
+#include <exception>
+#include <limits>
+#include <type_traits>
+
+#include "base/failure.h"
+#include "base/files.h"
+#include "base/numbers.h"
+#include "base/profile_file.h"
+#include "map/view_short_file.h"
+#include "theaters/catalogue.h"
+#include "theaters/theater_file.h"
+#include "version.h"
+
+namespace kestrel::core {
+namespace {
+
+std::filesystem::path IniFile(const Station& station) { return base::FindFile(station.AppPath, "KESTREL.ini"); }
+
+std::string Numbered(std::string_view stem, std::size_t n) { return std::string(stem) + std::to_string(n); }
+
+/// False, with the field as it was, when the number does not fit it.
+template <class T>
+bool AssignNumber(T& field, double number) {
+  if constexpr (std::is_integral_v<T>) number = base::RoundHalfEven(number);
+  using Limits = std::numeric_limits<T>;
+  if (!(number >= static_cast<double>(Limits::lowest()) && number <= static_cast<double>(Limits::max()))) return false;
+  field = static_cast<T>(number);
+  return true;
+}
+
+bool Assign(const SettingsRow& row, std::string_view text) {
+  return std::visit(
+      [&](auto* field) {
+        using T = std::remove_pointer_t<decltype(field)>;
+        if constexpr (std::is_same_v<T, bool>) {
+          *field = text == "1";
+          return true;
+        } else if constexpr (std::is_same_v<T, std::string>) {
+          *field = text;
+          return true;
+        } else if constexpr (std::is_arithmetic_v<T>) {
+          return AssignNumber(*field,
+                              row.As == Reading::Invariant ? base::InvariantNumber(text) : base::LeadingNumber(text));
+        } else {
+          return true;  // the count of a table: read with its entries
+        }
+      },
+      row.Bound);
+}
+
+std::string Written(const SettingsRow& row) {
+  return std::visit(
+      [&](const auto* field) -> std::string {
+        using T = std::remove_cv_t<std::remove_pointer_t<decltype(field)>>;
+        if constexpr (std::is_same_v<T, bool>) {
+          return *field ? "1" : "0";
+        } else if constexpr (std::is_same_v<T, std::string>) {
+          return *field;
+        } else if constexpr (std::is_arithmetic_v<T>) {
+          return base::FormatInvariant(static_cast<double>(*field), row.Picture);
+        } else {
+          return base::FormatInvariant(static_cast<double>(field->UpperBound()), row.Picture);
+        }
+      },
+      row.Bound);
+}
+
+void ReadRows(const base::ProfileFile& ini, Station& station) {
+  for (const SettingsRow& row : SettingsTable(station)) {
+    if (row.Use == Access::WriteOnly) continue;
+    if (Assign(row, ini.ReadIniValue(row.Section, row.Key, row.ReadDefault))) continue;
+    Assign(row, row.ReadDefault);
+    station.Notes.push_back("KESTREL.ini, " + row.Section + ", " + row.Key + ": the number does not fit, \"" +
+                            row.ReadDefault + "\" is used");
+  }
+}
+
+/// A count as the file tells it, held within 0 and what a 16-bit index reaches.
+std::size_t Promised(const base::ProfileFile& ini, std::string_view section, std::string_view key) {
+  constexpr double most = std::numeric_limits<std::int16_t>::max();
+  const double count = base::RoundHalfEven(base::LeadingNumber(ini.ReadIniValue(section, key, "0")));
+  return static_cast<std::size_t>(std::clamp(count, 0.0, most));
+}
+
+/// Appends the theater of one MAP<n>. False when its file lies outside the folder of the theaters.
+bool AppendTheater(const std::string& name, Station& station) {
+  std::filesystem::path path;
+  try {
+    path = TheaterPath(station, name);
+  } catch (const base::RuntimeFailure& failure) {
+    station.Notes.push_back(std::string("A theater is skipped: ") + failure.what());
+    return false;
+  }
+  theaters::Theater theater = theaters::ReadTheaterFile(base::ProfileFile::Load(path), name);
+  if (theaters::MendTheater(theater)) {
+    station.Notes.push_back("Theater file " + name + ": SIZE, PICSIZE or CURRENTBULL cannot be used and was put right");
+  }
+  station.Catalogue.Theaters.Append(std::move(theater));
+  return true;
+}
+
+/// All theaters; `CurrentTheater` holds the file's number of the current one and is made an index into what was read.
+void ReadTheaters(const base::ProfileFile& ini, Station& station) {
+  theaters::Catalogue& catalogue = station.Catalogue;
+  const auto wanted = static_cast<std::size_t>(std::max<std::int16_t>(catalogue.CurrentTheater, 0));
+  catalogue.Theaters.Clear();
+  catalogue.CurrentTheater = 0;
+  const std::size_t promised = Promised(ini, "MAPS", "TOTALMAPS");
+  for (std::size_t n = 1; n <= promised; ++n) {
+    const std::string name = ini.ReadIniValue("MAPS", Numbered("MAP", n), "");
+    if (name.empty()) {
+      station.Notes.push_back(Numbered("KESTREL.ini: TOTALMAPS promises a theater that is not named: MAP", n));
+      break;
+    }
+    if (AppendTheater(name, station) && n == wanted) {
+      catalogue.CurrentTheater = static_cast<std::int16_t>(catalogue.Theaters.UpperBound());
+    }
+  }
+  if (catalogue.CurrentTheater == 0 && !catalogue.Theaters.Empty()) {
+    catalogue.CurrentTheater = 1;
+    station.Notes.push_back("KESTREL.ini: CURRENTMAP names no theater, the first is used");
+  }
+}
+
+void ReadPhonebook(const base::ProfileFile& ini, Station& station) {
+  base::Table<link::ConnEntry>& phonebook = station.LinkOptions.ConnList;
+  phonebook.Clear();
+  const std::size_t promised = Promised(ini, "CONNLIST", "NUM");
+  for (std::size_t n = 1; n <= promised; ++n) {
+    const std::string section = Numbered("CONNLIST", n);
+    if (!ini.HasSection(section)) {
+      station.Notes.push_back("KESTREL.ini: NUM promises a phonebook entry that is not there: " + section);
+      break;
+    }
+    phonebook.Append({ini.ReadIniValue(section, "NAME", ""), ini.ReadIniValue(section, "IP", "")});
+  }
+}
+
+void WritePhonebook(const link::Options& options, base::ProfileFile& ini) {
+  for (std::size_t n = 1; n <= options.ConnList.UpperBound(); ++n) {
+    const std::string section = Numbered("CONNLIST", n);
+    ini.WriteIniValue(section, "NAME", options.ConnList[n].Name);
+    ini.WriteIniValue(section, "IP", options.ConnList[n].Ip);
+  }
+}
+
+base::ProfileFile MainFile(const Station& station) {
+  base::ProfileFile ini;
+  ini.AppendLine(Banner("Main"));
+  // The rows point into the station for reading as well; here nothing is written through them.
+  for (const SettingsRow& row : SettingsTable(const_cast<Station&>(station))) {
+    if (row.Use != Access::ReadOnly) ini.WriteIniValue(row.Section, row.Key, Written(row));
+    if (!std::holds_alternative<base::Table<theaters::Theater>*>(row.Bound)) continue;
+    const base::Table<theaters::Theater>& theaters = station.Catalogue.Theaters;
+    for (std::size_t n = 1; n <= theaters.UpperBound(); ++n) {
+      ini.WriteIniValue(row.Section, Numbered("MAP", n), theaters[n].TheaterFile);
+    }
+  }
+  WritePhonebook(station.LinkOptions, ini);
+  return ini;
+}
+
+/// The saved views of the current theater. A "/" in the theater's name makes a folder.
+void SaveViewShorts(const Station& station) {
+  if (station.Catalogue.CurrentTheater == 0) return;
+  const std::filesystem::path path =
+      TheaterPath(station, theaters::DataFile(station.Catalogue.Current(), "_ViewShort.dat"));
+  base::MakeFolder(path.parent_path());
+  base::WriteWholeFile(path, map::WriteViewShorts(station.View.ViewShorts));
+}
+
+}  // namespace
+
+std::filesystem::path TheaterPath(const Station& station, std::string_view name) {
+  const std::filesystem::path folder = TheatersFolder(station);
+  const std::filesystem::path path = base::FindFile(folder, name);
+  // An absolute name would let a settings file be written anywhere.
+  if (std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first != folder.end()) {
+    throw base::RuntimeFailure("the name " + std::string(name) + " leaves the folder of the theaters");
+  }
+  return path;
+}
+
+std::string Banner(std::string_view kind) {
+  const auto number = [](int part) { return base::FormatInvariant(part, "0"); };
+  return "\"KESTREL v" + number(VersionMajor) + "." + number(VersionMinor) + "." + number(VersionRevision) + " " +
+         std::string(kind) + " INI File\"";
+}
+
+void LoadSavedVars(Station& station) {
+  const base::ProfileFile ini = base::ProfileFile::Load(IniFile(station));
+  ReadRows(ini, station);
+  ReadTheaters(ini, station);
+  ReadPhonebook(ini, station);
+}
+
+void SaveVars(const Station& station) {
+  std::string firstFailure;
+  const auto attempt = [&](auto save) {
+    try {
+      save();
+    } catch (const std::exception& failure) {
+      if (firstFailure.empty()) firstFailure = failure.what();
+    }
+  };
+  // The theater files first, so that the main file never names one that is not there yet.
+  for (const theaters::Theater& theater : station.Catalogue.Theaters.Live()) {
+    attempt([&] {
+      theaters::WriteTheaterFile(theater, Banner("Theater")).Save(TheaterPath(station, theater.TheaterFile));
+    });
+  }
+  attempt([&] { MainFile(station).Save(IniFile(station)); });
+  attempt([&] { SaveViewShorts(station); });
+  if (!firstFailure.empty()) throw base::RuntimeFailure(firstFailure);
+}
+
+void SaveConnList(const Station& station) {
+  base::ProfileFile ini = base::ProfileFile::Load(IniFile(station));
+  ini.WriteIniValue("CONNLIST", "NUM",
+                    base::FormatInvariant(static_cast<double>(station.LinkOptions.ConnList.UpperBound()), "0"));
+  WritePhonebook(station.LinkOptions, ini);
+  ini.Save(IniFile(station));
+}
+
+}  // namespace kestrel::core

@@ -1,0 +1,141 @@
+#include <exception>
+#include <filesystem>
+#include <string>
+
+#include "base/files.h"
+#include "core/program.h"
+#include "core/settings.h"
+#include "core/side_files.h"
+#include "core/theater_switch.h"
+#include "map/geometry.h"
+
+// The lists of the start: Main, the frame, the map window.
+namespace kestrel::core {
+namespace {
+
+void ClearFlags(Program& program) {
+  program.State.Session.Connected = false;
+  program.State.Session.Channel = 1;
+  program.State.Loading = false;
+  program.State.Plots.Empty();
+}
+
+void LoadSettings(Program& program) {
+  LoadSavedVars(program.State);
+  if (program.State.Catalogue.Theaters.Empty()) throw NoTheaters();
+}
+
+/// A log that cannot be opened costs the log, not the session.
+void OpenLog(Program& program) {
+  Station& station = program.State;
+  if (!station.DebugLog) return;
+  try {
+    program.Log.File.Open(base::FindFile(station.AppPath, "KESTRELLog.txt"));
+  } catch (const base::RuntimeFailure& failure) {
+    station.Notes.push_back(std::string("No log is written: ") + failure.what());
+  }
+  for (const std::string& note : station.Notes) program.Log.LogLine(note);
+}
+
+/// Tries the program folder with a file of its own and says once when it cannot be written.
+void ProbeFolder(Program& program) {
+  Station& station = program.State;
+  const std::filesystem::path probe = base::FindFile(station.AppPath, "KESTREL.probe");
+  try {
+    base::WriteWholeFile(probe, "");
+    base::DeleteFile(probe);
+    station.FolderReadOnly = false;
+  } catch (const base::RuntimeFailure&) {
+    station.FolderReadOnly = true;
+    program.Desk.Message(link::ProgramTitle(),
+                         "The program folder cannot be written. The station runs on, but settings, logs and tapes will "
+                         "not be kept.",
+                         base::MessageIcon::Exclamation);
+  }
+}
+
+void ShowMap(Program& program) {
+  program.State.Loading = true;
+  program.Shown.ShowMainFrm();
+}
+
+/// What the options window sets from its controls when they are filled.
+void CopyViewOptions(Program& program) {
+  Station& station = program.State;
+  station.View.BullseyeVisible = station.LinkOptions.BULLSEYEVISIBLE;
+  if (station.LinkOptions.AUTOFRIENDS) station.Plots.FriendlyList = station.LinkOptions.FriendNames;
+}
+
+void FirstMap(Program& program) { program.Shown.Refresh(map::ChangeRes(program.State.View, 1.0)); }
+
+constexpr Step mainSteps[] = {
+    {"Clear the flags", ClearFlags},
+    {"Install the keyboard hook"},
+    {"AppPath: given by the entry of the process"},
+    {"Read update.txt", [](Program& program) { LoadUpdateText(program.State); }},
+    {"Read common.ini", [](Program& program) { LoadAutoUpdate(program.State); }},
+    {"LoadSavedVars", LoadSettings, "LoadSavedVars"},
+    {"LoadFriendsDef", [](Program& program) { LoadFriendsDef(program.State); }, "LoadFriendsDef"},
+    {"Read DefFreq.ini"},
+    {"Open the log", OpenLog},
+    {"Try whether the program folder can be written", ProbeFolder},
+    {"Load the theater picture", [](Program& program) { LoadMapPicture(program.State); }},
+    {"Show MainFrm", ShowMap},
+    {"Place BullsFrm, CursFrm, ViewFrm, ClientsFrm, AreasFrm, RecFrm, MiniMapFrm, FreqFrm"},
+    {"Copy the view options into ViewFrm", CopyViewOptions},
+    {"Clear Loading", [](Program& program) { program.State.Loading = false; }},
+    {"Show FreqFrm, its first tab, its check boxes; hide it again"},
+    {"ChangeRes 1: the first map", FirstMap},
+};
+
+void StartUpdater(Program& program) {
+  const std::filesystem::path& folder = program.State.AppPath;
+  if (!program.State.AutoUpdate) return;
+  constexpr char separator = static_cast<char>(std::filesystem::path::preferred_separator);
+  const std::string text = AppPathText(folder.string(), separator);
+  program.Desk.Open(text + "ravenfix.exe", "-s", text);
+}
+
+constexpr Step frameLoadSteps[] = {
+    {"Icon"},
+    {"Caption"},
+    {"Subclass the frame's window"},
+    {"Start the updater", StartUpdater},
+};
+
+/// Without the folder tapes cannot be kept; everything else runs.
+void MakeTapesFolder(Program& program) {
+  try {
+    base::MakeFolder(base::FindFile(program.State.AppPath, "TAPES"));
+  } catch (const base::RuntimeFailure& failure) {
+    program.Log.LogLine(failure.what());
+  }
+}
+
+void EmptyTables(Program& program) {
+  Station& station = program.State;
+  station.Plots.Empty();
+  station.Plots.FriendlyList.Clear();
+  station.Session.Connected = false;
+  station.View.Resolution = 1;
+}
+
+constexpr Step mapLoadSteps[] = {
+    {"Default font"},
+    {"Folder TAPES", MakeTapesFolder},
+    {"Caption"},
+    {"Empty the tables", EmptyTables},
+    {"Size the map", [](Program& program) { map::RefreshPositions(program.State.View); }},
+    {"ReloadNameMenu", [](Program& program) { program.Shown.Refresh(base::Changed::NameMenus); }},
+    {"ResetTheaterData", [](Program& program) { ResetTheaterData(program); }},
+    {"Status pictures", [](Program& program) { program.Shown.Refresh(base::Changed::Connection); }},
+    {"LoadConnectionMenus", [](Program& program) { program.Shown.Refresh(base::Changed::ConnectionMenus); }},
+};
+
+}  // namespace
+
+std::span<const Step> MainSteps() { return mainSteps; }
+std::span<const Step> FrameLoadSteps() { return frameLoadSteps; }
+std::span<const Step> MapLoadSteps() { return mapLoadSteps; }
+
+}  // namespace kestrel::core

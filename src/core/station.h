@@ -1,0 +1,73 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "base/picture.h"
+#include "link/options.h"
+#include "link/session.h"
+#include "link/tables.h"
+#include "map/options.h"
+#include "map/view_state.h"
+#include "theaters/theater.h"
+
+namespace kestrel::core {
+
+/// The floating windows, in the order of their settings.
+enum class ToolWindow { Bulls, Freq, Clients, Curs, View, Areas, Rec, MiniMap };
+inline constexpr std::size_t ToolWindowCount = 8;
+
+/// What is kept of one floating window.
+struct ToolWindowState {
+  std::int32_t X = 0;     ///< logical units from the left of the screen
+  std::int32_t Y = 0;     ///< logical units from its top
+  bool Minimized = true;  ///< rolled up to its title strip
+  bool Hidden = false;
+  std::int16_t Transparency = 255;  ///< opacity 0..255
+};
+
+/// Last positions of the editor dialogs, logical units; fields named as their keys.
+struct EditorPositions {
+  std::int32_t AREADETAILLISTLEFT = 0, AREADETAILLISTTOP = 0;
+  std::int32_t AREADETAILLEFT = 0, AREADETAILTOP = 0;
+  std::int32_t AREAPOINTLEFT = 0, AREAPOINTTOP = 0;
+  std::int32_t AREAPOINTFPLEFT = 0, AREAPOINTFPTOP = 0;
+};
+
+inline constexpr std::size_t ShortcutCount = 25;
+/// Built-in keys: modifier (1 Shift, 2 Ctrl, 4 Alt) times 100000 plus key code.
+inline constexpr std::array<std::int32_t, ShortcutCount> BuiltInShortcuts = {
+    33, 34, 37, 39, 38, 40,     36,     186,    222, 190, 191, 66, 72,
+    78, 76, 49, 50, 51, 200049, 200050, 200051, 67,  112, 113, 114};
+
+/// The state of the whole station: made once in main.cpp and handed on by reference. Procedures take the records that
+/// they read and write, not all of this; only start, stop and theater switch take it whole.
+struct Station {
+  std::filesystem::path AppPath;  ///< folder of the executable; everything is read and written below it
+  bool DebugLog = false;          ///< key DEBUG: the log file is on
+  bool AutoUpdate = false;        ///< AUTOUPDATE of "common.ini"
+  std::string DocsUrl;            ///< from "update.txt"
+  std::string MailUrl;            ///< from "update.txt"
+  theaters::Catalogue Catalogue;
+  link::Options LinkOptions;
+  link::SessionState Session;
+  link::Tables Plots;
+  map::Options MapOptions;
+  map::ViewState View;
+  base::Picture MapPicture;  ///< the current theater's
+  std::array<ToolWindowState, ToolWindowCount> ToolWindows = {};
+  EditorPositions Editors;
+  std::array<std::int32_t, ShortcutCount> Shortcuts = BuiltInShortcuts;
+  std::string VoiceWindowName = "IVC Client";  ///< caption of the voice program's window
+  bool FolderReadOnly = false;                 ///< AppPath could not be written at the start; the person has been told
+  bool Loading = false;                        ///< while windows are being placed at the start: nothing is drawn
+  std::vector<std::string> Notes;  ///< what was put right while reading settings; written to the log once it is open
+};
+
+/// The folder "Theaters" below `AppPath`.
+std::filesystem::path TheatersFolder(const Station& station);
+
+}  // namespace kestrel::core

@@ -1,0 +1,143 @@
+#include "core/theater_switch.h"
+
+#include <exception>
+#include <filesystem>
+#include <string>
+
+#include "base/files.h"
+#include "core/settings.h"
+#include "map/view_short_file.h"
+#include "theaters/catalogue.h"
+
+namespace kestrel::core {
+namespace {
+
+/// The saved views of the current theater. A damaged file costs the views, not the theater.
+void LoadViewShorts(Program& program) {
+  Station& station = program.State;
+  const theaters::Theater& theater = station.Catalogue.Current();
+  const map::ViewShorts standard = map::DefaultViewShorts(theater.Size);
+  station.View.ViewShorts = standard;
+  try {
+    const std::filesystem::path path = TheaterPath(station, theaters::DataFile(theater, "_ViewShort.dat"));
+    if (!base::FileExists(path)) return;
+    station.View.ViewShorts = map::ReadViewShorts(base::ReadWholeFile(path, base::MaxTextFileBytes), standard);
+  } catch (const base::RuntimeFailure& failure) {
+    program.Log.LogLine(std::string("The saved views are left out: ") + failure.what());
+  }
+}
+
+constexpr Step theaterDataSteps[] = {
+    {"ReloadBulls", [](Program& program) { ReloadBulls(program.State); }},
+    {"Load the areas"},
+    {"Load the view shortcuts", LoadViewShorts},
+    {"Load the frequencies"},
+    {"Load the elevation"},
+    {"AreasFrm.RefreshList"},
+    {"FreqFrm.RefreshList"},
+    {"FreqFrm.UpdateTreeviewCheckBoxes"},
+    {"MiniMapFrm.ReloadMiniMap"},
+    {"ResetResolution", [](Program& program) { map::ResetResolution(program.State.View); }},
+};
+
+/// What the former theater needs to come back as it was. The picture's pixels are shared, not copied.
+struct FormerTheater {
+  explicit FormerTheater(const Station& station)
+      : index(station.Catalogue.CurrentTheater),
+        picture(station.MapPicture),
+        view(station.View),
+        bull(station.Session.Bull) {}
+
+  void PutBack(Station& station) const {
+    station.Catalogue.CurrentTheater = index;
+    station.MapPicture = picture;
+    station.View = view;
+    station.Session.Bull = bull;
+  }
+
+ private:
+  std::int16_t index;
+  base::Picture picture;
+  map::ViewState view;
+  theaters::DownPoint bull;
+};
+
+/// Saves everything before the switch. What cannot be saved is told, unless the start has told it already.
+void SaveEverything(Program& program) {
+  try {
+    SaveVars(program.State);
+  } catch (const base::RuntimeFailure& failure) {
+    program.Log.LogLine(failure.what());
+    if (program.State.FolderReadOnly) return;
+    program.Shown.ShowSavingMessage(false);
+    program.Desk.Message(link::ProgramTitle(), std::string("The settings could not be saved: ") + failure.what() + ".",
+                         base::MessageIcon::Exclamation);
+  }
+}
+
+}  // namespace
+
+void LoadMapPicture(Station& station) {
+  station.MapPicture = base::LoadPicture(base::FindFile(TheatersFolder(station), station.Catalogue.Current().Pic));
+}
+
+std::span<const Step> TheaterDataSteps() { return theaterDataSteps; }
+
+base::Changed ResetTheaterData(Program& program) {
+  Station& station = program.State;
+  const theaters::Theater& theater = station.Catalogue.Current();
+  const theaters::DownPoint bull = theaters::CurrentBullseye(theater);
+  map::ResetView(station.View, theater.Size, theater.PicSize, bull.X, bull.Y);
+  // The bearing line begins at the bullseye until the person sets it elsewhere.
+  station.View.AnchorViewX = station.View.BullsViewX;
+  station.View.AnchorViewY = station.View.BullsViewY;
+  map::RefreshPositions(station.View);
+  RunSteps(theaterDataSteps, program);
+  return base::Changed::Map | base::Changed::MiniMap | base::Changed::Zoom | base::Changed::CursorLine;
+}
+
+base::Changed ReloadTheater(Program& program) {
+  LoadMapPicture(program.State);
+  return ResetTheaterData(program) | base::Changed::NameMenus;
+}
+
+void SwitchTheater(Program& program, std::size_t index) {
+  Station& station = program.State;
+  if (index == 0 || index > station.Catalogue.Theaters.UpperBound()) return;
+  program.Shown.ShowSavingMessage(true);
+  program.Desk.LetEventsRun();
+  SaveEverything(program);
+  program.Shown.ShowSavingMessage(false);
+
+  const FormerTheater former(station);
+  base::Changed changed = base::Changed::NameMenus;
+  try {
+    station.Catalogue.CurrentTheater = static_cast<std::int16_t>(index);
+    changed |= ReloadTheater(program);
+  } catch (const std::exception& failure) {
+    former.PutBack(station);
+    program.Log.LogLine(failure.what());
+    program.Desk.Message("Error",
+                         "An error ocurred while loading the initialization files for this Theater. Please check these "
+                         "files, or reinstall the program. The former theater stays in use.",
+                         base::MessageIcon::Critical);
+  }
+  program.Shown.Refresh(changed);
+}
+
+base::Changed SelectBullseye(Program& program, std::size_t index) {
+  theaters::Theater& theater = program.State.Catalogue.Current();
+  if (index == 0 || index > theater.Bulls.UpperBound()) return base::Changed::Nothing;
+  theater.CurrentBull = static_cast<std::int16_t>(index);
+  return ReloadBulls(program.State) | base::Changed::NameMenus;
+}
+
+base::Changed ReloadBulls(Station& station, std::optional<map::Point> place) {
+  const theaters::Theater& theater = station.Catalogue.Current();
+  const theaters::DownPoint bull =
+      place ? theaters::DownPoint{place->X, theater.Size - place->Y} : theaters::CurrentBullseye(theater);
+  station.Session.Bull = bull;
+  return map::PlaceBullseye(station.View, bull.X, bull.Y);
+}
+
+}  // namespace kestrel::core

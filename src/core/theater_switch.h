@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <span>
+
+#include "base/changed.h"
+#include "core/program.h"
+#include "map/geometry.h"
+
+// What hangs on the current theater and the current bullseye.
+namespace kestrel::core {
+
+/// Loads the current theater's picture. RuntimeFailure when it cannot be read; MapPicture is then as it was.
+void LoadMapPicture(Station& station);
+
+/// What ResetTheaterData brings in, in order.
+std::span<const Step> TheaterDataSteps();
+/// View whole and centred, bullseye and anchor placed, then TheaterDataSteps. Returns what is to be redrawn.
+base::Changed ResetTheaterData(Program& program);
+
+/// Picture, data and menus of the current theater. A picture that cannot be read throws RuntimeFailure before anything
+/// has changed.
+base::Changed ReloadTheater(Program& program);
+
+/// Menu entry mnuTheatername: saves everything, then makes theater `index` the current one and shows it. When its
+/// picture cannot be read a box says so and the former theater stays: a session is worth more than a picture.
+void SwitchTheater(Program& program, std::size_t index);
+
+/// Menu entry mnuBullseyesName.
+base::Changed SelectBullseye(Program& program, std::size_t index);
+
+/// Puts the bullseye mark at `place` (map units, Y north; a tape gives it), or at the current bullseye.
+base::Changed ReloadBulls(Station& station, std::optional<map::Point> place = std::nullopt);
+
+}  // namespace kestrel::core

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "base/changed.h"
+
+namespace kestrel::core {
+
+/// Seam: what the station asks of its windows. Filled by shell/; by a recording double in tests.
+class Windows {
+ public:
+  virtual ~Windows() = default;
+  /// Makes and shows the frame and, in it, the map window, and runs their load steps (FrameLoadSteps, MapLoadSteps).
+  virtual void ShowMainFrm() = 0;
+  /// Refreshes each marked view once, now.
+  virtual void Refresh(base::Changed what) = 0;
+  /// Shows frmSavingMessage and lets it paint, or hides it.
+  virtual void ShowSavingMessage(bool shown) = 0;
+  /// Unloads every open window except the frame.
+  virtual void UnloadWindows() = 0;
+};
+
+}  // namespace kestrel::core

@@ -1,0 +1,134 @@
+// What is left on the disk when a save is cut short.
+
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <map>
+#include <random>
+#include <thread>
+
+#include "base/failure.h"
+#include "core/settings.h"
+#include "station_folder.h"
+
+namespace kestrel::core {
+namespace {
+
+constexpr std::string_view savedFiles[] = {"KESTREL.ini", "Theaters/korea.ini", "Theaters/balkans.ini",
+                                           "Theaters/korea_ViewShort.dat"};
+
+using Contents = std::map<std::string, std::string>;
+
+Contents ReadSaved(const ProgramFolder& folder) {
+  Contents contents;
+  for (const std::string_view name : savedFiles) contents[std::string(name)] = folder.Read(name);
+  return contents;
+}
+
+/// Two states of one station, different in every file, and what each leaves on the disk.
+class SaveFaults : public testing::Test {
+ protected:
+  SaveFaults() {
+    WriteInstallation(folder);
+    for (Station* station : {&former, &next}) {
+      station->AppPath = folder.Path;
+      LoadSavedVars(*station);
+    }
+    next.LinkOptions.CONNPORT = 4711;
+    for (int n = 0; n < 40; ++n) next.LinkOptions.ConnList.Append({"Entry " + std::to_string(n), "10.0.0.1"});
+    next.View.ViewShorts[0] = {15, 30, 2};
+    for (theaters::Theater& theater : next.Catalogue.Theaters.Live()) theater.DisplayName += " by night";
+    SaveVars(next);
+    nextFiles = ReadSaved(folder);
+    SaveVars(former);
+    formerFiles = ReadSaved(folder);
+  }
+
+  void ExpectEachFileWhole() {
+    for (const auto& [name, bytes] : ReadSaved(folder)) {
+      EXPECT_TRUE(bytes == formerFiles[name] || bytes == nextFiles[name]) << name << ":\n" << bytes;
+    }
+  }
+
+  ProgramFolder folder;
+  Station former;
+  Station next;
+  Contents formerFiles;
+  Contents nextFiles;
+};
+
+TEST_F(SaveFaults, TheTwoStatesDifferInEveryFile) {
+  for (const std::string_view name : savedFiles) {
+    EXPECT_NE(formerFiles[std::string(name)], nextFiles[std::string(name)]) << name;
+  }
+}
+
+TEST_F(SaveFaults, AKillAtAnyMomentLeavesEachFileOldOrNew) {
+  const unsigned seed = std::random_device()();
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  std::mt19937 random(seed);
+  std::uniform_int_distribution<int> microseconds(0, 8000);
+  for (int round = 0; round < 100; ++round) {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      for (bool first = true;; first = false) {
+        SaveVars(next);
+        if (first && write(ends[1], "s", 1) != 1) _exit(1);
+        SaveVars(former);
+      }
+    }
+    char started = 0;
+    ASSERT_EQ(read(ends[0], &started, 1), 1);
+    std::this_thread::sleep_for(std::chrono::microseconds(microseconds(random)));
+    kill(child, SIGKILL);
+    int status = 0;
+    waitpid(child, &status, 0);
+    ASSERT_TRUE(WIFSIGNALED(status));
+    close(ends[0]);
+    close(ends[1]);
+    ExpectEachFileWhole();
+    if (HasFailure()) return;
+  }
+}
+
+TEST_F(SaveFaults, ADiskThatIsFullAfterAnyByteLeavesEachFileOldOrNew) {
+  std::size_t largest = 0;
+  for (const auto& [name, bytes] : nextFiles) largest = std::max(largest, bytes.size());
+  for (std::size_t limit = 0; limit <= largest + 40; limit += 41) {
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      signal(SIGXFSZ, SIG_IGN);
+      const rlimit full = {limit, limit};
+      if (setrlimit(RLIMIT_FSIZE, &full) != 0) _exit(3);
+      try {
+        SaveVars(next);
+      } catch (const base::RuntimeFailure&) {
+        _exit(1);
+      }
+      _exit(0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), limit < largest ? 1 : 0) << limit;
+    ExpectEachFileWhole();
+    for (const auto& [name, bytes] : ReadSaved(folder)) {
+      // A file that fits has been saved although another one failed.
+      EXPECT_EQ(bytes == nextFiles[name], nextFiles[name].size() <= limit) << name << " at " << limit;
+      EXPECT_FALSE(folder.Has(name + ".new")) << limit;
+    }
+    SaveVars(former);
+    if (HasFailure()) return;
+  }
+}
+
+}  // namespace
+}  // namespace kestrel::core

@@ -1,0 +1,686 @@
+#include "core/settings.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <set>
+#include <sstream>
+
+#include "base/failure.h"
+#include "base/files.h"
+#include "station_folder.h"
+
+namespace kestrel::core {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+// What is saved after a start from a file that holds nothing but one theater: every key at its default.
+constexpr std::string_view defaultFile = R"("KESTREL v1.0.0 Main INI File"
+[LOG]
+DEBUG=0
+[MAPS]
+TOTALMAPS=1
+MAP1=korea.ini
+CURRENTMAP=1
+[OPTIONS]
+CONNPORT=5556
+BULLFORMX=0
+BULLFORMY=0
+BULLFORMMIN=1
+BULLFORMHID=0
+BULLFORMTR=255
+FREQFORMX=0
+FREQFORMY=0
+FREQFORMMIN=1
+FREQFORMHID=0
+FREQFORMTR=255
+CLIENTSFORMX=0
+CLIENTSFORMY=0
+CLIENTSFORMMIN=1
+CLIENTSFORMHID=0
+CLIENTSFORMTR=255
+CURSORFORMX=0
+CURSORFORMY=0
+CURSORFORMMIN=1
+CURSORFORMHID=0
+CURSORFORMTR=255
+VIEWFORMX=0
+VIEWFORMY=0
+VIEWFORMMIN=1
+VIEWFORMHID=0
+VIEWFORMTR=255
+AREASFORMX=0
+AREASFORMY=0
+AREASFORMMIN=1
+AREASFORMHID=0
+AREASFORMTR=255
+RECFORMX=0
+RECFORMY=0
+RECFORMMIN=1
+RECFORMHID=0
+RECFORMTR=255
+MINIMAPFORMX=0
+MINIMAPFORMY=0
+MINIMAPFORMMIN=1
+MINIMAPFORMHID=0
+MINIMAPFORMTR=255
+BULLSEYEVISIBLE=1
+REALLABELSVISIBLE=1
+AILABELSVISIBLE=1
+REALVISIBLE=1
+AIVISIBLE=1
+SHOWHISTORY=1
+STATICCURSOR=0
+MAP_AUTOFOCUS=1
+REFRESHRATE=10
+AICOLOR=255
+AICOLOR_FRIENDS=16711680
+GRID_PRIM_COLOR=0
+GRID_SEC_COLOR=14737632
+CURSOR_COLOR=16711935
+CURSOR_TEXT_COOR=16711680
+BULLSEYE_COLOR=16711680
+SHOWGRID=1
+SHOWGRID_SEC=1
+AUTOFRIENDS=1
+SHOWAINAMES=1
+SHOWAREANAMES=1
+MINIMAPSCALE=5
+AIRF_ILS_DIST=10.00000
+AIRF_ILS_ANGLE=5.00
+AIRF_ILS_TAIL_ANGLE=60.00
+AIRF_TACAN_COL=0
+AIRF_TACAN_ICO=20
+AIRF_TACAN_RANGE_COL=0
+AIRF_ILS_COL_0=0
+AIRF_ILS_COL_1=0
+AIRF_ILS_COL_2=0
+AIRF_ILS_COL_3=0
+DRAW_ILS_LABELS=1
+DRAW_ILS_LABELS_BOXED=1
+DRAW_TACAN_LABELS=1
+DRAW_TACAN_ICON_VISIBLE=1
+DRAW_TACAN_RANGE_VISIBLE=1
+DRAW_TACAN_LABELS_BOXED=1
+TACAN_LABEL_POSITION=0
+AIRF_SHOW_ALL_ILS=1
+ILS_LABEL_FONT_BOLD=0
+ILS_LABEL_FONT_ITALIC=0
+ILS_LABEL_FONT_NAME=Verdana
+ILS_LABEL_FONT_SIZE=10.00
+ILS_LABEL_FONT_STRIKE=0
+ILS_LABEL_FONT_UNDER=0
+TACAN_LABEL_FONT_BOLD=0
+TACAN_LABEL_FONT_ITALIC=0
+TACAN_LABEL_FONT_NAME=Verdana
+TACAN_LABEL_FONT_SIZE=10.00
+TACAN_LABEL_FONT_STRIKE=0
+TACAN_LABEL_FONT_UNDER=0
+CURSOR_FONT_BOLD=1
+CURSOR_FONT_ITALIC=0
+CURSOR_FONT_NAME=OCR A Extended
+CURSOR_FONT_SIZE=10.00
+CURSOR_FONT_STRIKE=0
+CURSOR_FONT_UNDER=0
+ILS_LABEL_COLOR=0
+TACAN_LABEL_COLOR=0
+AREAS_TITLE_FONT_BOLD=0
+AREAS_TITLE_FONT_ITALIC=0
+AREAS_TITLE_FONT_NAME=Verdana
+AREAS_TITLE_FONT_SIZE=10.00
+AREAS_TITLE_FONT_STRIKE=0
+AREAS_TITLE_FONT_UNDER=0
+[FRMLASTPOS]
+AREADETAILLISTLEFT=0
+AREADETAILLISTTOP=0
+AREADETAILLEFT=0
+AREADETAILTOP=0
+AREAPOINTLEFT=0
+AREAPOINTTOP=0
+AREAPOINTFPLEFT=0
+AREAPOINTFPTOP=0
+[CONNLIST]
+NUM=0
+[SHORTCUTS]
+KEY0=33
+KEY1=34
+KEY2=37
+KEY3=39
+KEY4=38
+KEY5=40
+KEY6=36
+KEY7=186
+KEY8=222
+KEY9=190
+KEY10=191
+KEY11=66
+KEY12=72
+KEY13=78
+KEY14=76
+KEY15=49
+KEY16=50
+KEY17=51
+KEY18=200049
+KEY19=200050
+KEY20=200051
+KEY21=67
+KEY22=112
+KEY23=113
+KEY24=114
+[IVC_WINDOW_NAME]
+NAME=IVC Client
+)";
+
+// A file in which no key holds its default, in the order of writing; what is read of the area title font beside BOLD
+// stands under other names, so those five come back as they are read when nothing else is there.
+constexpr std::string_view changedFile = R"("KESTREL v1.0.0 Main INI File"
+[LOG]
+DEBUG=1
+[MAPS]
+TOTALMAPS=2
+MAP1=korea.ini
+MAP2=balkans.ini
+CURRENTMAP=2
+[OPTIONS]
+CONNPORT=70000
+BULLFORMX=-15
+BULLFORMY=30
+BULLFORMMIN=0
+BULLFORMHID=1
+BULLFORMTR=0
+FREQFORMX=45
+FREQFORMY=60
+FREQFORMMIN=0
+FREQFORMHID=1
+FREQFORMTR=1
+CLIENTSFORMX=75
+CLIENTSFORMY=90
+CLIENTSFORMMIN=0
+CLIENTSFORMHID=1
+CLIENTSFORMTR=2
+CURSORFORMX=105
+CURSORFORMY=120
+CURSORFORMMIN=0
+CURSORFORMHID=1
+CURSORFORMTR=3
+VIEWFORMX=135
+VIEWFORMY=150
+VIEWFORMMIN=0
+VIEWFORMHID=1
+VIEWFORMTR=4
+AREASFORMX=165
+AREASFORMY=180
+AREASFORMMIN=0
+AREASFORMHID=1
+AREASFORMTR=5
+RECFORMX=195
+RECFORMY=210
+RECFORMMIN=0
+RECFORMHID=1
+RECFORMTR=6
+MINIMAPFORMX=225
+MINIMAPFORMY=240
+MINIMAPFORMMIN=0
+MINIMAPFORMHID=1
+MINIMAPFORMTR=7
+BULLSEYEVISIBLE=0
+REALLABELSVISIBLE=0
+AILABELSVISIBLE=0
+REALVISIBLE=0
+AIVISIBLE=0
+SHOWHISTORY=0
+STATICCURSOR=1
+MAP_AUTOFOCUS=0
+REFRESHRATE=11
+AICOLOR=1
+AICOLOR_FRIENDS=2
+GRID_PRIM_COLOR=3
+GRID_SEC_COLOR=4
+CURSOR_COLOR=5
+CURSOR_TEXT_COOR=6
+BULLSEYE_COLOR=16777215
+SHOWGRID=0
+SHOWGRID_SEC=0
+AUTOFRIENDS=0
+SHOWAINAMES=0
+SHOWAREANAMES=0
+MINIMAPSCALE=9
+AIRF_ILS_DIST=12.34568
+AIRF_ILS_ANGLE=2.50
+AIRF_ILS_TAIL_ANGLE=45.25
+AIRF_TACAN_COL=8
+AIRF_TACAN_ICO=21
+AIRF_TACAN_RANGE_COL=9
+AIRF_ILS_COL_0=10
+AIRF_ILS_COL_1=11
+AIRF_ILS_COL_2=12
+AIRF_ILS_COL_3=13
+DRAW_ILS_LABELS=0
+DRAW_ILS_LABELS_BOXED=0
+DRAW_TACAN_LABELS=0
+DRAW_TACAN_ICON_VISIBLE=0
+DRAW_TACAN_RANGE_VISIBLE=0
+DRAW_TACAN_LABELS_BOXED=0
+TACAN_LABEL_POSITION=4
+AIRF_SHOW_ALL_ILS=0
+ILS_LABEL_FONT_BOLD=1
+ILS_LABEL_FONT_ITALIC=1
+ILS_LABEL_FONT_NAME=Arial
+ILS_LABEL_FONT_SIZE=8.25
+ILS_LABEL_FONT_STRIKE=1
+ILS_LABEL_FONT_UNDER=1
+TACAN_LABEL_FONT_BOLD=1
+TACAN_LABEL_FONT_ITALIC=1
+TACAN_LABEL_FONT_NAME=Courier New
+TACAN_LABEL_FONT_SIZE=9.75
+TACAN_LABEL_FONT_STRIKE=1
+TACAN_LABEL_FONT_UNDER=1
+CURSOR_FONT_BOLD=0
+CURSOR_FONT_ITALIC=1
+CURSOR_FONT_NAME=Tahoma
+CURSOR_FONT_SIZE=12.50
+CURSOR_FONT_STRIKE=1
+CURSOR_FONT_UNDER=1
+ILS_LABEL_COLOR=14
+TACAN_LABEL_COLOR=15
+AREAS_TITLE_FONT_BOLD=1
+AREAS_TITLE_FONT_ITALIC=0
+AREAS_TITLE_FONT_NAME=Verdana
+AREAS_TITLE_FONT_SIZE=10.00
+AREAS_TITLE_FONT_STRIKE=0
+AREAS_TITLE_FONT_UNDER=0
+[FRMLASTPOS]
+AREADETAILLISTLEFT=1
+AREADETAILLISTTOP=2
+AREADETAILLEFT=3
+AREADETAILTOP=4
+AREAPOINTLEFT=5
+AREAPOINTTOP=6
+AREAPOINTFPLEFT=7
+AREAPOINTFPTOP=-8
+[CONNLIST]
+NUM=2
+[SHORTCUTS]
+KEY0=100033
+KEY1=100034
+KEY2=100037
+KEY3=100039
+KEY4=100038
+KEY5=100040
+KEY6=100036
+KEY7=100186
+KEY8=100222
+KEY9=100190
+KEY10=100191
+KEY11=100066
+KEY12=100072
+KEY13=100078
+KEY14=100076
+KEY15=100049
+KEY16=100050
+KEY17=100051
+KEY18=49
+KEY19=50
+KEY20=51
+KEY21=700067
+KEY22=700112
+KEY23=700113
+KEY24=0
+[IVC_WINDOW_NAME]
+NAME=Voice
+[CONNLIST1]
+NAME=Demo session
+IP=127.0.0.1
+[CONNLIST2]
+NAME=Home
+IP=relay.example
+)";
+
+class Settings : public testing::Test {
+ protected:
+  Settings() {
+    WriteInstallation(folder);
+    station.AppPath = folder.Path;
+  }
+  /// Loads a station from a main file with one theater and `lines` behind it.
+  void LoadWith(const std::string& lines) {
+    folder.Write("KESTREL.ini", "[MAPS]\nTOTALMAPS=1\nMAP1=korea.ini\nCURRENTMAP=1\n" + lines);
+    LoadSavedVars(station);
+  }
+
+  ProgramFolder folder;
+  Station station;
+};
+
+TEST_F(Settings, AFileWithOneTheaterGivesEveryDefault) {
+  // The station holds other values before, so that each default is really read.
+  folder.Write("KESTREL.ini", changedFile);
+  LoadSavedVars(station);
+  folder.Write("KESTREL.ini", "[MAPS]\r\nTOTALMAPS=1\r\nMAP1=korea.ini\r\nCURRENTMAP=1\r\n");
+  LoadSavedVars(station);
+  SaveVars(station);
+  EXPECT_EQ(folder.Read("KESTREL.ini"), Dos(defaultFile));
+  EXPECT_THAT(station.Notes, IsEmpty());
+}
+
+TEST_F(Settings, EveryKeyIsReadAndWrittenInItsOrderAndForm) {
+  folder.Write("KESTREL.ini", changedFile);
+  LoadSavedVars(station);
+  EXPECT_THAT(station.Notes, IsEmpty());
+  SaveVars(station);
+  EXPECT_EQ(folder.Read("KESTREL.ini"), Dos(changedFile));
+}
+
+TEST_F(Settings, KeysReachTheFieldsOfTheirNames) {
+  folder.Write("KESTREL.ini", changedFile);
+  LoadSavedVars(station);
+  EXPECT_TRUE(station.DebugLog);
+  EXPECT_EQ(station.LinkOptions.CONNPORT, 70000);
+  EXPECT_EQ(station.LinkOptions.AICOLOR, 1u);
+  EXPECT_FALSE(station.LinkOptions.AUTOFRIENDS);
+  EXPECT_FALSE(station.LinkOptions.BULLSEYEVISIBLE);
+  const ToolWindowState& bulls = station.ToolWindows[static_cast<std::size_t>(ToolWindow::Bulls)];
+  EXPECT_EQ(bulls.X, -15);
+  EXPECT_EQ(bulls.Y, 30);
+  EXPECT_FALSE(bulls.Minimized);
+  EXPECT_TRUE(bulls.Hidden);
+  EXPECT_EQ(bulls.Transparency, 0);
+  EXPECT_EQ(station.ToolWindows[static_cast<std::size_t>(ToolWindow::Curs)].X, 105);
+  EXPECT_EQ(station.ToolWindows[static_cast<std::size_t>(ToolWindow::MiniMap)].Transparency, 7);
+  EXPECT_EQ(station.MapOptions.CURSOR_TEXT_COOR, 6u);
+  EXPECT_EQ(station.MapOptions.MINIMAPSCALE, 9);
+  EXPECT_EQ(station.MapOptions.AIRF_ILS_DIST, 12.34568);
+  EXPECT_EQ(station.MapOptions.AIRF_ILS_COL[3], 13u);
+  EXPECT_EQ(station.MapOptions.ILS_LABEL_FONT.Color, 14u);
+  EXPECT_EQ(station.MapOptions.TACAN_LABEL_FONT.FontName, "Courier New");
+  EXPECT_EQ(station.MapOptions.CURSOR_FONT.FontSize, 12.5F);
+  EXPECT_EQ(station.Editors.AREAPOINTFPTOP, -8);
+  EXPECT_EQ(station.Shortcuts[21], 700067);
+  EXPECT_EQ(station.VoiceWindowName, "Voice");
+  ASSERT_EQ(station.LinkOptions.ConnList.UpperBound(), 2u);
+  EXPECT_EQ(station.LinkOptions.ConnList[2].Name, "Home");
+  EXPECT_EQ(station.LinkOptions.ConnList[2].Ip, "relay.example");
+  EXPECT_EQ(station.Catalogue.CurrentTheater, 2);
+  EXPECT_EQ(station.Catalogue.Current().Name, "balkans");
+}
+
+TEST_F(Settings, OnlyBoldOfTheAreaTitleFontSurvivesARestart) {
+  map::FontRecord& font = station.MapOptions.AREAS_TITLE_FONT;
+  LoadWith("");
+  font = {
+      .FontName = "Arial", .FontSize = 14, .FontBold = true, .FontItalic = true, .FontStrike = true, .FontUnder = true};
+  SaveVars(station);
+  EXPECT_THAT(folder.Read("KESTREL.ini"), HasSubstr("AREAS_TITLE_FONT_NAME=Arial\r\nAREAS_TITLE_FONT_SIZE=14.00\r\n"));
+  LoadSavedVars(station);
+  EXPECT_TRUE(font.FontBold);
+  EXPECT_FALSE(font.FontItalic);
+  EXPECT_EQ(font.FontName, "Verdana");
+  EXPECT_EQ(font.FontSize, 10);
+  EXPECT_FALSE(font.FontStrike);
+  EXPECT_FALSE(font.FontUnder);
+}
+
+TEST_F(Settings, TheAreaTitleFontIsReadUnderItsOtherNames) {
+  LoadWith(
+      "[OPTIONS]\nAREAS_FONT_ITALIC=1\nAREAS_FONT_NAME=Arial\nAREAS_FONT_SIZE=7,5\nAREAS_FONT_STRIKE=1\n"
+      "AREAS_FONT_UNDER=1\n");
+  const map::FontRecord& font = station.MapOptions.AREAS_TITLE_FONT;
+  EXPECT_TRUE(font.FontItalic && font.FontStrike && font.FontUnder);
+  EXPECT_FALSE(font.FontBold);
+  EXPECT_EQ(font.FontName, "Arial");
+  EXPECT_EQ(font.FontSize, 7.5F);
+  SaveVars(station);
+  EXPECT_THAT(folder.Read("KESTREL.ini"), Not(HasSubstr("AREAS_FONT_")));
+}
+
+TEST_F(Settings, ACommaEndsAPlainNumberAndIsTheDecimalSignOfAnInvariantOne) {
+  LoadWith("[OPTIONS]\nAIRF_ILS_DIST=3,5\nCURSOR_FONT_SIZE=3,5\nILS_LABEL_COLOR=1,5\nMINIMAPSCALE=3,9\n");
+  EXPECT_EQ(station.MapOptions.AIRF_ILS_DIST, 3);
+  EXPECT_EQ(station.MapOptions.CURSOR_FONT.FontSize, 3.5F);
+  EXPECT_EQ(station.MapOptions.ILS_LABEL_FONT.Color, 2u);
+  EXPECT_EQ(station.MapOptions.MINIMAPSCALE, 3);
+}
+
+TEST_F(Settings, OnlyTheTextOneIsTrue) {
+  for (const std::string_view text : {"0", "2", "01", "1.0", "true", "-1", "x"}) {
+    LoadWith("[OPTIONS]\nSHOWGRID=" + std::string(text) + "\n");
+    EXPECT_FALSE(station.MapOptions.SHOWGRID) << text;
+  }
+  LoadWith("[options]\nshowgrid = 1\n");
+  EXPECT_TRUE(station.MapOptions.SHOWGRID);
+}
+
+TEST_F(Settings, AMissingOrEmptyPortIs5556) {
+  for (const std::string_view lines : {"", "[OPTIONS]\nCONNPORT=\n", "[OPTIONS]\nCONNPORT=\"\"\n"}) {
+    station.LinkOptions.CONNPORT = 1;
+    LoadWith(std::string(lines));
+    EXPECT_EQ(station.LinkOptions.CONNPORT, 5556) << lines;
+  }
+}
+
+TEST_F(Settings, AnEmptyVoiceWindowNameBecomesTheVoiceClient) {
+  LoadWith("[IVC_WINDOW_NAME]\nNAME=\n");
+  EXPECT_EQ(station.VoiceWindowName, "IVC Client");
+}
+
+struct NumberCase {
+  std::string Line;
+  std::string Saved;
+  std::size_t Notes;
+
+  friend void PrintTo(const NumberCase& shown, std::ostream* out) { *out << shown.Saved; }
+};
+
+class NumbersThatDoNotFit : public Settings, public testing::WithParamInterface<NumberCase> {};
+
+TEST_P(NumbersThatDoNotFit, GiveTheDefaultAndANote) {
+  LoadWith("[OPTIONS]\n" + GetParam().Line + "\n");
+  EXPECT_THAT(station.Notes, SizeIs(GetParam().Notes));
+  SaveVars(station);
+  EXPECT_THAT(folder.Read("KESTREL.ini"), HasSubstr("\r\n" + GetParam().Saved + "\r\n"));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, NumbersThatDoNotFit,
+    testing::Values(
+        NumberCase{"CONNPORT=99999999999", "CONNPORT=5556", 1}, NumberCase{"CONNPORT=1e400", "CONNPORT=5556", 1},
+        NumberCase{"CONNPORT=nan", "CONNPORT=0", 0}, NumberCase{"CONNPORT=\xff\x01\x80", "CONNPORT=0", 0},
+        NumberCase{"CONNPORT=2147483647", "CONNPORT=2147483647", 0},
+        NumberCase{"CONNPORT=2147483648", "CONNPORT=5556", 1}, NumberCase{"CONNPORT=2.5", "CONNPORT=2", 0},
+        NumberCase{"AICOLOR=-1", "AICOLOR=255", 1}, NumberCase{"AICOLOR=4294967295", "AICOLOR=4294967295", 0},
+        NumberCase{"AICOLOR=4294967296", "AICOLOR=255", 1}, NumberCase{"MINIMAPSCALE=32767", "MINIMAPSCALE=32767", 0},
+        NumberCase{"MINIMAPSCALE=32768", "MINIMAPSCALE=5", 1}, NumberCase{"VIEWFORMTR=-32769", "VIEWFORMTR=255", 1},
+        NumberCase{"CURSORFORMX=-1e99", "CURSORFORMX=0", 1},
+        NumberCase{"AIRF_ILS_DIST=1e999", "AIRF_ILS_DIST=10.00000", 1},
+        NumberCase{"CURSOR_FONT_SIZE=1e39", "CURSOR_FONT_SIZE=10.00", 1}));
+
+TEST_F(Settings, TheBannerStandsOnLineOneAndIsIgnoredByTheNextLoad) {
+  LoadWith("[OPTIONS]\nCONNPORT=6000\n");
+  for (int round = 0; round < 2; ++round) {
+    SaveVars(station);
+    EXPECT_TRUE(folder.Read("KESTREL.ini").starts_with("\"KESTREL v1.0.0 Main INI File\"\r\n[LOG]\r\n"));
+    EXPECT_TRUE(folder.Read("Theaters/korea.ini").starts_with("\"KESTREL v1.0.0 Theater INI File\"\r\n[MAP]\r\n"));
+    LoadSavedVars(station);
+    EXPECT_EQ(station.LinkOptions.CONNPORT, 6000);
+  }
+}
+
+TEST_F(Settings, UnknownKeysAreDroppedByASave) {
+  LoadWith("[OPTIONS]\nNOT_OURS=7\n[ELSEWHERE]\nX=1\n");
+  SaveVars(station);
+  EXPECT_THAT(folder.Read("KESTREL.ini"), Not(HasSubstr("NOT_OURS")));
+  EXPECT_THAT(folder.Read("KESTREL.ini"), Not(HasSubstr("ELSEWHERE")));
+}
+
+TEST_F(Settings, ALongValueComesBackCut) {
+  LoadWith("[IVC_WINDOW_NAME]\nNAME=" + std::string(5000, 'v') + "\n");
+  EXPECT_EQ(station.VoiceWindowName, std::string(749, 'v'));
+}
+
+TEST_F(Settings, TheSizeOfATheaterLosesItsFractionAtASave) {
+  folder.Write("Theaters/korea.ini", "[MAP]\nNAME=korea\nSIZE=1024,7\nPICSIZE=2\n");
+  LoadWith("");
+  EXPECT_EQ(station.Catalogue.Current().Size, 1024.7);
+  SaveVars(station);
+  LoadSavedVars(station);
+  EXPECT_EQ(station.Catalogue.Current().Size, 1025);
+}
+
+TEST_F(Settings, TheSavedViewsOfTheCurrentTheaterAreWrittenWithTheSettings) {
+  LoadSavedVars(station);
+  for (map::ViewShort& slot : station.View.ViewShorts) slot = {7680, 7680, 1};
+  station.View.ViewShorts[1] = {1500, 3000, 8};
+  SaveVars(station);
+  std::string expected = "ViewShort File v3";
+  expected.resize(100, ' ');
+  using namespace std::string_literals;
+  const std::string whole = "\0\0\0\0\0\0\xbe\x40\0\0\0\0\0\0\xbe\x40\0\0\0\0\0\0\xf0\x3f"s;
+  const std::string second = "\0\0\0\0\0\x70\x97\x40\0\0\0\0\0\x70\xa7\x40\0\0\0\0\0\0\x20\x40"s;
+  EXPECT_EQ(folder.Read("Theaters/korea_ViewShort.dat"), expected + whole + second + whole);
+  EXPECT_FALSE(folder.Has("Theaters/balkans_ViewShort.dat"));
+}
+
+TEST_F(Settings, ASlashInATheatersNameMakesAFolderForItsData) {
+  LoadWith("");
+  station.Catalogue.Current().Name = "a/b";
+  SaveVars(station);
+  EXPECT_TRUE(folder.Has("Theaters/a/b_ViewShort.dat"));
+}
+
+TEST_F(Settings, SaveConnListKeepsTheRestOfTheFile) {
+  folder.Write("KESTREL.ini",
+               "; mine\r\n[OPTIONS]\r\nNOT_OURS=7\r\n[CONNLIST]\r\nNUM=2\r\n[CONNLIST1]\r\nNAME=a\r\nIP=1\r\n"
+               "[CONNLIST2]\r\nNAME=b\r\nIP=2\r\n");
+  station.LinkOptions.ConnList.Append({"Demo session", "127.0.0.1"});
+  SaveConnList(station);
+  // The entry beyond NUM stays and is ignored.
+  EXPECT_EQ(folder.Read("KESTREL.ini"),
+            "; mine\r\n[OPTIONS]\r\nNOT_OURS=7\r\n[CONNLIST]\r\nNUM=1\r\n[CONNLIST1]\r\nNAME=Demo session\r\n"
+            "IP=127.0.0.1\r\n[CONNLIST2]\r\nNAME=b\r\nIP=2\r\n");
+}
+
+TEST_F(Settings, CountsThatLieGiveWhatIsThere) {
+  folder.Write("KESTREL.ini",
+               "[MAPS]\nTOTALMAPS=99999\nMAP1=korea.ini\nMAP2=balkans.ini\nMAP4=korea.ini\nCURRENTMAP=2\n"
+               "[CONNLIST]\nNUM=1e300\n[CONNLIST1]\nNAME=a\nIP=b\n");
+  LoadSavedVars(station);
+  EXPECT_EQ(station.Catalogue.Theaters.UpperBound(), 2u);
+  EXPECT_EQ(station.Catalogue.CurrentTheater, 2);
+  EXPECT_EQ(station.LinkOptions.ConnList.UpperBound(), 1u);
+  EXPECT_THAT(station.Notes, ElementsAre(HasSubstr("MAP3"), HasSubstr("CONNLIST2")));
+}
+
+TEST_F(Settings, ATheaterWhoseBullseyeCountLiesIsRead) {
+  folder.Write("Theaters/korea.ini", "[MAP]\nNAME=korea\nSIZE=1024\nPICSIZE=2\nBULLSEYES=-5\nCURRENTBULL=3\n");
+  LoadWith("");
+  EXPECT_TRUE(station.Catalogue.Current().Bulls.Empty());
+  EXPECT_EQ(station.Catalogue.Current().CurrentBull, 0);
+  EXPECT_THAT(station.Notes, ElementsAre(HasSubstr("korea.ini")));
+}
+
+TEST_F(Settings, CountsBelowOneOrWithoutANumberGiveNothing) {
+  for (const std::string_view count : {"0", "-5", "none", "0.5", "-1e300", "\xff"}) {
+    folder.Write("KESTREL.ini", "[MAPS]\nTOTALMAPS=" + std::string(count) + "\nMAP1=korea.ini\n[CONNLIST]\nNUM=" +
+                                    std::string(count) + "\n[CONNLIST1]\nNAME=a\n");
+    LoadSavedVars(station);
+    EXPECT_TRUE(station.Catalogue.Theaters.Empty()) << count;
+    EXPECT_TRUE(station.LinkOptions.ConnList.Empty()) << count;
+  }
+}
+
+TEST_F(Settings, ACurrentTheaterThatIsNotThereBecomesTheFirst) {
+  for (const std::string_view current : {"", "0", "-1", "3", "40000", "x"}) {
+    station.Notes.clear();
+    folder.Write("KESTREL.ini",
+                 "[MAPS]\nTOTALMAPS=2\nMAP1=korea.ini\nMAP2=balkans.ini\nCURRENTMAP=" + std::string(current) + "\n");
+    LoadSavedVars(station);
+    EXPECT_EQ(station.Catalogue.CurrentTheater, 1) << current;
+    EXPECT_THAT(station.Notes, testing::Contains(HasSubstr("CURRENTMAP"))) << current;
+  }
+}
+
+TEST_F(Settings, ATheaterOutsideItsFolderIsSkippedAndTheCurrentOneStays) {
+  for (const std::string_view outside : {"../KESTREL.ini", "..\\..\\x.ini", "/etc/hostname", "C:\\x.ini"}) {
+    station.Notes.clear();
+    folder.Write("KESTREL.ini", "[MAPS]\nTOTALMAPS=3\nMAP1=" + std::string(outside) +
+                                    "\nMAP2=korea.ini\nMAP3=balkans.ini\nCURRENTMAP=3\n");
+    LoadSavedVars(station);
+    EXPECT_EQ(station.Catalogue.Theaters.UpperBound(), 2u) << outside;
+    EXPECT_EQ(station.Catalogue.Current().Name, "balkans") << outside;
+    EXPECT_THAT(station.Notes, ElementsAre(HasSubstr("skipped"))) << outside;
+  }
+}
+
+TEST_F(Settings, AMissingTheaterFileGivesATheaterThatCanBeMended) {
+  std::filesystem::remove(folder.Path / "Theaters/korea.ini");
+  LoadWith("");
+  EXPECT_EQ(station.Catalogue.Current().Name, "");
+  EXPECT_EQ(station.Catalogue.Current().Size, 1024);
+  EXPECT_THAT(station.Notes, SizeIs(1));
+}
+
+TEST_F(Settings, AMissingOrEmptyOrBinaryMainFileGivesNoTheater) {
+  std::string binary;
+  for (int i = 0; i < 100000; ++i) binary += static_cast<char>(i * 7919 >> 3);
+  for (const std::string& bytes : {std::string(), binary}) {
+    folder.Write("KESTREL.ini", bytes);
+    LoadSavedVars(station);
+    EXPECT_TRUE(station.Catalogue.Theaters.Empty());
+    EXPECT_EQ(station.LinkOptions.CONNPORT, 5556);
+  }
+  std::filesystem::remove(folder.Path / "KESTREL.ini");
+  LoadSavedVars(station);
+  EXPECT_TRUE(station.Catalogue.Theaters.Empty());
+}
+
+TEST_F(Settings, AFileThatIsTooLargeIsAFailure) {
+  folder.Write("KESTREL.ini", "[MAPS]\nTOTALMAPS=1\nMAP1=korea.ini\n");
+  std::filesystem::resize_file(folder.Path / "KESTREL.ini", base::MaxTextFileBytes + 1);
+  EXPECT_THROW(LoadSavedVars(station), base::RuntimeFailure);
+  LoadWith("");
+  std::filesystem::resize_file(folder.Path / "Theaters/korea.ini", base::MaxTextFileBytes + 1);
+  EXPECT_THROW(LoadSavedVars(station), base::RuntimeFailure);
+}
+
+TEST_F(Settings, SaveVarsTriesTheOtherFilesWhenOneFails) {
+  LoadSavedVars(station);
+  std::filesystem::remove(folder.Path / "Theaters/korea.ini");
+  std::filesystem::create_directories(folder.Path / "Theaters/korea.ini/in the way");
+  station.LinkOptions.CONNPORT = 6001;
+  try {
+    SaveVars(station);
+    FAIL() << "no failure";
+  } catch (const base::RuntimeFailure& failure) {
+    EXPECT_THAT(failure.what(), HasSubstr("korea.ini"));
+  }
+  EXPECT_THAT(folder.Read("KESTREL.ini"), HasSubstr("CONNPORT=6001"));
+  EXPECT_THAT(folder.Read("Theaters/balkans.ini"), HasSubstr("Theater INI File"));
+  EXPECT_TRUE(folder.Has("Theaters/korea_ViewShort.dat"));
+}
+
+TEST_F(Settings, EveryKeyIsToldInTheDocumentation) {
+  std::ifstream file(std::filesystem::path(KESTREL_SOURCE_DIR) / "docs/settings.md");
+  std::stringstream page;
+  page << file.rdbuf();
+  const std::string text = page.str();
+  ASSERT_FALSE(text.empty());
+  for (const SettingsRow& row : SettingsTable(station)) {
+    EXPECT_THAT(text, HasSubstr("`" + row.Key + "`")) << row.Section;
+    EXPECT_THAT(text, HasSubstr("`" + row.Section + "`"));
+  }
+}
+
+TEST_F(Settings, NoKeyIsBoundTwice) {
+  std::set<std::pair<std::string, std::string>> keys;
+  for (const SettingsRow& row : SettingsTable(station)) {
+    EXPECT_TRUE(keys.emplace(row.Section, row.Key).second) << row.Key;
+  }
+}
+
+}  // namespace
+}  // namespace kestrel::core

@@ -1,0 +1,111 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <string_view>
+
+#include "core/program.h"
+#include "doubles/fake_clock.h"
+#include "doubles/fake_socket.h"
+#include "doubles/recording_host.h"
+#include "doubles/recording_windows.h"
+#include "doubles/scripted_desktop.h"
+
+namespace kestrel::core {
+
+/// A program folder of its own, gone with the object. Others may look into it.
+class ProgramFolder {
+ public:
+  ProgramFolder() {
+    std::string name = testing::TempDir() + "kestrel-core-XXXXXX";
+    if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
+    Path = name;
+    std::filesystem::permissions(Path, std::filesystem::perms(0755));
+    std::filesystem::create_directory(Path / "Theaters");
+  }
+  ~ProgramFolder() {
+    std::error_code failure;
+    for (const auto& folder : {Path, Path / "Theaters"})
+      std::filesystem::permissions(folder, std::filesystem::perms(0755), failure);
+    std::filesystem::remove_all(Path, failure);
+  }
+  ProgramFolder(const ProgramFolder&) = delete;
+  ProgramFolder& operator=(const ProgramFolder&) = delete;
+
+  void Write(std::string_view name, std::string_view bytes) const {
+    std::ofstream(Path / name, std::ios::binary) << bytes;
+  }
+  std::string Read(std::string_view name) const {
+    std::ifstream file(Path / name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+  bool Has(std::string_view name) const { return std::filesystem::exists(Path / name); }
+
+  std::filesystem::path Path;
+};
+
+/// `text` with CR LF at its line ends.
+inline std::string Dos(std::string_view text) {
+  std::string dos;
+  for (const char letter : text) {
+    if (letter == '\n') dos += '\r';
+    dos += letter;
+  }
+  return dos;
+}
+
+/// A picture of `side` by `side` pixels, 24 bits each, as a BMP file.
+inline std::string TinyBmp(int side) {
+  const int row = (side * 3 + 3) / 4 * 4;
+  std::string bytes = "BM";
+  const auto number = [&bytes](int value, int width) {
+    for (int i = 0; i < width; ++i) bytes += static_cast<char>(value >> (8 * i));
+  };
+  for (const int value : {54 + row * side, 0, 54, 40, side, side}) number(value, 4);
+  number(1, 2);
+  number(24, 2);
+  for (const int value : {0, row * side, 2835, 2835, 0, 0}) number(value, 4);
+  bytes.append(static_cast<std::size_t>(row * side), '\x60');
+  return bytes;
+}
+
+/// A station in `folder` with doubles around it.
+struct Around {
+  explicit Around(const std::filesystem::path& folder) { State.AppPath = folder; }
+
+  Station State;
+  doubles::FakeClock Clock;
+  doubles::ScriptedDesktop Desk;
+  doubles::RecordingWindows Shown;
+  base::DebugLog Log{Clock};
+  link::Capture Raw{Clock};
+  doubles::FakeSocket WS1;
+  doubles::RecordingHost Host;
+  link::Session Link{WS1, Desk, Host, Log, Raw, State.Session, State.Plots, State.LinkOptions};
+  Program All{State, Desk, Shown, Log, Raw, Link};
+};
+
+/// The files of a station that starts: theaters "korea" (2 by 2 pixels, two bullseyes) and "balkans" (3 by 3, none).
+inline void WriteInstallation(const ProgramFolder& folder) {
+  folder.Write("update.txt", "DOCS=http://docs.example\r\nMAIL=desk@mail.example\r\n");
+  folder.Write("common.ini", "[GENERAL]\r\nAUTOUPDATE=0\r\n");
+  folder.Write("FriendlyNames.ini", "Cowboy\r\n\r\n Falcon \r\n");
+  folder.Write("KESTREL.ini",
+               "[MAPS]\r\nTOTALMAPS=2\r\nMAP1=korea.ini\r\nMAP2=balkans.ini\r\nCURRENTMAP=1\r\n"
+               "[CONNLIST]\r\nNUM=1\r\n[CONNLIST1]\r\nNAME=Demo session\r\nIP=127.0.0.1\r\n");
+  folder.Write(
+      "Theaters/korea.ini",
+      "[MAP]\r\nNAME=korea\r\nDISPLNAME=Korea\r\nPIC=korea.bmp\r\nSIZE=1024\r\nCURRENTBULL=1\r\nPICSIZE=2\r\n"
+      "BULLSEYES=2\r\n[BULLS1]\r\nNAME=Anvil\r\nX=100\r\nY=200\r\n[BULLS2]\r\nNAME=Hammer\r\nX=300\r\nY=400\r\n");
+  folder.Write("Theaters/korea.bmp", TinyBmp(2));
+  folder.Write("Theaters/balkans.ini",
+               "[MAP]\r\nNAME=balkans\r\nDISPLNAME=Balkans\r\nPIC=balkans.bmp\r\nSIZE=2048\r\nPICSIZE=3\r\n");
+  folder.Write("Theaters/balkans.bmp", TinyBmp(3));
+}
+
+}  // namespace kestrel::core

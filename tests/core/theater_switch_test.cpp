@@ -1,0 +1,186 @@
+#include "core/theater_switch.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "base/failure.h"
+#include "core/settings.h"
+#include "station_folder.h"
+
+namespace kestrel::core {
+namespace {
+
+using base::Changed;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class TheaterSwitch : public testing::Test {
+ protected:
+  TheaterSwitch() {
+    WriteInstallation(folder);
+    around.Shown.WhenShown = [this] { RunSteps(MapLoadSteps(), around.All); };
+    EXPECT_TRUE(Main(around.All));
+    around.Shown.Calls.clear();
+    around.Shown.Refreshes.clear();
+  }
+
+  ProgramFolder folder;
+  Around around{folder.Path};
+  Station& station = around.State;
+};
+
+TEST_F(TheaterSwitch, SavesUnderTheMessageThenShowsTheOtherTheater) {
+  station.LinkOptions.CONNPORT = 6200;
+  station.View.ViewShorts[0] = {15, 30, 2};
+  around.Desk.WhenEventsRun = [&] { EXPECT_THAT(around.Shown.Calls, ElementsAre("saving message")); };
+  SwitchTheater(around.All, 2);
+  EXPECT_EQ(around.Desk.EventRuns, 1);
+  EXPECT_THAT(around.Shown.Calls, ElementsAre("saving message", "no saving message", "Refresh"));
+  EXPECT_TRUE(Has(around.Shown.Refreshes[0], Changed::Map));
+  EXPECT_TRUE(Has(around.Shown.Refreshes[0], Changed::MiniMap));
+  EXPECT_TRUE(Has(around.Shown.Refreshes[0], Changed::Zoom));
+  EXPECT_TRUE(Has(around.Shown.Refreshes[0], Changed::NameMenus));
+  // What was saved is the state before the switch.
+  EXPECT_THAT(folder.Read("KESTREL.ini"), HasSubstr("CURRENTMAP=1\r\n[OPTIONS]\r\nCONNPORT=6200\r\n"));
+  EXPECT_EQ(folder.Read("Theaters/korea_ViewShort.dat").size(), 172u);
+  EXPECT_FALSE(folder.Has("Theaters/balkans_ViewShort.dat"));
+
+  EXPECT_EQ(station.Catalogue.CurrentTheater, 2);
+  EXPECT_EQ(station.MapPicture.Width, 3);
+  EXPECT_EQ(station.View.Size, 2048);
+  EXPECT_EQ(station.View.PicSize, 3);
+  EXPECT_EQ(station.View.ViewShorts[0].ViewCenterX, 1024 * 15);
+  EXPECT_THAT(around.Desk.Boxes, IsEmpty());
+}
+
+TEST_F(TheaterSwitch, ATheaterOpensWholeAndCentredWhereverItsBullseyeLies) {
+  SwitchTheater(around.All, 2);
+  station.View.Resolution = 8;
+  station.View.ViewCenterX = 1;
+  SwitchTheater(around.All, 1);
+  EXPECT_EQ(station.View.Resolution, 1);
+  EXPECT_EQ(station.View.ViewCenterX, 512 * 15);
+  EXPECT_EQ(station.View.ViewCenterY, 512 * 15);
+  EXPECT_EQ(station.View.BullsViewX, 100 * 15);
+  EXPECT_EQ(station.View.AnchorViewX, 100 * 15);
+  EXPECT_EQ(station.View.AnchorViewY, (1024 - 200) * 15);
+  EXPECT_EQ(station.View.MapWidth, 1024 * 15);
+}
+
+TEST_F(TheaterSwitch, ATheaterWithoutBullseyesHasItsMarksInTheMiddle) {
+  SwitchTheater(around.All, 2);
+  EXPECT_EQ(station.View.BullsViewX, 1024 * 15);
+  EXPECT_EQ(station.View.BullsViewY, 1024 * 15);
+  EXPECT_EQ(station.View.AnchorViewX, 1024 * 15);
+  EXPECT_EQ(station.Session.Bull.X, 1024);
+  EXPECT_EQ(station.Session.Bull.Y, 1024);
+}
+
+TEST_F(TheaterSwitch, TheViewsOfTheOtherTheaterAreLoaded) {
+  SwitchTheater(around.All, 2);
+  station.View.ViewShorts[1] = {450, 600, 16};
+  SwitchTheater(around.All, 1);
+  EXPECT_EQ(station.View.ViewShorts[1].ViewCenterX, 512 * 15);
+  SwitchTheater(around.All, 2);
+  EXPECT_EQ(station.View.ViewShorts[1].ViewCenterX, 450);
+  EXPECT_EQ(station.View.ViewShorts[1].ViewCenterY, 600);
+  EXPECT_EQ(station.View.ViewShorts[1].Resolution, 16);
+}
+
+TEST_F(TheaterSwitch, ASessionKeepsItsAircraft) {
+  around.Link.ConnectTo("server");
+  around.WS1.Accept();
+  station.Plots.Clients.Append({}).Id = 7;
+  station.Plots.IndexLast();
+  station.Plots.AIPlots.Append({}).Name = "Cowboy1   ";
+  SwitchTheater(around.All, 2);
+  EXPECT_TRUE(station.Session.Connected);
+  EXPECT_EQ(station.Plots.FindClient(7), 1u);
+  EXPECT_EQ(station.Plots.AIPlots.UpperBound(), 1u);
+}
+
+TEST_F(TheaterSwitch, APictureThatCannotBeReadLeavesTheFormerTheater) {
+  station.View.Resolution = 4;
+  station.View.ViewCenterX = 3000;
+  for (const std::string& bytes : {std::string(), TinyBmp(3).substr(0, 70), std::string(100, 'x')}) {
+    folder.Write("Theaters/balkans.bmp", bytes);
+    around.Desk.Boxes.clear();
+    around.Shown.Refreshes.clear();
+    SwitchTheater(around.All, 2);
+    ASSERT_THAT(around.Desk.Boxes, SizeIs(1));
+    EXPECT_EQ(around.Desk.Boxes[0].Title, "Error");
+    EXPECT_EQ(around.Desk.Boxes[0].Text,
+              "An error ocurred while loading the initialization files for this Theater. Please check these files, or "
+              "reinstall the program. The former theater stays in use.");
+    EXPECT_EQ(station.Catalogue.CurrentTheater, 1);
+    EXPECT_EQ(station.MapPicture.Width, 2);
+    EXPECT_EQ(station.View.Size, 1024);
+    EXPECT_EQ(station.View.Resolution, 4);
+    EXPECT_EQ(station.View.ViewCenterX, 3000);
+    EXPECT_EQ(station.Session.Bull.X, 100);
+    EXPECT_THAT(around.Shown.Refreshes, ElementsAre(Changed::NameMenus));
+  }
+}
+
+TEST_F(TheaterSwitch, AMissingPictureLeavesTheFormerTheater) {
+  std::filesystem::remove(folder.Path / "Theaters/balkans.bmp");
+  SwitchTheater(around.All, 2);
+  EXPECT_THAT(around.Desk.Boxes, SizeIs(1));
+  EXPECT_EQ(station.Catalogue.Current().Name, "korea");
+}
+
+TEST_F(TheaterSwitch, APictureThatCannotBeReadThrowsBeforeAnythingChanges) {
+  folder.Write("Theaters/korea.bmp", "no picture");
+  station.View.Resolution = 4;
+  EXPECT_THROW(ReloadTheater(around.All), base::RuntimeFailure);
+  EXPECT_EQ(station.MapPicture.Width, 2);
+  EXPECT_EQ(station.View.Resolution, 4);
+}
+
+TEST_F(TheaterSwitch, AFailedSaveIsToldAndTheSwitchGoesOn) {
+  std::filesystem::remove(folder.Path / "KESTREL.ini");
+  std::filesystem::create_directories(folder.Path / "KESTREL.ini/in the way");
+  SwitchTheater(around.All, 2);
+  ASSERT_THAT(around.Desk.Boxes, SizeIs(1));
+  EXPECT_EQ(around.Desk.Boxes[0].Title, link::ProgramTitle());
+  EXPECT_THAT(around.Desk.Boxes[0].Text, HasSubstr("KESTREL.ini"));
+  EXPECT_EQ(station.Catalogue.Current().Name, "balkans");
+}
+
+TEST_F(TheaterSwitch, AnEntryThatIsNotThereChangesNothing) {
+  for (const std::size_t index : {0, 3, 70000}) {
+    SwitchTheater(around.All, index);
+    EXPECT_EQ(SelectBullseye(around.All, index), Changed::Nothing);
+  }
+  EXPECT_EQ(station.Catalogue.CurrentTheater, 1);
+  EXPECT_EQ(station.Catalogue.Current().CurrentBull, 1);
+  EXPECT_THAT(around.Shown.Calls, IsEmpty());
+}
+
+TEST_F(TheaterSwitch, AChosenBullseyeMovesTheMarkAndTheOriginOfTheFeed) {
+  const Changed changed = SelectBullseye(around.All, 2);
+  EXPECT_TRUE(Has(changed, Changed::NameMenus));
+  EXPECT_TRUE(Has(changed, Changed::Map));
+  EXPECT_EQ(station.Catalogue.Current().CurrentBull, 2);
+  EXPECT_EQ(station.View.BullsViewX, 300 * 15);
+  EXPECT_EQ(station.View.BullsViewY, (1024 - 400) * 15);
+  EXPECT_EQ(station.Session.Bull.X, 300);
+  EXPECT_EQ(station.Session.Bull.Y, 1024 - 400);
+  // The anchor stays where it was.
+  EXPECT_EQ(station.View.AnchorViewX, 100 * 15);
+}
+
+TEST_F(TheaterSwitch, ATapesBullseyeMovesTheMarkUntilTheNextReload) {
+  ReloadBulls(station, map::Point{10, 24});
+  EXPECT_EQ(station.View.BullsViewX, 150);
+  EXPECT_EQ(station.View.BullsViewY, 15000);
+  EXPECT_EQ(station.Session.Bull.Y, 1000);
+  EXPECT_EQ(station.Catalogue.Current().CurrentBull, 1);
+  ReloadBulls(station);
+  EXPECT_EQ(station.View.BullsViewX, 1500);
+}
+
+}  // namespace
+}  // namespace kestrel::core
