@@ -1,0 +1,46 @@
+#include "map/lat_long.h"
+
+#include <cmath>
+
+#include "link/tables.h"
+#include "map/geometry.h"
+
+namespace kestrel::map {
+namespace {
+
+// The station's own constants, not rounder or truer ones: stored positions fit only these.
+constexpr double EarthRadius = 2.09257e7;  // feet
+constexpr double RadiansPerDegree = 0.01745329;
+constexpr double DegreesPerRadian = 57.2957795;
+constexpr double FeetPerDegree = 365221.8846;
+
+std::string Text(double value, char positive, char negative, const char* degreeFormat) {
+  const double size = std::abs(value);
+  const double degrees = std::trunc(size);
+  const double minutes = std::trunc((size - degrees) * 60 * 1000) / 1000;
+  return (value < 0 ? negative : positive) + SafeFormat(degrees, degreeFormat) + "\xB0 " +
+         SafeFormat(minutes, "00.000") + "'";
+}
+
+}  // namespace
+
+LatLong LatLongFromFeet(Corner corner, double xFeet, double yFeet) {
+  const double lat = (corner.CoordLat * FeetPerDegree + yFeet) / EarthRadius;
+  const double c = std::cos(lat);
+  const double lon = (corner.CoordLong * RadiansPerDegree * EarthRadius * c + xFeet) / (c * EarthRadius);
+  return {lat * DegreesPerRadian, lon * DegreesPerRadian};
+}
+
+Feet FeetFromLatLong(Corner corner, double lat, double lon) {
+  const double c = std::cos(lat * RadiansPerDegree);
+  const double x = lon * RadiansPerDegree * EarthRadius * c - corner.CoordLong * RadiansPerDegree * EarthRadius * c;
+  const double y = lat * RadiansPerDegree * EarthRadius - corner.CoordLat * FeetPerDegree;
+  return {x, y};
+}
+
+LatLongText FormatLatLong(Corner corner, double mapX, double mapY) {
+  const LatLong place = LatLongFromFeet(corner, mapX * link::FeetPerMapUnit, mapY * link::FeetPerMapUnit);
+  return {Text(place.Lat, 'N', 'S', "00"), Text(place.Long, 'E', 'W', "000")};
+}
+
+}  // namespace kestrel::map

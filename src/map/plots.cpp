@@ -1,0 +1,155 @@
+#include "map/plots.h"
+
+#include <array>
+#include <cmath>
+#include <numeric>
+
+#include "base/numbers.h"
+#include "link/plot_feed.h"
+
+namespace kestrel::map {
+namespace {
+
+constexpr double SymbolRadius = 60;      // surface units, 4 pixels
+constexpr double RealLabelGap = 210;     // from the plot to the right end of its labels
+constexpr double AILabelGap = 285;       // half the block of 390, and 90
+constexpr double AIBareBlock = 195;      // half the block, where no altitude is shown
+constexpr double AITrailShift = -60;     // the AI trail lies 4 pixels up and left of the true positions; this stands
+constexpr std::size_t RecentPoints = 6;  // of a trail that is not shown whole
+
+TextFont LabelTextFont(const LabelFont& font) {
+  return {.Name = LabelFont::Name, .Size = font.Size, .Bold = font.Bold, .Italic = font.Italic};
+}
+
+/// A number as the text of a label. Short enough to need no memory of its own.
+std::string NumberText(double value, std::string_view pattern) {
+  std::string text;
+  base::AppendFormat(text, value, pattern);
+  return text;
+}
+
+double SignOf(double value) { return value > 0 ? 1 : value < 0 ? -1 : 0; }
+
+void DrawRealLabels(const Scene& scene, Surface& surface, const link::PlotRecord& plot, Point at) {
+  const TextFont font = LabelTextFont(scene.Labels);
+  const std::string id = NumberText(plot.ClientId, "0");
+  const std::string altitude = NumberText(plot.Altitude, "000");
+  const std::string speed = NumberText(plot.Speed, "0");
+  const std::array<std::string_view, 5> lines = {id, plot.Label, plot.Name, altitude, speed};
+  std::array<TextSize, 5> sizes;
+  double height = 0;
+  for (std::size_t line = 0; line < lines.size(); ++line) {
+    sizes[line] = surface.Measure(lines[line], font);
+    height += sizes[line].Height;
+  }
+  double top = at.Y - height / 2;
+  for (std::size_t line = 0; line < lines.size(); ++line) {
+    surface.Print(lines[line], at.X - sizes[line].Width - RealLabelGap, top, font, plot.Color);
+    top += sizes[line].Height;
+  }
+}
+
+void DrawSpeedVector(Surface& surface, const link::PlotRecord& plot, Point at) {
+  const link::PlotPoint& before = plot.History[plot.History.UpperBound()];
+  const double dX = plot.X - before.X;
+  const double dY = plot.Y - before.Y;
+  const float length = static_cast<float>(plot.Speed) / 10;  // pixels
+  double vX = length * SignOf(dX);
+  double vY = 0;
+  if (dY != 0) {
+    const double m = dX / dY;
+    vY = length / std::sqrt(m * m + 1) * SignOf(dY);
+    vX = vY * m;
+  }
+  surface.Line(at.X, at.Y, at.X + UnitsPerPixelX * vX, at.Y - UnitsPerPixelY * vY, {.Color = plot.Color});
+}
+
+void DrawTrail(const Scene& scene, Surface& surface, const link::PlotRecord& plot) {
+  const std::size_t top = plot.History.UpperBound();
+  const std::size_t first = plot.ShowAllHistory || top < RecentPoints ? 1 : top - RecentPoints + 1;
+  for (std::size_t index = first; index <= top; ++index) {
+    const link::PlotPoint& point = plot.History[index];
+    if (point.X == 0 || point.Y == 0) continue;
+    const Point at = SurfaceFromMap(scene.View, point.X, point.Y);
+    surface.Dot(at.X, at.Y, plot.Color);
+  }
+}
+
+void DrawAISymbol(const Scene& scene, Surface& surface, bool hostile, Point at) {
+  if (!hostile) {
+    surface.Arc(at.X, at.Y, SymbolRadius, 205, 335, {.Color = scene.Display.AICOLOR_FRIENDS});
+    return;
+  }
+  const Pen pen{.Color = scene.LinkOptions.AICOLOR};
+  surface.Line(at.X - SymbolRadius, at.Y + SymbolRadius, at.X, at.Y - SymbolRadius, pen);
+  surface.Line(at.X, at.Y - SymbolRadius, at.X + SymbolRadius, at.Y + SymbolRadius, pen);
+}
+
+}  // namespace
+
+void DrawMovingLayers(const Scene& scene, Surface& surface) {
+  RepositAllPlots(scene, surface);
+  if (scene.Display.AIVISIBLE) {
+    for (std::size_t index = 1; index <= scene.Plots.AIPlots.UpperBound(); ++index) {
+      const link::AIPlotRecord& plot = scene.Plots.AIPlots[index];
+      DrawAIPlot(scene, surface, index, plot.X, plot.Y);
+    }
+  }
+  CalculateAndDrawPlotHistories(scene, surface);
+}
+
+void RepositAllPlots(const Scene& scene, Surface& surface) {
+  for (std::size_t index = 1; index <= scene.Plots.Clients.UpperBound(); ++index) {
+    if (scene.Plots.Clients[index].ClientId != 0) RepositPlot(scene, surface, index);
+  }
+}
+
+void RepositPlot(const Scene& scene, Surface& surface, std::size_t index) {
+  if (index == 0 || !scene.Display.REALVISIBLE || !scene.Plots.Clients[index].PlotVisible) return;
+  DrawRealPlot(scene, surface, index);
+}
+
+void DrawRealPlot(const Scene& scene, Surface& surface, std::size_t index) {
+  const link::PlotRecord& plot = scene.Plots.Clients[index];
+  // Either coordinate at 0 means that there is no position yet; the trail is drawn all the same.
+  if (plot.X != 0 && plot.Y != 0) {
+    const Point at = SurfaceFromMap(scene.View, plot.X, plot.Y);
+    surface.Circle(at.X, at.Y, SymbolRadius, {.Color = plot.Color});
+    if (scene.Display.REALLABELSVISIBLE) DrawRealLabels(scene, surface, plot, at);
+    if (link::HasShownPosition(plot)) DrawSpeedVector(surface, plot, at);
+  }
+  if (scene.Display.SHOWHISTORY) DrawTrail(scene, surface, plot);
+}
+
+void DrawAIPlot(const Scene& scene, Surface& surface, std::size_t index, double x, double y) {
+  const link::AIPlotRecord& plot = scene.Plots.AIPlots[index];
+  const Point at = SurfaceFromDown(scene.View, x, y);
+  const bool hostile = plot.Hostile != 0;
+  const TextFont font = LabelTextFont(scene.Labels);
+  const base::Colour colour = hostile ? scene.LinkOptions.AICOLOR : scene.Display.AICOLOR_FRIENDS;
+  std::string altitude;
+  TextSize size;
+  Point origin{at.X - AIBareBlock, at.Y - AIBareBlock};
+  if (scene.Display.AILABELSVISIBLE) {
+    altitude = NumberText(plot.Altitude, "000");
+    size = surface.Measure(altitude, font);
+    origin = {at.X - base::RoundHalfEven(size.Width + AILabelGap), at.Y - base::RoundHalfEven(size.Height / 2)};
+  }
+  DrawAISymbol(scene, surface, hostile, at);
+  if (scene.Display.AILABELSVISIBLE) surface.Print(altitude, origin.X, origin.Y, font, colour);
+  if (scene.Display.SHOWAINAMES) {
+    // Under the altitude, or at the height of the origin where there is none.
+    const double left = origin.X + size.Width - surface.Measure(plot.Name, font).Width;
+    surface.Print(plot.Name, left, origin.Y + size.Height, font, colour);
+  }
+}
+
+void CalculateAndDrawPlotHistories(const Scene& scene, Surface& surface) {
+  if (!scene.Display.SHOWHISTORY) return;
+  for (const link::AIHistoryPoint& point : scene.Plots.AIHistory.Live()) {
+    const Point at = SurfaceFromDown(scene.View, point.X, point.Y);
+    surface.Dot(at.X + AITrailShift, at.Y + AITrailShift, point.Color);
+  }
+}
+
+}  // namespace kestrel::map

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "base/picture.h"
+#include "link/options.h"
+#include "link/tables.h"
+#include "map/lat_long.h"
+#include "map/options.h"
+#include "map/surface.h"
+#include "map/view_state.h"
+
+namespace kestrel::map {
+
+/// The visible rectangle, map units, Y north.
+struct ClipRect {
+  double ClipLeft = 0;
+  double ClipRight = 0;
+  double ClipTop = 0;
+  double ClipBottom = 0;
+};
+ClipRect VisibleRect(const ViewState& view);
+
+/// What the painters read. All references outlive the draw.
+struct Scene {
+  const base::Picture& MapPicture;
+  const ViewState& View;
+  Corner TheaterCorner;
+  const Options& Display;
+  const link::Options& LinkOptions;
+  const link::Tables& Plots;
+  LabelFont Labels;
+};
+
+/// Ticks of the last DrawMap, for diagnostics: milliseconds.
+struct DrawTimes {
+  std::uint32_t Start = 0;
+  std::uint32_t End = 0;
+};
+
+/// Paints everything: picture, grid, bullseye, (areas, airfields, ILS by later layers), captures, then what moves.
+void DrawMap(const Scene& scene, Surface& surface);
+/// Restores the captured picture and paints what moves.
+void RedrawPlots(const Scene& scene, Surface& surface);
+
+/// Static layers, in file grid.cpp and bullseye_mark.cpp.
+void DrawGrid(const Scene& scene, Surface& surface);
+void DrawBullseye(const Scene& scene, Surface& surface);
+
+}  // namespace kestrel::map

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <string_view>
+
+#include "base/colour.h"
+#include "base/picture.h"
+#include "map/geometry.h"
+#include "map/options.h"
+
+namespace kestrel::map {
+
+/// A pen for one call.
+struct Pen {
+  base::Colour Color = 0;
+  int DrawWidth = 1;  ///< pixels
+};
+
+/// A font for one call, without its colour.
+struct TextFont {
+  std::string_view Name;
+  float Size = 8;  ///< points
+  bool Bold = false;
+  bool Italic = false;
+  bool Strike = false;
+  bool Under = false;
+};
+
+struct TextSize {
+  double Width = 0;   ///< surface units
+  double Height = 0;  ///< surface units: one line, the step to the next line of print
+};
+
+/// Seam: what the map is drawn on. All positions and sizes in surface units (15 to a pixel, Y down); any finite value
+/// is accepted, what lies outside is not drawn, what is no number is not drawn. Pen and font come with each call.
+class Surface {
+ public:
+  virtual ~Surface() = default;
+  /// Copies `from` of the picture, scaled, to the whole surface; what lies beyond the picture gets the background
+  /// colour.
+  virtual void CopyPicture(const base::Picture& picture, const SourceRect& from) = 0;
+  virtual void Line(double x1, double y1, double x2, double y2, Pen pen) = 0;
+  /// Outline of a circle.
+  virtual void Circle(double x, double y, double radius, Pen pen) = 0;
+  /// Part of a circle, degrees anticlockwise from east.
+  virtual void Arc(double x, double y, double radius, double fromDegrees, double toDegrees, Pen pen) = 0;
+  /// A history dot: a disc of radius one pixel. Many thousands of them are drawn in one redraw.
+  virtual void Dot(double x, double y, base::Colour color) = 0;
+  virtual TextSize Measure(std::string_view text, const TextFont& font) = 0;
+  /// One line of text, upper left corner at (x, y); code page bytes.
+  virtual void Print(std::string_view text, double x, double y, const TextFont& font, base::Colour color) = 0;
+  /// Keeps what is on the surface as MapSnapshot.
+  virtual void Capture() = 0;
+  /// Puts MapSnapshot back.
+  virtual void Restore() = 0;
+};
+
+}  // namespace kestrel::map

@@ -1,0 +1,232 @@
+#include "map/plots.h"
+
+#include <gtest/gtest.h>
+
+#include "map/scene_fixture.h"
+
+namespace kestrel::map {
+namespace {
+
+using test::SurfaceCall;
+using Calls = std::vector<SurfaceCall>;
+
+class RealPlot : public testing::Test, protected test::SceneFixture {
+ protected:
+  void Draw() { RepositAllPlots(Scene(), Surface); }
+};
+
+class AIPlot : public testing::Test, protected test::SceneFixture {
+ protected:
+  void Draw() { DrawMovingLayers(Scene(), Surface); }
+};
+
+TEST_F(RealPlot, HasACircleAndFiveLabelsEndingLeftOfIt) {
+  AddPlayer(512, 512);
+  Draw();
+  constexpr base::Colour colour = 0x123456;
+  constexpr double end = 6000 - 210;
+  constexpr double top = 4500 - 5 * 195 / 2.0;
+  EXPECT_EQ(Surface.Calls, (Calls{{"circle", {6000, 4500, 60}, colour, 1},
+                                  {"print", {end - 90, top}, colour, 0, "7"},
+                                  {"print", {end - 7 * 90, top + 195}, colour, 0, "Viper11"},
+                                  {"print", {end - 3 * 90, top + 390}, colour, 0, "Ann"},
+                                  {"print", {end - 3 * 90, top + 585}, colour, 0, "035"},
+                                  {"print", {end - 3 * 90, top + 780}, colour, 0, "400"}}));
+  EXPECT_EQ(Surface.LastFontName, "MS Sans Serif");
+  EXPECT_EQ(Surface.LastFontSize, 8);
+}
+
+TEST_F(RealPlot, AnEmptyLabelKeepsItsLine) {
+  AddPlayer(512, 512).Label = "";
+  Draw();
+  const Calls prints = Surface.Of("print");
+  ASSERT_EQ(prints.size(), 5U);
+  EXPECT_EQ(prints[2].Numbers[1] - prints[1].Numbers[1], 195);
+}
+
+TEST_F(RealPlot, WithoutLabelsOnlyTheSymbolIsDrawn) {
+  AddPlayer(512, 512);
+  Display.REALLABELSVISIBLE = false;
+  Draw();
+  EXPECT_EQ(Surface.Calls, (Calls{{"circle", {6000, 4500, 60}, 0x123456, 1}}));
+}
+
+TEST_F(RealPlot, VectorPointsWhereThePlotMoves) {
+  struct Case {
+    double fromX, fromY;
+    double right, up;  // pixels
+  };
+  constexpr Case cases[] = {{509, 508, 24, 32},  {515, 516, -24, -32}, {509, 516, 24, -32},
+                            {515, 508, -24, 32}, {512, 500, 0, 40},    {512, 520, 0, -40},
+                            {500, 512, 40, 0},   {520, 512, -40, 0},   {512, 512, 0, 0}};
+  Display.REALLABELSVISIBLE = false;
+  Display.SHOWHISTORY = false;
+  link::PlotRecord& plot = AddPlayer(512, 512);
+  plot.PosText = "0509.0000508.000";
+  for (const Case& each : cases) {
+    plot.History.Clear();
+    plot.History.Append({each.fromX, each.fromY});
+    Surface.Calls.clear();
+    Draw();
+    const Calls expected = {{"line", {6000, 4500, 6000 + 15 * each.right, 4500 - 15 * each.up}, 0x123456, 1}};
+    EXPECT_EQ(Surface.Of("line"), expected) << each.fromX << ' ' << each.fromY;
+  }
+}
+
+TEST_F(RealPlot, HasNoVectorBeforeItsSecondPosition) {
+  link::PlotRecord& plot = AddPlayer(512, 512);
+  plot.History.Append({500, 500});
+  for (const char* text : {"", "0000.0000000.000"}) {
+    plot.PosText = text;
+    Surface.Calls.clear();
+    Draw();
+    EXPECT_TRUE(Surface.Of("line").empty()) << text;
+  }
+}
+
+TEST_F(RealPlot, AtEitherZeroOnlyItsTrailIsDrawn) {
+  for (const auto& [x, y] : {std::pair{0.0, 0.0}, {0.0, 512.0}, {512.0, 0.0}}) {
+    Plots.Clients.Clear();
+    Surface.Calls.clear();
+    AddPlayer(x, y).History.Append({512, 512});
+    Draw();
+    EXPECT_EQ(Surface.Calls, (Calls{{"dot", {6000, 4500}, 0x123456}})) << x << ' ' << y;
+  }
+}
+
+TEST_F(RealPlot, ShowsItsLastSixPointsOrAllOfThem) {
+  struct Case {
+    int points;
+    bool all;
+    int first, count;
+  };
+  constexpr Case cases[] = {{0, false, 1, 0}, {1, false, 1, 1},   {5, false, 1, 5},  {6, false, 1, 6},
+                            {7, false, 2, 6}, {20, false, 15, 6}, {20, true, 1, 20}, {3, true, 1, 3}};
+  for (const Case& each : cases) {
+    Plots.Clients.Clear();
+    Surface.Calls.clear();
+    link::PlotRecord& plot = AddPlayer(512, 512);
+    plot.ShowAllHistory = each.all;
+    for (int point = 1; point <= each.points; ++point) plot.History.Append({512.0 + point, 512});
+    Draw();
+    const Calls dots = Surface.Of("dot");
+    ASSERT_EQ(dots.size(), static_cast<std::size_t>(each.count)) << each.points;
+    if (each.count > 0) {
+      EXPECT_EQ(dots[0].Numbers[0], 6000 + 15 * each.first) << each.points;
+    }
+  }
+}
+
+TEST_F(RealPlot, TrailPointsWithAZeroAreLeftOut) {
+  link::PlotRecord& plot = AddPlayer(512, 512);
+  plot.History.Append({0, 500});
+  plot.History.Append({500, 0});
+  plot.History.Append({512, 511});
+  Draw();
+  EXPECT_EQ(Surface.Of("dot"), (Calls{{"dot", {6000, 4515}, 0x123456}}));
+}
+
+TEST_F(RealPlot, HasNoTrailWhenHistoryIsOff) {
+  AddPlayer(512, 512).History.Append({512, 511});
+  Display.SHOWHISTORY = false;
+  Draw();
+  EXPECT_TRUE(Surface.Of("dot").empty());
+}
+
+TEST_F(RealPlot, IsHiddenWholeBySwitchByRecordOrWithoutId) {
+  AddPlayer(512, 512).History.Append({512, 511});
+  Display.REALVISIBLE = false;
+  Draw();
+  EXPECT_TRUE(Surface.Calls.empty());
+  Display.REALVISIBLE = true;
+  Plots.Clients[1].PlotVisible = false;
+  Draw();
+  EXPECT_TRUE(Surface.Calls.empty());
+  Plots.Clients[1].PlotVisible = true;
+  Plots.Clients[1].ClientId = 0;
+  Draw();
+  EXPECT_TRUE(Surface.Calls.empty());
+}
+
+TEST_F(RealPlot, TheDummyIsNeverDrawn) {
+  Plots.Clients[0].X = Plots.Clients[0].Y = 512;
+  Plots.Clients[0].ClientId = 3;
+  RepositPlot(Scene(), Surface, 0);
+  Draw();
+  EXPECT_TRUE(Surface.Calls.empty());
+}
+
+TEST_F(AIPlot, HostileIsACaretWithAltitudeAndName) {
+  AddAI(512, 512, 1);
+  Draw();
+  constexpr double left = 6000 - (3 * 90 + 285);
+  constexpr double top = 4500 - 98;  // half of 195, rounded to even
+  EXPECT_EQ(Surface.Calls, (Calls{{"line", {5940, 4560, 6000, 4440}, 255, 1},
+                                  {"line", {6000, 4440, 6060, 4560}, 255, 1},
+                                  {"print", {left, top}, 255, 0, "050"},
+                                  {"print", {left + 3 * 90 - 5 * 90, top + 195}, 255, 0, "Mig21"}}));
+}
+
+TEST_F(AIPlot, FriendIsTheLowerArcInItsColour) {
+  AddAI(512, 512, 0);
+  Display.AICOLOR_FRIENDS = 0x00AA00;
+  Draw();
+  ASSERT_FALSE(Surface.Calls.empty());
+  EXPECT_EQ(Surface.Calls[0], (SurfaceCall{"arc", {6000, 4500, 60, 205, 335}, 0x00AA00, 1}));
+  for (const SurfaceCall& call : Surface.Of("print")) EXPECT_EQ(call.Color, 0x00AA00U);
+}
+
+TEST_F(AIPlot, YGrowsDownward) {
+  AddAI(512, 500, 0);
+  Draw();
+  EXPECT_EQ(Surface.Of("arc")[0].Numbers[1], 4500 - 12 * 15);
+}
+
+TEST_F(AIPlot, AnyOtherSideThan0IsHostile) {
+  AddAI(512, 512, 2);
+  LinkOptions.AICOLOR = 0x445566;
+  Draw();
+  EXPECT_EQ(Surface.Of("line").size(), 2U);
+  EXPECT_EQ(Surface.Of("line")[0].Color, 0x445566U);
+}
+
+TEST_F(AIPlot, NameAloneHangsOnABlockUpAndLeft) {
+  AddAI(512, 512, 1);
+  Display.AILABELSVISIBLE = false;
+  Draw();
+  EXPECT_EQ(Surface.Of("print"), (Calls{{"print", {6000 - 195 - 5 * 90, 4500 - 195}, 255, 0, "Mig21"}}));
+}
+
+TEST_F(AIPlot, AltitudeAloneAndNoLabelAtAll) {
+  AddAI(512, 512, 1);
+  Display.SHOWAINAMES = false;
+  Draw();
+  EXPECT_EQ(Surface.Of("print").size(), 1U);
+  Display.AILABELSVISIBLE = false;
+  Surface.Calls.clear();
+  Draw();
+  EXPECT_TRUE(Surface.Of("print").empty());
+  EXPECT_EQ(Surface.Of("line").size(), 2U);
+}
+
+TEST_F(AIPlot, SwitchedOffLeavesOnlyTheTrail) {
+  AddAI(512, 512, 1);
+  Plots.AIHistory.Append({512, 512, 1, 255});
+  Display.AIVISIBLE = false;
+  Draw();
+  EXPECT_EQ(Surface.Calls, (Calls{{"dot", {5940, 4440}, 255}}));
+}
+
+TEST_F(AIPlot, TrailLiesFourPixelsUpAndLeftInThePointsOwnColour) {
+  Plots.AIHistory.Append({513, 514, 3, 16711680});
+  Display.AICOLOR_FRIENDS = 1;
+  Draw();
+  EXPECT_EQ(Surface.Calls, (Calls{{"dot", {6015 - 60, 4530 - 60}, 16711680}}));
+  Display.SHOWHISTORY = false;
+  Surface.Calls.clear();
+  Draw();
+  EXPECT_TRUE(Surface.Calls.empty());
+}
+
+}  // namespace
+}  // namespace kestrel::map

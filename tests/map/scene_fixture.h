@@ -1,0 +1,58 @@
+#pragma once
+
+#include "doubles/recording_surface.h"
+#include "map/geometry.h"
+#include "map/renderer.h"
+
+// A small theater on a surface of 800 by 600 pixels, Resolution 1: map point (512, 512) is surface point (6000, 4500).
+namespace kestrel::test {
+
+struct SceneFixture {
+  SceneFixture() {
+    map::ResetView(View, 1024, 2048, 500, 300);
+    map::ResizeSurface(View, 12000, 9000);
+  }
+
+  map::Scene Scene() const {
+    return {.MapPicture = Picture,
+            .View = View,
+            .TheaterCorner = Corner,
+            .Display = Display,
+            .LinkOptions = LinkOptions,
+            .Plots = Plots,
+            .Labels = {}};
+  }
+
+  link::PlotRecord& AddPlayer(double x, double y) {
+    link::PlotRecord& plot = Plots.Clients.Append({});
+    plot.Id = plot.ClientId = 7;
+    plot.X = x;
+    plot.Y = y;
+    plot.Color = 0x123456;
+    plot.Label = "Viper11";
+    plot.Name = "Ann";
+    plot.Altitude = 35;
+    plot.Speed = 400;
+    return plot;
+  }
+
+  link::AIPlotRecord& AddAI(float x, float y, std::uint8_t hostile) {
+    link::AIPlotRecord& plot = Plots.AIPlots.Append({});
+    plot.Name = "Mig21";
+    plot.X = x;
+    plot.Y = y;
+    plot.Hostile = hostile;
+    plot.Altitude = 50;
+    return plot;
+  }
+
+  base::Picture Picture;
+  map::ViewState View;
+  map::Corner Corner{33, 123};
+  map::Options Display;
+  link::Options LinkOptions;
+  link::Tables Plots;
+  RecordingSurface Surface;
+};
+
+}  // namespace kestrel::test
