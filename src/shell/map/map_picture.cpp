@@ -1,0 +1,184 @@
+#include "shell/map/map_picture.h"
+
+#include <QContextMenuEvent>
+#include <QCursor>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QWheelEvent>
+#include <cmath>
+#include <cstdlib>
+
+#include "map/geometry.h"
+#include "shell/core/guard.h"
+#include "shell/frame/look.h"
+
+namespace kestrel::shell {
+namespace {
+
+/// One notch of a usual wheel, eighths of a degree.
+constexpr int WheelNotch = 120;
+
+}  // namespace
+
+MapPicture::MapPicture(core::Program& program, QMenu& popUp2, QWidget* owner)
+    : QWidget(owner), station(program), popUp(popUp2) {
+  setObjectName(QStringLiteral("Picture1"));
+  setAttribute(Qt::WA_OpaquePaintEvent);
+  setMouseTracking(true);
+  setFocusPolicy(Qt::StrongFocus);
+  setMinimumSize(160, 120);
+  surface.SetBackground(MapSurround(palette()));
+  settle.setSingleShot(true);
+  settle.setInterval(SettleMs);
+  connect(&settle, &QTimer::timeout, this, [this] { DrawMap(); });
+}
+
+map::Scene MapPicture::Scene() const {
+  const core::Station& state = station.State;
+  const theaters::Theater& theater = state.Catalogue.Current();
+  return map::Scene{.MapPicture = state.MapPicture,
+                    .View = state.View,
+                    .TheaterCorner = {theater.CoordLat, theater.CoordLong},
+                    .Display = state.MapOptions,
+                    .LinkOptions = state.LinkOptions,
+                    .Plots = state.Plots,
+                    .Labels = {}};
+}
+
+void MapPicture::DrawMap() {
+  if (station.State.Loading) return;
+  settle.stop();
+  Guarded(station.Log, "DrawMap", [this] {
+    drawTimes.Start = station.Log.Time().TickCount();
+    const double ratio = devicePixelRatioF();
+    const QSize pixels(static_cast<int>(std::ceil(width() * ratio)), static_cast<int>(std::ceil(height() * ratio)));
+    if (surface.Image().size() != pixels || surface.Image().devicePixelRatio() != ratio) {
+      surface.Resize(pixels, ratio);
+    }
+    map::DrawMap(Scene(), surface);
+    drawTimes.End = station.Log.Time().TickCount();
+  });
+  ++mapDraws;
+  ShowDirty();
+}
+
+void MapPicture::RedrawPlots() {
+  if (station.State.Loading || settle.isActive()) return;
+  Guarded(station.Log, "RedrawPlots", [this] { map::RedrawPlots(Scene(), surface); });
+  ++plotDraws;
+  ShowDirty();
+}
+
+void MapPicture::ShowDirty() {
+  const double ratio = surface.Image().devicePixelRatio();
+  const QRegion dirty = surface.TakeDirty();
+  if (ratio == 1) {
+    update(dirty);
+    return;
+  }
+  QRegion points;
+  for (const QRect& part : dirty) {
+    points += QRectF(part.x() / ratio, part.y() / ratio, part.width() / ratio, part.height() / ratio).toAlignedRect();
+  }
+  update(points);
+}
+
+void MapPicture::paintEvent(QPaintEvent* event) {
+  // A screen of another scale: the old picture serves until the map is drawn for it.
+  if (surface.Image().devicePixelRatio() != devicePixelRatioF()) settle.start();
+  QPainter painter(this);
+  const QSizeF shown = surface.Image().deviceIndependentSize();
+  const QRegion beyond = event->region() - QRect(QPoint(), QSize(int(shown.width()), int(shown.height())));
+  for (const QRect& part : beyond) painter.fillRect(part, MapSurround(palette()));
+  painter.drawImage(QPointF(), surface.Image());
+  Q_EMIT Painted();
+}
+
+void MapPicture::resizeEvent(QResizeEvent*) {
+  Guarded(station.Log, "Resize", [this] {
+    station.Shown.Refresh(
+        map::ResizeSurface(station.State.View, width() * map::UnitsPerPixelX, height() * map::UnitsPerPixelY));
+  });
+  settle.start();
+}
+
+void MapPicture::TakePointer(QPointF position) {
+  map::MovePointer(station.State.View, position.x() * map::UnitsPerPixelX, position.y() * map::UnitsPerPixelY);
+}
+
+void MapPicture::mousePressEvent(QMouseEvent* event) {
+  Guarded(station.Log, "MouseDown", [this, event] {
+    TakePointer(event->position());
+    switch (event->button()) {
+      case Qt::LeftButton:
+        station.Shown.Refresh(map::SetCursorStart(station.State.View));
+        break;
+      case Qt::RightButton:
+        popUp.popup(event->globalPosition().toPoint());
+        break;
+      case Qt::MiddleButton:
+        SetCenterOfScreen();
+        break;
+      default:
+        break;
+    }
+  });
+}
+
+void MapPicture::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (event->button() == Qt::RightButton) {
+    mousePressEvent(event);
+    return;
+  }
+  Guarded(station.Log, "DblClick", [this, event] {
+    TakePointer(event->position());
+    SetCenterOfScreen();
+  });
+}
+
+void MapPicture::mouseMoveEvent(QMouseEvent* event) {
+  Guarded(station.Log, "MouseMove", [this, event] {
+    if (station.State.MapOptions.MAP_AUTOFOCUS && !hasFocus()) setFocus(Qt::MouseFocusReason);
+    TakePointer(event->position());
+    station.Shown.Refresh(base::Changed::CursorLine);
+  });
+}
+
+void MapPicture::contextMenuEvent(QContextMenuEvent* event) {
+  // The right button has shown it on the press already.
+  if (event->reason() == QContextMenuEvent::Keyboard) popUp.popup(event->globalPos());
+}
+
+void MapPicture::wheelEvent(QWheelEvent* event) {
+  TurnWheel(event->angleDelta().y());
+  event->accept();
+}
+
+void MapPicture::TurnWheel(int angle) {
+  if ((angle > 0) != (wheelAngle > 0)) wheelAngle = 0;
+  wheelAngle += angle;
+  Guarded(station.Log, "MouseWheel", [this] {
+    base::Changed changed = base::Changed::Nothing;
+    for (; std::abs(wheelAngle) >= WheelNotch; wheelAngle -= wheelAngle > 0 ? WheelNotch : -WheelNotch) {
+      changed |=
+          wheelAngle > 0 ? map::IncreaseResolution(station.State.View) : map::DecreaseResolution(station.State.View);
+    }
+    station.Shown.Refresh(changed);
+  });
+}
+
+void MapPicture::SetCenterOfScreen() {
+  station.Shown.Refresh(map::SetCenterOfScreen(station.State.View));
+  CenterMousePointer();
+}
+
+void MapPicture::CenterMousePointer() {
+  // The map window lies at the frame's inner corner; what stands above it is in the fixed distances.
+  const QPoint frame = window()->frameGeometry().topLeft();
+  const double x = map::CenteredPointerX((frame.x() + pos().x()) * map::UnitsPerPixelX, width() * map::UnitsPerPixelX);
+  const double y = map::CenteredPointerY((frame.y() + pos().y()) * map::UnitsPerPixelY, height() * map::UnitsPerPixelY);
+  QCursor::setPos(static_cast<int>(std::lround(x)), static_cast<int>(std::lround(y)));
+}
+
+}  // namespace kestrel::shell

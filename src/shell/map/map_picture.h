@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QTimer>
+#include <QWidget>
+#include <cstdint>
+
+#include "core/program.h"
+#include "map/renderer.h"
+#include "shell/map/qt_surface.h"
+
+class QMenu;
+
+namespace kestrel::shell {
+
+/// Picture1 of the map window: shows the drawing surface and turns mouse and wheel into the procedures of the map. It
+/// has no rule of its own. Sizes and positions go to the view in units, 15 to a device-independent pixel.
+class MapPicture final : public QWidget {
+  Q_OBJECT
+ public:
+  /// The map is drawn anew when the size has not changed for this long, milliseconds.
+  static constexpr int SettleMs = 150;
+
+  /// `program` and `popUp2` outlive the widget.
+  MapPicture(core::Program& program, QMenu& popUp2, QWidget* owner);
+
+  /// Whole repaint; returns at once while the start is placing windows.
+  void DrawMap();
+  /// Repaint of what moves. While a new size waits to settle it is left to the DrawMap that is due then: the kept
+  /// picture does not fit the view any more.
+  void RedrawPlots();
+  /// Centres the map on the last pointer position and takes the pointer along.
+  void SetCenterOfScreen();
+  /// Puts the pointer to the middle of the map by fixed distances from the frame's corner.
+  void CenterMousePointer();
+  /// Takes part of a wheel's turn, eighths of a degree; each whole notch is one zoom step.
+  void TurnWheel(int angle);
+
+  const map::DrawTimes& LastDraw() const { return drawTimes; }
+  /// Whole repaints since the start.
+  std::uint64_t MapDraws() const { return mapDraws; }
+  std::uint64_t PlotDraws() const { return plotDraws; }
+
+ Q_SIGNALS:
+  /// A part of the map has been painted.
+  void Painted();
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+
+ private:
+  map::Scene Scene() const;
+  void TakePointer(QPointF position);
+  void ShowDirty();
+
+  core::Program& station;
+  QMenu& popUp;
+  QtSurface surface;
+  QTimer settle;
+  map::DrawTimes drawTimes;
+  std::uint64_t mapDraws = 0;
+  std::uint64_t plotDraws = 0;
+  int wheelAngle = 0;  ///< turned and not yet used
+};
+
+}  // namespace kestrel::shell

@@ -1,0 +1,19 @@
+#include "shell/map/map_window.h"
+
+#include <QVBoxLayout>
+
+#include "link/session.h"
+#include "shell/core/text.h"
+
+namespace kestrel::shell {
+
+MainFrm::MainFrm(core::Program& program, QMenu& popUp2, QWidget* owner) : QWidget(owner) {
+  setObjectName(QStringLiteral("MainFrm"));
+  setWindowTitle(FromBytes(link::ProgramTitle()) + u'b');
+  Picture1 = new MapPicture(program, popUp2, this);
+  auto* fill = new QVBoxLayout(this);
+  fill->setContentsMargins(0, 0, 0, 0);
+  fill->addWidget(Picture1);
+}
+
+}  // namespace kestrel::shell

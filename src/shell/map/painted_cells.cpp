@@ -1,0 +1,84 @@
+#include "shell/map/painted_cells.h"
+
+#include <QList>
+#include <algorithm>
+
+namespace kestrel::shell {
+namespace {
+
+constexpr int BandRows = 32;   ///< rows of one rectangle of Region()
+constexpr int JoinedGap = 64;  ///< pixels; rectangles closer than this become one
+
+/// Whether the rectangles from `thisBand` on have the same columns as those of the band above and touch them.
+bool GrowsOn(const QList<QRect>& rects, qsizetype lastBand, qsizetype thisBand) {
+  if (thisBand == rects.size() || rects.size() - thisBand != thisBand - lastBand) return false;
+  for (qsizetype rect = lastBand; rect < thisBand; ++rect) {
+    const QRect& above = rects[rect];
+    const QRect& below = rects[rect + thisBand - lastBand];
+    if (above.left() != below.left() || above.right() != below.right() || above.bottom() + 1 != below.top())
+      return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+void PaintedCells::Reset(QSize pixels) {
+  size = pixels.expandedTo(QSize(0, 0));
+  words = static_cast<std::size_t>((size.width() + 64 * CellPixels - 1) / (64 * CellPixels));
+  bits.assign(words * static_cast<std::size_t>(size.height()), 0);
+}
+
+void PaintedCells::Mark(int x, int y, int width, int height) {
+  const unsigned first = static_cast<unsigned>(x / CellPixels);
+  const unsigned last = static_cast<unsigned>((x + width - 1) / CellPixels);
+  for (unsigned word = first / 64; word <= last / 64; ++word) {
+    std::uint64_t mask = ~std::uint64_t{0};
+    if (word == first / 64) mask &= ~std::uint64_t{0} << first % 64;
+    if (word == last / 64) mask &= ~std::uint64_t{0} >> (63 - last % 64);
+    std::uint64_t* at = bits.data() + static_cast<std::size_t>(y) * words + word;
+    for (int row = 0; row < height; ++row, at += words) *at |= mask;
+  }
+}
+
+void PaintedCells::MarkAll() {
+  if (!size.isEmpty()) Mark(0, 0, size.width(), size.height());
+}
+
+void PaintedCells::Clear() { std::fill(bits.begin(), bits.end(), 0); }
+
+void PaintedCells::Join(const PaintedCells& other) {
+  for (std::size_t word = 0; word < bits.size(); ++word) bits[word] |= other.bits[word];
+}
+
+QRegion PaintedCells::Region() const {
+  QList<QRect> rects;
+  qsizetype lastBand = 0;  // where its rectangles begin
+  std::vector<std::uint64_t> band(words);
+  for (int top = 0; top < size.height(); top += BandRows) {
+    const int rows = std::min(BandRows, size.height() - top);
+    std::fill(band.begin(), band.end(), 0);
+    for (int row = top; row < top + rows; ++row) {
+      for (std::size_t word = 0; word < words; ++word) band[word] |= bits[static_cast<std::size_t>(row) * words + word];
+    }
+    const qsizetype thisBand = rects.size();
+    WalkRow(band.data(), [&](int x, int width) {
+      if (rects.size() > thisBand && x - rects.last().right() <= JoinedGap) {
+        rects.last().setRight(x + width - 1);
+      } else {
+        rects.append(QRect(x, top, width, rows));
+      }
+    });
+    if (GrowsOn(rects, lastBand, thisBand)) {
+      for (qsizetype rect = lastBand; rect < thisBand; ++rect) rects[rect].setBottom(top + rows - 1);
+      rects.resize(thisBand);
+    } else {
+      lastBand = thisBand;
+    }
+  }
+  QRegion region;
+  region.setRects(rects.constData(), static_cast<int>(rects.size()));
+  return region;
+}
+
+}  // namespace kestrel::shell

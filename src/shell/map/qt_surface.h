@@ -1,0 +1,92 @@
+#pragma once
+
+#include <QColor>
+#include <QImage>
+#include <QPointF>
+#include <QRegion>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "map/surface.h"
+#include "shell/map/glyph_sheet.h"
+#include "shell/map/painted_cells.h"
+#include "shell/map/picture_levels.h"
+#include "shell/map/sprite.h"
+
+// The map's drawing surface on an image. Here alone logical units become pixels. What moves is painted without
+// QPainter: glyphs and small circles are kept as lists of inked pixels, dots and lines are set pixel by pixel, and
+// Restore copies back only what has been painted over. A position names a pixel: the nearest one.
+namespace kestrel::shell {
+
+class QtSurface final : public map::Surface {
+ public:
+  /// Empty: everything drawn is dropped until Resize.
+  QtSurface();
+
+  /// Gives the image its size in device pixels; one device pixel is 15 / devicePixelRatio units. What was on the
+  /// surface without the plots stays at the upper left, the rest is background.
+  void Resize(QSize pixels, double devicePixelRatio);
+  /// What lies beyond the picture; seen from the next CopyPicture or Resize on.
+  void SetBackground(QColor colour);
+  /// The picture with its devicePixelRatio set; it changes with each call, so who keeps it takes a copy().
+  const QImage& Image() const { return image; }
+  /// What has changed since the last call, device pixels; rounded outward.
+  QRegion TakeDirty();
+
+  void CopyPicture(const base::Picture& picture, const map::SourceRect& from) override;
+  void Line(double x1, double y1, double x2, double y2, map::Pen pen) override;
+  void Circle(double x, double y, double radius, map::Pen pen) override;
+  void Arc(double x, double y, double radius, double fromDegrees, double toDegrees, map::Pen pen) override;
+  void Dot(double x, double y, base::Colour color) override;
+  map::TextSize Measure(std::string_view text, const map::TextFont& font) override;
+  void Print(std::string_view text, double x, double y, const map::TextFont& font, base::Colour color) override;
+  void Capture() override;
+  void Restore() override;
+
+ private:
+  struct Ring {
+    double Radius = 0;  ///< device pixels
+    double FromDegrees = 0;
+    double ToDegrees = 0;
+    int DrawWidth = 1;
+    Sprite Shape;
+  };
+
+  /// A line step by step along its longer axis: at each whole step the pixels across that the pen covers. Device
+  /// pixels; pixel n reaches from n to n + 1 across.
+  struct Way {
+    int From = 0;  ///< first and last step
+    int To = 0;
+    double Low = 0;      ///< where the pen begins across, at the first step
+    double Width = 0;    ///< how much it covers across
+    double Slope = 0;    ///< across for each step
+    bool Steep = false;  ///< the longer axis is Y
+  };
+
+  int PixelOf(double units) const;
+  void Blit(const Sprite& sprite, int x, int y, std::uint32_t colour);
+  /// Lines and arcs between points in device pixels, the pen's width in device pixels.
+  void PixelLine(QPointF from, QPointF to, double width, std::uint32_t colour);
+  void DrawAlong(const Way& way, std::uint32_t colour);
+  void PixelArc(QPointF centre, double radius, double fromDegrees, double toDegrees, double width,
+                std::uint32_t colour);
+  const Sprite& RingShape(double radius, double fromDegrees, double toDegrees, int drawWidth);
+  GlyphSheet& Sheet(const map::TextFont& font);
+
+  double ratio = 1;         ///< devicePixelRatio
+  double scale = 1.0 / 15;  ///< device pixels to the unit
+  QColor background;
+  QImage image;
+  QImage snapshot;        ///< MapSnapshot: the same as the image but for what is marked in `painted` and `fresh`
+  PaintedCells painted;   ///< since the last Capture or Restore, told by TakeDirty
+  PaintedCells fresh;     ///< since then, not yet told by TakeDirty
+  PaintedCells restored;  ///< put back since the last TakeDirty
+  PictureLevels levels;
+  std::vector<std::unique_ptr<GlyphSheet>> sheets;  ///< one for each font in use
+  std::size_t lastSheet = 0;                        ///< used last, and so most likely next
+  std::vector<Ring> rings;
+  std::vector<int> dotHalfWidths;  ///< of the rows of a dot, from its top
+};
+
+}  // namespace kestrel::shell

@@ -1,0 +1,180 @@
+#include "shell/map/map_picture.h"
+
+#include <QMenu>
+#include <QWheelEvent>
+
+#include "shell/station_fixture.h"
+
+namespace kestrel::shell {
+namespace {
+
+class MapWindow : public StationTest {
+ protected:
+  void SetUp() override {
+    StationTest::SetUp();
+    Start();
+    draws = Picture().MapDraws();
+  }
+
+  void Wheel(int angle) {
+    const QPointF middle = Picture().rect().center();
+    QWheelEvent event(middle, Picture().mapToGlobal(middle), {}, {0, angle}, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&Picture(), &event);
+  }
+
+  std::uint64_t draws = 0;
+};
+
+TEST_F(MapWindow, SurfaceFillsTheWindow) {
+  EXPECT_EQ(Picture().geometry(), Frame().Map().rect());
+  EXPECT_EQ(View().SurfaceWidth, Picture().width() * 15);
+  EXPECT_EQ(View().SurfaceHeight, Picture().height() * 15);
+  EXPECT_EQ(Picture().objectName(), QStringLiteral("Picture1"));
+}
+
+TEST_F(MapWindow, WheelZoomsOneStepForEachNotch) {
+  Wheel(120);
+  EXPECT_EQ(View().Resolution, 2);
+  EXPECT_EQ(ReadOut("lblZoom"), QStringLiteral("Zoom: x2.0"));
+  Wheel(-240);
+  EXPECT_EQ(View().Resolution, 0.5);
+  EXPECT_EQ(ReadOut("lblZoom"), QStringLiteral("Zoom: x0.5"));
+  EXPECT_EQ(Picture().MapDraws(), draws + 2);
+}
+
+TEST_F(MapWindow, PartsOfANotchAddUpAndAChangeOfDirectionStartsAnew) {
+  Wheel(60);
+  EXPECT_EQ(View().Resolution, 1);
+  Wheel(60);
+  EXPECT_EQ(View().Resolution, 2);
+  Wheel(90);
+  Wheel(-60);
+  EXPECT_EQ(View().Resolution, 2);
+  Wheel(-60);
+  EXPECT_EQ(View().Resolution, 1);
+}
+
+TEST_F(MapWindow, MiddleButtonCentresOnThePointer) {
+  const QPoint at(100, 80);
+  QTest::mouseClick(&Picture(), Qt::MiddleButton, {}, at);
+  EXPECT_DOUBLE_EQ(View().ViewCenterX, 512 * 15 - (Picture().width() / 2.0 - at.x()) * 15);
+  EXPECT_DOUBLE_EQ(View().ViewCenterY, 512 * 15 - (Picture().height() / 2.0 - at.y()) * 15);
+  EXPECT_EQ(Picture().MapDraws(), draws + 1);
+}
+
+TEST_F(MapWindow, CentringPutsThePointerAtFixedDistancesFromTheFrame) {
+  QTest::mouseClick(&Picture(), Qt::MiddleButton, {}, QPoint(300, 200));
+  const QPoint frame = Frame().frameGeometry().topLeft();
+  EXPECT_NEAR(QCursor::pos().x(), frame.x() + Picture().width() / 2.0 + 4, 1);
+  EXPECT_NEAR(QCursor::pos().y(), frame.y() + Picture().height() / 2.0 + 43, 1);
+}
+
+TEST_F(MapWindow, DoubleClickCentresToo) {
+  QTest::mouseDClick(&Picture(), Qt::LeftButton, {}, QPoint(700, 500));
+  EXPECT_DOUBLE_EQ(View().ViewCenterX, 512 * 15 - (Picture().width() / 2.0 - 700) * 15);
+  EXPECT_EQ(Picture().MapDraws(), draws + 1);
+}
+
+TEST_F(MapWindow, LeftPressSetsTheCursorAnchorAndDrawsNoMap) {
+  View().AnchorPlotIndex = 3;
+  QTest::mousePress(&Picture(), Qt::LeftButton, {}, QPoint(200, 150));
+  EXPECT_EQ(View().AnchorX, 200 * 15);
+  EXPECT_EQ(View().AnchorY, 150 * 15);
+  EXPECT_EQ(View().AnchorPlotIndex, 0);
+  EXPECT_EQ(Picture().MapDraws(), draws);
+}
+
+TEST_F(MapWindow, RightPressShowsThePopUpMenuWhoseFirstEntryCentres) {
+  auto* popUp = Frame().findChild<QMenu*>(QStringLiteral("PopUp2"));
+  QTest::mousePress(&Picture(), Qt::RightButton, {}, QPoint(250, 200));
+  ASSERT_TRUE(QTest::qWaitFor([popUp] { return popUp->isVisible(); }));
+  EXPECT_TRUE(Action("mnuSetCenterOfMap").isEnabled());
+  EXPECT_FALSE(Action("mnuAddnewIconArea").isEnabled());
+  QTest::keyClick(popUp, Qt::Key_Down);
+  QTest::keyClick(popUp, Qt::Key_Return);
+  EXPECT_FALSE(popUp->isVisible());
+  EXPECT_DOUBLE_EQ(View().ViewCenterX, 512 * 15 - (Picture().width() / 2.0 - 250) * 15);
+}
+
+TEST_F(MapWindow, PointerShowsItsPosition) {
+  // The middle of the surface is the middle of the theater at the start.
+  View().SurfaceWidth = Picture().width() * 15;
+  const double x = 512 + (400 - Picture().width() / 2.0);
+  const double y = 512 - (300 - Picture().height() / 2.0);
+  QTest::mouseMove(&Picture(), QPoint(400, 300));
+  ASSERT_TRUE(QTest::qWaitFor([this] { return !ReadOut("lblPosition").isEmpty(); }));
+  EXPECT_EQ(ReadOut("lblPosition"), QString::asprintf("x:%.2f / y:%.2f", x, y));
+  EXPECT_TRUE(ReadOut("lblLat").startsWith(u'N'));
+  EXPECT_TRUE(ReadOut("lblLat").contains(QStringLiteral("\u00b0 ")));
+  EXPECT_TRUE(ReadOut("lblLong").startsWith(QStringLiteral("E1")));
+}
+
+TEST_F(MapWindow, PointerTakesTheFocusOnlyWhenTheOptionSaysSo) {
+  station.MapOptions.MAP_AUTOFOCUS = false;
+  Picture().clearFocus();
+  QTest::mouseMove(&Picture(), QPoint(10, 10));
+  QTest::mouseMove(&Picture(), QPoint(20, 20));
+  QCoreApplication::processEvents();
+  EXPECT_NE(Frame().focusWidget(), &Picture());
+  station.MapOptions.MAP_AUTOFOCUS = true;
+  QTest::mouseMove(&Picture(), QPoint(30, 30));
+  ASSERT_TRUE(QTest::qWaitFor([this] { return Frame().focusWidget() == &Picture(); }));
+}
+
+TEST_F(MapWindow, ResizeDrawsNothingAtOnceAndOneMapWhenItHasSettled) {
+  for (const int side : {900, 910, 920}) {
+    Frame().resize(side, side - 200);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(View().SurfaceWidth, Picture().width() * 15);
+    EXPECT_EQ(Picture().MapDraws(), draws);
+  }
+  ASSERT_TRUE(QTest::qWaitFor([this] { return Picture().MapDraws() > draws; }));
+  QTest::qWait(2 * MapPicture::SettleMs);
+  EXPECT_EQ(Picture().MapDraws(), draws + 1);
+}
+
+TEST_F(MapWindow, ManyMessagesInOneArrivalCostOneRedraw) {
+  Connect();
+  const std::uint64_t before = Picture().PlotDraws();
+  std::string arrival;
+  for (int id = 1; id <= 50; ++id) {
+    arrival += "NEWCLT" + std::to_string(id) + "\x1eName\x1eInfo\x1eO";
+    arrival += '\0';
+  }
+  arrival += "SYNCRO";
+  arrival += '\0';
+  socket.Arrive(arrival);
+  EXPECT_EQ(station.Plots.Clients.UpperBound(), 50u);
+  EXPECT_EQ(Picture().PlotDraws(), before + 1);
+  EXPECT_EQ(Picture().MapDraws(), draws);
+}
+
+TEST_F(MapWindow, PlotsWaitForTheMapOfANewSize) {
+  Frame().resize(900, 700);
+  QCoreApplication::processEvents();
+  windows.Refresh(base::Changed::Plots);
+  EXPECT_EQ(Picture().PlotDraws(), 0u);
+  ASSERT_TRUE(QTest::qWaitFor([this] { return Picture().MapDraws() == draws + 1; }));
+  windows.Refresh(base::Changed::Plots);
+  EXPECT_EQ(Picture().PlotDraws(), 1u);
+}
+
+TEST_F(MapWindow, NothingIsDrawnWhileLoading) {
+  station.Loading = true;
+  windows.Refresh(base::Changed::Map);
+  windows.Refresh(base::Changed::Plots);
+  EXPECT_EQ(Picture().MapDraws(), draws);
+  EXPECT_EQ(Picture().PlotDraws(), 0u);
+}
+
+TEST_F(MapWindow, TheMapIsOnTheScreen) {
+  const QImage shown = Picture().grab().toImage();
+  // Inside the theater near its left edge, away from grid lines and bullseye: the colour of its picture.
+  int green = 0;
+  for (int y = 0; y < shown.height(); ++y) green += shown.pixelColor(shown.width() / 2, y) == QColor(Qt::darkGreen);
+  EXPECT_GT(green, shown.height() / 2);
+}
+
+}  // namespace
+}  // namespace kestrel::shell
