@@ -1,9 +1,12 @@
 #include "base/picture.h"
 
 #include <FreeImage.h>
+#ifdef __linux__
+#include <sys/mman.h>
+#endif
 
 #include <cstddef>
-#include <new>
+#include <cstdlib>
 #include <string>
 
 #include "base/failure.h"
@@ -151,13 +154,29 @@ Picture TakeOver(Bitmap bitmap) {
                  }));
 }
 
+/// Memory for `count` pixels, to be freed; null when there is none. A map picture fills many pages: where the system
+/// can hand out large ones, it is asked for them, which makes loading noticeably quicker.
+std::uint32_t* NewPixels(std::size_t count) {
+  const std::size_t bytes = count * sizeof(std::uint32_t);
+#ifdef __linux__
+  constexpr std::size_t largePage = std::size_t{2} << 20;
+  if (bytes >= 2 * largePage) {
+    const std::size_t whole = (bytes + largePage - 1) / largePage * largePage;
+    void* memory = std::aligned_alloc(largePage, whole);
+    if (memory != nullptr) madvise(memory, whole, MADV_HUGEPAGE);
+    return static_cast<std::uint32_t*>(memory);
+  }
+#endif
+  return static_cast<std::uint32_t*>(std::malloc(bytes));
+}
+
 Picture Convert(Bitmap bitmap) {
   FIBITMAP* held = bitmap.get();
   if (FreeImage_GetImageType(held) == FIT_BITMAP && FreeImage_GetBPP(held) == 32) return TakeOver(std::move(bitmap));
   const int width = static_cast<int>(FreeImage_GetWidth(held));
   const int height = static_cast<int>(FreeImage_GetHeight(held));
   const auto count = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
-  std::shared_ptr<std::uint32_t[]> pixels(new (std::nothrow) std::uint32_t[count]);
+  const std::shared_ptr<std::uint32_t> pixels(NewPixels(count), std::free);
   if (!pixels) throw RuntimeFailure("no memory for the picture");
   for (int y = 0; y < height; ++y) {
     // The library's rows begin at the bottom.

@@ -42,7 +42,10 @@ void ProbeFolder(Program& program) {
   Station& station = program.State;
   const std::filesystem::path probe = base::FindFile(station.AppPath, "KESTREL.probe");
   try {
-    base::WriteWholeFile(probe, "");
+    // Not WriteWholeFile: the start need not wait for the disk.
+    base::LineFile file;
+    file.Open(probe);
+    file.Close();
     base::DeleteFile(probe);
     station.FolderReadOnly = false;
   } catch (const base::RuntimeFailure&) {

@@ -1,0 +1,96 @@
+#include "shell/core/qt_desktop.h"
+
+#include <QAbstractButton>
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QProcess>
+#include <QPushButton>
+#include <QUrl>
+#include <vector>
+
+#include "shell/core/text.h"
+
+namespace kestrel::shell {
+namespace {
+
+QMessageBox::Icon IconOf(base::MessageIcon icon) {
+  switch (icon) {
+    case base::MessageIcon::Information:
+      return QMessageBox::Information;
+    case base::MessageIcon::Question:
+      return QMessageBox::Question;
+    case base::MessageIcon::Exclamation:
+      return QMessageBox::Warning;
+    case base::MessageIcon::Critical:
+      return QMessageBox::Critical;
+    case base::MessageIcon::None:
+      break;
+  }
+  return QMessageBox::NoIcon;
+}
+
+struct BoxButton {
+  QMessageBox::StandardButton Standard;
+  const char* Name;
+  base::Answer Meaning;
+};
+constexpr BoxButton OkButton{QMessageBox::Ok, "cmdOk", base::Answer::Ok};
+constexpr BoxButton YesButton{QMessageBox::Yes, "cmdYes", base::Answer::Yes};
+constexpr BoxButton NoButton{QMessageBox::No, "cmdNo", base::Answer::No};
+constexpr BoxButton CancelButton{QMessageBox::Cancel, "cmdCancel", base::Answer::Cancel};
+
+/// The last one is what closing the box means.
+std::vector<BoxButton> ButtonsOf(base::MessageButtons buttons) {
+  switch (buttons) {
+    case base::MessageButtons::YesNo:
+      return {YesButton, NoButton};
+    case base::MessageButtons::YesNoCancel:
+      return {YesButton, NoButton, CancelButton};
+    case base::MessageButtons::Ok:
+      break;
+  }
+  return {OkButton};
+}
+
+}  // namespace
+
+base::Answer QtDesktop::Ask(std::string_view title, std::string_view text, base::MessageIcon icon,
+                            base::MessageButtons buttons) {
+  const ModalCount::Scope open(modal);
+  QMessageBox box(owner);
+  box.setObjectName(QStringLiteral("MessageBox"));
+  box.setWindowTitle(FromBytes(title));
+  box.setTextFormat(Qt::PlainText);
+  box.setText(FromBytes(text));
+  box.setIcon(IconOf(icon));
+  const std::vector<BoxButton> offered = ButtonsOf(buttons);
+  for (const BoxButton& each : offered) {
+    box.addButton(each.Standard)->setObjectName(QString::fromLatin1(each.Name));
+  }
+  box.setEscapeButton(offered.back().Standard);
+  box.setDefaultButton(offered.front().Standard);
+  const int chosen = box.exec();
+  for (const BoxButton& each : offered) {
+    if (chosen == each.Standard) return each.Meaning;
+  }
+  return offered.back().Meaning;
+}
+
+void QtDesktop::LetEventsRun() { QCoreApplication::processEvents(); }
+
+void QtDesktop::Open(const std::string& file, const std::string& argument, const std::string& folder) {
+  const QString name = FromBytes(file);
+  if (argument.empty()) {
+    if (!name.isEmpty()) QDesktopServices::openUrl(QUrl::fromUserInput(name, FromBytes(folder)));
+    return;
+  }
+  // Paths come from the file system as UTF-8 where that is its encoding; a name that is no file is silently not
+  // started.
+  const QString program = QFileInfo::exists(name) ? name : QString::fromStdString(file);
+  if (!QFileInfo::exists(program)) return;
+  QProcess::startDetached(program, {FromBytes(argument)}, QString::fromStdString(folder));
+}
+
+}  // namespace kestrel::shell

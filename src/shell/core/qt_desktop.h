@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+#include "base/desktop.h"
+#include "shell/core/modal_count.h"
+
+namespace kestrel::shell {
+
+/// Message boxes and the system's "open", with the toolkit's own boxes so that they look and test alike. A box is named
+/// "MessageBox", its buttons "cmdOk", "cmdYes", "cmdNo" and "cmdCancel".
+class QtDesktop final : public base::Desktop {
+ public:
+  /// `dialogs` outlives the desktop.
+  explicit QtDesktop(ModalCount& dialogs) : modal(dialogs) {}
+  /// The window that boxes stand over; none before the frame is there.
+  void SetOwner(QWidget* window) { owner = window; }
+
+  base::Answer Ask(std::string_view title, std::string_view text, base::MessageIcon icon,
+                   base::MessageButtons buttons) override;
+  void LetEventsRun() override;
+  /// A file with an argument is started as a program when it exists; anything else (a page, a document) is handed to
+  /// the system.
+  void Open(const std::string& file, const std::string& argument, const std::string& folder) override;
+  bool ModalOpen() const override { return modal.Open(); }
+
+ private:
+  ModalCount& modal;
+  QPointer<QWidget> owner;
+};
+
+}  // namespace kestrel::shell

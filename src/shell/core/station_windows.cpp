@@ -1,0 +1,60 @@
+#include "shell/core/station_windows.h"
+
+#include <QApplication>
+
+#include "shell/link/select_channel_dialog.h"
+
+namespace kestrel::shell {
+
+void StationWindows::ShowMainFrm() {
+  frame = std::make_unique<MDIForm1>(*program);
+  frame->show();
+  core::RunSteps(core::FrameLoadSteps(), *program);
+  frame->ShowAutoUpdate();
+  core::RunSteps(core::MapLoadSteps(), *program);
+  Refresh(base::Changed::Connection | base::Changed::ConnectionMenus | base::Changed::NameMenus | base::Changed::Zoom);
+}
+
+void StationWindows::Refresh(base::Changed what) {
+  using base::Changed;
+  if (!frame || unloaded) return;
+  if (Has(what, Changed::Map)) {
+    frame->Map().Picture().DrawMap();
+  } else if (Has(what, Changed::Plots)) {
+    frame->Map().Picture().RedrawPlots();
+  }
+  if (Has(what, Changed::Zoom)) frame->ShowZoom();
+  if (Has(what, Changed::Connection)) frame->ShowConnection();
+  if (Has(what, Changed::Activity)) frame->Strip().ActivityPulse();
+  if (Has(what, Changed::NameMenus)) frame->ReloadNameMenu();
+  if (Has(what, Changed::ConnectionMenus)) frame->LoadConnectionMenus();
+  if (Has(what, Changed::CursorLine)) frame->ShowPointer();
+}
+
+void StationWindows::ShowSavingMessage(bool shown) {
+  if (!frame) return;
+  if (!shown) {
+    if (saving != nullptr) saving->hide();
+    return;
+  }
+  if (saving == nullptr) saving = new frmSavingMessage(frame.get());
+  saving->ShowNow();
+}
+
+void StationWindows::UnloadWindows() {
+  unloaded = true;
+  const QWidgetList windows = QApplication::topLevelWidgets();
+  for (QWidget* window : windows) {
+    if (window != frame.get() && window->isVisible()) window->close();
+  }
+  core::RunSteps(core::MapUnloadSteps(), *program);
+}
+
+std::uint8_t StationWindows::ChooseChannel(std::uint8_t present) {
+  const ModalCount::Scope open(modal);
+  frmSelectChannel dialog(present, frame.get());
+  dialog.exec();
+  return dialog.Channel();
+}
+
+}  // namespace kestrel::shell

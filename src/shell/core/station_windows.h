@@ -1,0 +1,39 @@
+#pragma once
+
+#include <memory>
+
+#include "core/program.h"
+#include "core/windows.h"
+#include "link/session.h"
+#include "shell/core/modal_count.h"
+#include "shell/core/saving_message.h"
+#include "shell/frame/frame.h"
+
+namespace kestrel::shell {
+
+/// The windows as the rooms see them: makes the frame, refreshes each view that has changed, asks for the channel.
+class StationWindows final : public core::Windows, public link::SessionHost {
+ public:
+  /// `dialogs` outlives the windows.
+  explicit StationWindows(ModalCount& dialogs) : modal(dialogs) {}
+  /// The program that the windows show; before ShowMainFrm. It outlives the frame (DeleteWindows).
+  void Attach(core::Program& shown) { program = &shown; }
+  /// Null before ShowMainFrm.
+  MDIForm1* Frame() { return frame.get(); }
+  void DeleteWindows() { frame.reset(); }
+
+  void ShowMainFrm() override;
+  void Refresh(base::Changed what) override;
+  void ShowSavingMessage(bool shown) override;
+  void UnloadWindows() override;
+  std::uint8_t ChooseChannel(std::uint8_t present) override;
+
+ private:
+  ModalCount& modal;
+  core::Program* program = nullptr;
+  std::unique_ptr<MDIForm1> frame;
+  frmSavingMessage* saving = nullptr;  ///< child of the frame, made when first shown
+  bool unloaded = false;
+};
+
+}  // namespace kestrel::shell

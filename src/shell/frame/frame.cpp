@@ -1,0 +1,194 @@
+#include "shell/frame/frame.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QMenuBar>
+#include <QScreen>
+#include <QStatusBar>
+
+#include "base/failure.h"
+#include "core/auto_update.h"
+#include "core/theater_switch.h"
+#include "map/geometry.h"
+#include "map/lat_long.h"
+#include "shell/core/guard.h"
+#include "shell/core/text.h"
+
+namespace kestrel::shell {
+namespace {
+
+/// The frame's size at the start, pixels, where the screen has room for it.
+constexpr QSize StartSize(1280, 800);
+
+QString ItemName(const char* row, std::size_t index) {
+  return QString::fromLatin1(row) + u'_' + QString::number(index);
+}
+
+}  // namespace
+
+MDIForm1::MDIForm1(core::Program& program) : station(program) {
+  setObjectName(QStringLiteral("MDIForm1"));
+  setContextMenuPolicy(Qt::PreventContextMenu);
+  BuildMenus(MenuBarEntries());
+  QMenu* popUp2 = BuildMenus(MapMenuEntries());
+  map = new MainFrm(program, *popUp2, this);
+  setCentralWidget(map);
+  strip = new StatusStrip(this);
+  statusBar()->setSizeGripEnabled(false);
+  statusBar()->setContentsMargins(0, 0, 0, 0);
+  statusBar()->addPermanentWidget(strip, 1);
+  Entry("mnuDisconnect").setEnabled(false);
+  resize(StartSize.boundedTo(screen()->availableSize()));
+}
+
+QMenu* MDIForm1::BuildMenus(std::span<const MenuEntry> entries) {
+  QMenu* first = nullptr;
+  for (const MenuEntry& entry : entries) {
+    const QString name = QString::fromLatin1(entry.Name);
+    const bool top = *entry.Parent == '\0';
+    QMenu* parent = top ? nullptr : findChild<QMenu*>(QString::fromLatin1(entry.Parent));
+    if (entry.LineAbove) parent->addSeparator();
+    if (entry.Work == MenuWork::Submenu) {
+      auto* menu = new QMenu(QString::fromLatin1(entry.Caption), this);
+      menu->setObjectName(name);
+      menu->menuAction()->setObjectName(name);
+      // A menu without a caption is a pop-up menu and stands nowhere.
+      if (!top) {
+        parent->addMenu(menu);
+      } else if (*entry.Caption != '\0') {
+        menuBar()->addMenu(menu);
+      }
+      if (first == nullptr) first = menu;
+    } else if (entry.Work == MenuWork::Items) {
+      parent->addSeparator()->setObjectName(name);
+    } else {
+      AddEntry(entry, *parent);
+    }
+  }
+  return first;
+}
+
+QAction* MDIForm1::AddEntry(const MenuEntry& entry, QMenu& parent) {
+  QAction* action = parent.addAction(QString::fromLatin1(entry.Caption));
+  action->setObjectName(QString::fromLatin1(entry.Name));
+  action->setEnabled(entry.Work != MenuWork::Later);
+  action->setCheckable(entry.Work == MenuWork::Toggles);
+  if (entry.Run != nullptr) {
+    connect(action, &QAction::triggered, this,
+            [this, entry] { Guarded(station.Log, entry.Name, [this, &entry] { entry.Run(*this); }); });
+  }
+  return action;
+}
+
+QAction& MDIForm1::Entry(const char* name) const { return *findChild<QAction*>(QString::fromLatin1(name)); }
+
+QMenu& MDIForm1::ClearItems(const char* row) {
+  QAction& line = Entry(row);
+  QMenu& menu = *qobject_cast<QMenu*>(line.parent());
+  const QList<QAction*> actions = menu.actions();
+  for (QAction* item : actions.mid(actions.indexOf(&line) + 1)) {
+    // Not deleted at once: one of them may be what is running this.
+    menu.removeAction(item);
+    item->setObjectName(QString());
+    item->deleteLater();
+  }
+  return menu;
+}
+
+QAction& MDIForm1::AddItem(const char* row, std::size_t index, const std::string& caption) {
+  QMenu& menu = *qobject_cast<QMenu*>(Entry(row).parent());
+  QAction* item = menu.addAction(FromBytes(caption).replace(u'&', QStringLiteral("&&")));
+  item->setObjectName(ItemName(row, index));
+  return *item;
+}
+
+void MDIForm1::LoadConnectionMenus() {
+  ClearItems("mnuConnList");
+  const auto& entries = station.State.LinkOptions.ConnList;
+  for (std::size_t index = 1; index <= entries.UpperBound(); ++index) {
+    connect(&AddItem("mnuConnList", index, entries[index].Name), &QAction::triggered, this, [this, index] {
+      Guarded(station.Log, "mnuConnList", [this, index] { station.Link.ConnectToEntry(index); });
+    });
+  }
+}
+
+void MDIForm1::ReloadNameMenu() {
+  const theaters::Catalogue& catalogue = station.State.Catalogue;
+  ClearItems("mnuTheatername");
+  for (std::size_t index = 1; index <= catalogue.Theaters.UpperBound(); ++index) {
+    QAction& item = AddItem("mnuTheatername", index, catalogue.Theaters[index].DisplayName);
+    item.setCheckable(true);
+    item.setChecked(static_cast<std::size_t>(catalogue.CurrentTheater) == index);
+    connect(&item, &QAction::triggered, this, [this, index] {
+      Guarded(station.Log, "mnuTheatername", [this, index] { core::SwitchTheater(station, index); });
+      ReloadNameMenu();
+    });
+  }
+  ClearItems("mnuBullseyesName");
+  const theaters::Theater& theater = catalogue.Current();
+  for (std::size_t index = 1; index <= theater.Bulls.UpperBound(); ++index) {
+    QAction& item = AddItem("mnuBullseyesName", index, theater.Bulls[index].Name);
+    item.setCheckable(true);
+    item.setChecked(static_cast<std::size_t>(theater.CurrentBull) == index);
+    connect(&item, &QAction::triggered, this, [this, index] {
+      Guarded(station.Log, "mnuBullseyesName",
+              [this, index] { station.Shown.Refresh(core::SelectBullseye(station, index)); });
+      ReloadNameMenu();
+    });
+  }
+}
+
+void MDIForm1::ShowConnection() {
+  const link::SessionState& session = station.State.Session;
+  setWindowTitle(FromBytes(link::FrameCaption(session)));
+  strip->ShowConnected(session.Connected);
+  Entry("mnuDisconnect").setEnabled(session.Connected);
+}
+
+void MDIForm1::ShowZoom() { strip->ShowZoom(FromBytes(map::ZoomText(station.State.View))); }
+
+void MDIForm1::ShowPointer() {
+  const map::ViewState& view = station.State.View;
+  const theaters::Theater& theater = station.State.Catalogue.Current();
+  const std::string position =
+      "x:" + map::SafeFormat(view.CursorMapX, "0.00") + " / y:" + map::SafeFormat(view.CursorMapY, "0.00");
+  const map::LatLongText texts =
+      map::FormatLatLong({theater.CoordLat, theater.CoordLong}, view.CursorMapX, view.CursorMapY);
+  strip->ShowPosition(FromBytes(position), FromBytes(texts.Lat), FromBytes(texts.Long));
+}
+
+void MDIForm1::ShowAutoUpdate() { Entry("mnuAutoUpdate").setChecked(station.State.AutoUpdate); }
+
+void MDIForm1::Disconnect() { station.Link.Disconnect(); }
+
+void MDIForm1::ResetZoomAndCenter() {
+  station.State.View.Resolution = 1;
+  station.Shown.Refresh(map::MoveScreen(station.State.View, 5) | base::Changed::Zoom);
+  map->Picture().CenterMousePointer();
+}
+
+void MDIForm1::OpenOnlineDocs() { station.Desk.Open(station.State.DocsUrl, {}, {}); }
+
+void MDIForm1::ToggleAutoUpdate() {
+  try {
+    core::SetAutoUpdate(station.State, !station.State.AutoUpdate);
+  } catch (const base::RuntimeFailure& failure) {
+    station.Log.LogLine(failure.what());
+    station.Desk.Message(link::ProgramTitle(), std::string("The setting could not be saved: ") + failure.what() + ".",
+                         base::MessageIcon::Exclamation);
+  }
+  ShowAutoUpdate();
+}
+
+void MDIForm1::SetCenterOfMap() { map->Picture().SetCenterOfScreen(); }
+
+void MDIForm1::closeEvent(QCloseEvent* event) {
+  event->accept();
+  if (closing) return;
+  closing = true;
+  Guarded(station.Log, "Unload", [this] { core::Close(station); });
+  Q_EMIT Closed();
+}
+
+}  // namespace kestrel::shell

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QApplication>
+#include <QColor>
+#include <QIcon>
+#include <QPalette>
+
+// How the station looks: one style on every platform, a dark and a light palette of its own.
+namespace kestrel::shell {
+
+/// True when the system's windows are dark. To be asked before ApplyLook.
+bool SystemIsDark();
+/// Fusion style and our palette.
+void ApplyLook(QApplication& application, bool dark);
+
+/// The lamps' lit colours in the palette in use.
+struct LampColours {
+  QColor Connection;
+  QColor Activity;
+  QColor Recording;
+};
+LampColours LampColoursOf(const QPalette& palette);
+
+/// What surrounds the theater on the map.
+QColor MapSurround(const QPalette& palette);
+
+/// The window icon: a hovering bird over the rings of a radar, drawn at every size.
+QIcon ProgramIcon();
+
+}  // namespace kestrel::shell

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <span>
+
+namespace kestrel::shell {
+
+class MDIForm1;
+
+/// What is behind a menu entry.
+enum class MenuWork {
+  Submenu,  ///< opens the entries below it
+  Runs,     ///< calls Run
+  Toggles,  ///< the same, with a check mark that shows a state
+  Nothing,  ///< no action, by intention
+  Later,    ///< its window does not exist yet: shown, not enabled
+  Items,    ///< a row of items, one for each element of a table, made when the table is known
+};
+
+/// One menu entry. The rows stand in the order of display, each parent before its entries.
+struct MenuEntry {
+  const char* Name;     ///< objectName of the action
+  const char* Caption;  ///< with its access key
+  const char* Parent;   ///< Name of the menu that it stands in, "" for the menu bar and the pop-up menus
+  MenuWork Work = MenuWork::Nothing;
+  void (*Run)(MDIForm1&) = nullptr;
+  bool LineAbove = false;  ///< a separator before it
+};
+
+/// The menu bar of the frame.
+std::span<const MenuEntry> MenuBarEntries();
+/// The menu on a right click on the map.
+std::span<const MenuEntry> MapMenuEntries();
+
+}  // namespace kestrel::shell

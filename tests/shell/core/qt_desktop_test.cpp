@@ -1,0 +1,138 @@
+#include "shell/core/qt_desktop.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QFile>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextBrowser>
+#include <QTimer>
+#include <QUrl>
+
+namespace kestrel::shell {
+namespace {
+
+using base::Answer;
+using base::MessageButtons;
+using base::MessageIcon;
+
+class Desktop : public testing::Test {
+ protected:
+  /// Runs `act` on the box that the next Ask shows.
+  template <class Act>
+  void InBox(Act act) {
+    QTimer::singleShot(0, qApp, [this, act] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      ASSERT_NE(box, nullptr);
+      EXPECT_EQ(box->objectName(), QStringLiteral("MessageBox"));
+      modalWhileShown = desktop.ModalOpen();
+      act(*box);
+    });
+  }
+
+  ModalCount dialogs;
+  QtDesktop desktop{dialogs};
+  bool modalWhileShown = false;
+};
+
+TEST_F(Desktop, EachButtonGivesItsAnswer) {
+  struct Case {
+    MessageButtons Buttons;
+    const char* Button;
+    Answer Expected;
+  };
+  for (const Case& each :
+       {Case{MessageButtons::Ok, "cmdOk", Answer::Ok}, Case{MessageButtons::YesNo, "cmdYes", Answer::Yes},
+        Case{MessageButtons::YesNo, "cmdNo", Answer::No}, Case{MessageButtons::YesNoCancel, "cmdYes", Answer::Yes},
+        Case{MessageButtons::YesNoCancel, "cmdNo", Answer::No},
+        Case{MessageButtons::YesNoCancel, "cmdCancel", Answer::Cancel}}) {
+    SCOPED_TRACE(each.Button);
+    InBox([&each](QMessageBox& box) {
+      auto* button = box.findChild<QPushButton*>(QString::fromLatin1(each.Button));
+      ASSERT_NE(button, nullptr);
+      QTest::mouseClick(button, Qt::LeftButton);
+    });
+    EXPECT_EQ(desktop.Ask("Title", "Text", MessageIcon::Question, each.Buttons), each.Expected);
+    EXPECT_TRUE(modalWhileShown);
+    EXPECT_FALSE(desktop.ModalOpen());
+  }
+}
+
+TEST_F(Desktop, EscapeIsTheLastAnswerThereIs) {
+  for (const auto& [buttons, answer] :
+       {std::pair(MessageButtons::Ok, Answer::Ok), std::pair(MessageButtons::YesNo, Answer::No),
+        std::pair(MessageButtons::YesNoCancel, Answer::Cancel)}) {
+    InBox([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); });
+    EXPECT_EQ(desktop.Ask("Title", "Text", MessageIcon::None, buttons), answer);
+  }
+}
+
+TEST_F(Desktop, TextStandsWordForWord) {
+  InBox([](QMessageBox& box) {
+    EXPECT_EQ(box.windowTitle(), QStringLiteral("Info"));
+    EXPECT_EQ(box.text(), QStringLiteral("<b>A & B</b> \u00b0"));
+    EXPECT_EQ(box.textFormat(), Qt::PlainText);
+    EXPECT_EQ(box.icon(), QMessageBox::Critical);
+    box.close();
+  });
+  desktop.Message("Info", "<b>A & B</b> \xB0", MessageIcon::Critical);
+}
+
+TEST_F(Desktop, BoxOnABoxCountsAsOneThatIsOpen) {
+  InBox([this](QMessageBox& outer) {
+    InBox([](QMessageBox& inner) { inner.close(); });
+    desktop.Message("Inner", "Text", MessageIcon::None);
+    EXPECT_TRUE(desktop.ModalOpen());
+    outer.close();
+  });
+  desktop.Message("Outer", "Text", MessageIcon::None);
+  EXPECT_FALSE(desktop.ModalOpen());
+}
+
+TEST_F(Desktop, EventsRun) {
+  bool ran = false;
+  QTimer::singleShot(0, qApp, [&ran] { ran = true; });
+  desktop.LetEventsRun();
+  EXPECT_TRUE(ran);
+}
+
+TEST_F(Desktop, PageIsHandedToTheSystem) {
+  // Any receiver of a page stands in for the browser.
+  QTextBrowser receiver;
+  QSignalSpy pages(&receiver, &QTextBrowser::anchorClicked);
+  QDesktopServices::setUrlHandler(QStringLiteral("https"), &receiver, "anchorClicked");
+  desktop.Open("https://docs.invalid/kestrel", {}, {});
+  QDesktopServices::unsetUrlHandler(QStringLiteral("https"));
+  ASSERT_EQ(pages.count(), 1);
+  EXPECT_EQ(pages[0][0].toUrl(), QUrl(QStringLiteral("https://docs.invalid/kestrel")));
+}
+
+TEST_F(Desktop, MissingProgramIsNotNoticed) {
+  desktop.Open("ravenfix.exe", "-s", ".");
+  EXPECT_FALSE(desktop.ModalOpen());
+}
+
+#ifndef Q_OS_WIN
+TEST_F(Desktop, ProgramStartsWithItsArgumentInItsFolder) {
+  QTemporaryDir folder;
+  const QString program = folder.filePath(QStringLiteral("updater"));
+  QFile script(program);
+  ASSERT_TRUE(script.open(QIODevice::WriteOnly));
+  script.write("#!/bin/sh\necho \"$1\" > started.new\nmv started.new started\n");
+  script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  script.close();
+  desktop.Open(program.toStdString(), "-s", folder.path().toStdString());
+  QFile started(folder.filePath(QStringLiteral("started")));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return started.exists(); }));
+  ASSERT_TRUE(started.open(QIODevice::ReadOnly));
+  EXPECT_EQ(started.readAll(), QByteArray("-s\n"));
+}
+#endif
+
+}  // namespace
+}  // namespace kestrel::shell

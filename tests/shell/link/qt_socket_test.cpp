@@ -1,0 +1,205 @@
+#include "shell/link/qt_socket.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QTcpServer>
+#include <QTest>
+#include <functional>
+#include <memory>
+
+#include "doubles/fake_clock.h"
+
+namespace kestrel::shell {
+namespace {
+
+using link::SocketState;
+
+class Socket : public testing::Test, public link::SocketEvents {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
+    socket->SetEvents(this);
+  }
+  void OnConnect() override { told += "connect "; }
+  void OnDataArrival() override {
+    if (told.find("data") == std::string::npos) told += "data ";
+    if (readAtOnce) socket->Read(got, 1 << 20);
+  }
+  void OnClose() override {
+    told += "close ";
+    if (inClose) inClose();
+  }
+  void OnError(const std::string& description) override {
+    told += "error ";
+    error = description;
+  }
+
+  /// The server's end of the connection.
+  QTcpSocket& Connected() {
+    socket->Connect("127.0.0.1", server.serverPort());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return socket->State() == SocketState::Connected; }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return server.hasPendingConnections(); }));
+    return *server.nextPendingConnection();
+  }
+
+  doubles::FakeClock clock;
+  base::DebugLog log{clock};
+  QTcpServer server;
+  std::unique_ptr<QtSocket> socket = std::make_unique<QtSocket>(log);
+  std::string told;
+  std::string got;
+  std::string error;
+  bool readAtOnce = true;
+  std::function<void()> inClose;
+};
+
+TEST_F(Socket, ConnectIsToldFromTheEventLoop) {
+  socket->Connect("127.0.0.1", server.serverPort());
+  EXPECT_EQ(socket->State(), SocketState::Connecting);
+  EXPECT_EQ(told, "");
+  ASSERT_TRUE(QTest::qWaitFor([this] { return told == "connect "; }));
+  EXPECT_EQ(socket->State(), SocketState::Connected);
+}
+
+TEST_F(Socket, HostNamesConnectToo) {
+  socket->Connect("localhost", server.serverPort());
+  EXPECT_TRUE(QTest::qWaitFor([this] { return told == "connect "; }, 20000)) << error;
+}
+
+TEST_F(Socket, SplitDataArrivesInOrder) {
+  QTcpSocket& peer = Connected();
+  for (const char* part : {"NEW", "CLT1", "\x1eViper"}) {
+    peer.write(part);
+    peer.flush();
+    const std::size_t before = got.size();
+    ASSERT_TRUE(QTest::qWaitFor([this, before] { return got.size() > before; }));
+  }
+  EXPECT_EQ(got, "NEWCLT1\x1eViper");
+}
+
+TEST_F(Socket, ReadTakesNoMoreThanItsLimit) {
+  QTcpSocket& peer = Connected();
+  readAtOnce = false;
+  peer.write("abcdef");
+  ASSERT_TRUE(QTest::qWaitFor([this] { return told == "connect data "; }));
+  EXPECT_EQ(socket->Read(got, 4), 4u);
+  EXPECT_EQ(socket->Read(got, 4), 2u);
+  EXPECT_EQ(socket->Read(got, 4), 0u);
+  EXPECT_EQ(got, "abcdef");
+}
+
+TEST_F(Socket, UnreadBytesAreBoundedAndNoneIsLost) {
+  QTcpSocket& peer = Connected();
+  readAtOnce = false;
+  const QByteArray flood(8 << 20, 'x');
+  peer.write(flood);
+  ASSERT_TRUE(QTest::qWaitFor([this] { return told == "connect data "; }));
+  QTest::qWait(100);
+  EXPECT_GT(peer.bytesToWrite(), 0) << "the peer must feel that nobody reads";
+  std::size_t largest = 0;
+  ASSERT_TRUE(QTest::qWaitFor([&] {
+    const std::size_t before = got.size();
+    while (socket->Read(got, 4096) > 0) {
+    }
+    largest = std::max(largest, got.size() - before);
+    return got.size() == static_cast<std::size_t>(flood.size());
+  }));
+  EXPECT_LE(largest, static_cast<std::size_t>(QtSocket::ReadLimit));
+}
+
+TEST_F(Socket, WhatThePeerSentBeforeItsCloseCanBeReadThen) {
+  QTcpSocket& peer = Connected();
+  readAtOnce = false;
+  inClose = [this] { socket->Read(got, 100); };
+  peer.write("the last words");
+  peer.disconnectFromHost();
+  ASSERT_TRUE(QTest::qWaitFor([this] { return told == "connect data close "; })) << told;
+  EXPECT_EQ(got, "the last words");
+}
+
+TEST_F(Socket, RefusedPortIsAnErrorWithTheSystemsDescription) {
+  const quint16 port = server.serverPort();
+  server.close();
+  socket->Connect("127.0.0.1", port);
+  ASSERT_TRUE(QTest::qWaitFor([this] { return told == "error "; }));
+  EXPECT_NE(error, "");
+  EXPECT_NE(socket->State(), SocketState::Closed);
+  socket->Close();
+  EXPECT_EQ(socket->State(), SocketState::Closed);
+}
+
+TEST_F(Socket, PortThatIsNoneIsAnError) {
+  for (const std::int32_t port : {0, -1, 65536}) {
+    told.clear();
+    socket->Connect("127.0.0.1", port);
+    EXPECT_EQ(told, "");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return told == "error "; })) << port;
+    socket->Close();
+  }
+}
+
+TEST_F(Socket, CloseSendsEverythingAndTellsNothingMore) {
+  QTcpSocket& peer = Connected();
+  QByteArray arrived;
+  QObject::connect(&peer, &QTcpSocket::readyRead, &peer, [&] { arrived += peer.readAll(); });
+  // Bytes that nobody will read must not cost the peer what was sent to it.
+  peer.write(QByteArray(100000, 'u'));
+  peer.flush();
+  const std::string sent(3 << 20, 's');
+  socket->Send(sent);
+  socket->Close();
+  EXPECT_EQ(socket->State(), SocketState::Closed);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return peer.state() == QAbstractSocket::UnconnectedState; }, 10000));
+  arrived += peer.readAll();
+  EXPECT_EQ(arrived.size(), static_cast<qsizetype>(sent.size()));
+  EXPECT_EQ(told, "connect ");
+}
+
+TEST_F(Socket, EventsOfAClosedConnectionAreNotTold) {
+  QTcpSocket& peer = Connected();
+  peer.write("late");
+  peer.flush();
+  socket->Close();
+  QTest::qWait(50);
+  EXPECT_EQ(told, "connect ");
+}
+
+TEST_F(Socket, FarewellLeavesAtTheEndOfTheProgram) {
+  QTcpSocket& peer = Connected();
+  socket->Send(std::string_view("AWAEND\0", 7));
+  socket->Close();
+  // From here on no event loop of ours turns.
+  socket.reset();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return peer.bytesAvailable() == 7; }));
+  EXPECT_EQ(peer.readAll(), QByteArray("AWAEND\0", 7));
+}
+
+TEST_F(Socket, NewConnectionFollowsAtOnce) {
+  QTcpSocket& first = Connected();
+  socket->Send("old");
+  socket->Close();
+  told.clear();
+  QTcpSocket& second = Connected();
+  socket->Send("new");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return second.bytesAvailable() == 3 && first.bytesAvailable() == 3; }));
+  EXPECT_EQ(first.readAll(), QByteArray("old"));
+  EXPECT_EQ(second.readAll(), QByteArray("new"));
+}
+
+TEST_F(Socket, SendOnAClosedSocketIsNothing) {
+  socket->Send("unheard");
+  socket->Close();
+  EXPECT_EQ(socket->State(), SocketState::Closed);
+  EXPECT_EQ(socket->Read(got, 10), 0u);
+}
+
+TEST_F(Socket, FailureInAHandlerStopsAtTheSocket) {
+  QTcpSocket& peer = Connected();
+  inClose = [] { throw std::runtime_error("handler"); };
+  peer.disconnectFromHost();
+  ASSERT_TRUE(QTest::qWaitFor([this] { return told == "connect close "; }));
+}
+
+}  // namespace
+}  // namespace kestrel::shell
