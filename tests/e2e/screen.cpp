@@ -1,0 +1,105 @@
+#include "e2e/screen.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QProcessEnvironment>
+#include <QThread>
+
+namespace kestrel::e2e {
+
+bool WaitFor(const std::function<bool()>& condition, int seconds) {
+  const QDeadlineTimer limit(seconds * 1000);
+  for (;;) {
+    QCoreApplication::processEvents();
+    if (condition()) return true;
+    if (limit.hasExpired()) return false;
+    QThread::msleep(20);
+  }
+}
+
+Child::Child(const QString& program, const QStringList& arguments, const QStringList& environment) {
+  QProcessEnvironment values = QProcessEnvironment::systemEnvironment();
+  for (const QString& entry : environment) values.insert(entry.section(u'=', 0, 0), entry.section(u'=', 1));
+  process.setProcessEnvironment(values);
+  process.setProcessChannelMode(QProcess::MergedChannels);
+  process.start(program, arguments);
+  process.waitForStarted(10000);
+}
+
+Child::~Child() {
+  if (process.state() == QProcess::NotRunning) return;
+  process.terminate();
+  if (!process.waitForFinished(5000)) {
+    process.kill();
+    process.waitForFinished(5000);
+  }
+}
+
+QString Child::Output() {
+  process.waitForReadyRead(0);
+  output += QString::fromLatin1(process.readAll());
+  return output;
+}
+
+bool Child::Ends(int seconds) {
+  return WaitFor([this] { return process.state() == QProcess::NotRunning; }, seconds);
+}
+
+Screen::Screen() {
+  server = std::make_unique<Child>(
+      QStringLiteral("Xvfb"),
+      QStringList{QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"), QStringLiteral("0"),
+                  QStringLiteral("1400x900x24"), QStringLiteral("-nolisten"), QStringLiteral("tcp")});
+  WaitFor([this] {
+    for (const QString& line : server->Output().split(u'\n'))
+      if (bool number = false; line.trimmed().toInt(&number) >= 0 && number) display = u':' + line.trimmed();
+    return !display.isEmpty();
+  });
+  manager = std::make_unique<Child>(QStringLiteral("openbox"), QStringList{}, Environment());
+}
+
+QStringList Screen::Environment() const {
+  return {QStringLiteral("DISPLAY=") + display, QStringLiteral("QT_QPA_PLATFORM=xcb")};
+}
+
+QString Screen::Tool(const QString& program, const QStringList& arguments) const {
+  Child tool(program, arguments, Environment());
+  tool.Ends();
+  return tool.Output().trimmed();
+}
+
+bool Screen::HasWindow(const QString& titlePattern) const {
+  return !Tool(QStringLiteral("xdotool"),
+               {QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"), titlePattern})
+              .isEmpty();
+}
+
+QString Screen::Window(const QString& titlePattern, int seconds) const {
+  QString found;
+  WaitFor(
+      [&] {
+        found = Tool(QStringLiteral("xdotool"), {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                                                 QStringLiteral("--name"), titlePattern})
+                    .section(u'\n', 0, 0);
+        return !found.isEmpty();
+      },
+      seconds);
+  return found;
+}
+
+void Screen::Activate(const QString& window) const {
+  Tool(QStringLiteral("xdotool"), {QStringLiteral("windowactivate"), QStringLiteral("--sync"), window});
+}
+
+void Screen::Press(const QStringList& keys) const {
+  Tool(QStringLiteral("xdotool"),
+       QStringList{QStringLiteral("key"), QStringLiteral("--delay"), QStringLiteral("150")} + keys);
+}
+
+QImage Screen::Picture() const {
+  const QString file = folder.filePath(QStringLiteral("screen.png"));
+  Tool(QStringLiteral("scrot"), {QStringLiteral("--overwrite"), file});
+  return QImage(file);
+}
+
+}  // namespace kestrel::e2e

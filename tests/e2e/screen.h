@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QImage>
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <functional>
+#include <memory>
+
+namespace kestrel::e2e {
+
+/// True as soon as `condition` holds, looking again and again; false after `seconds`.
+bool WaitFor(const std::function<bool()>& condition, int seconds = 20);
+
+/// A program of the test: its output is kept, and it ends with the object.
+class Child {
+ public:
+  Child(const QString& program, const QStringList& arguments, const QStringList& environment = {});
+  ~Child();
+  /// All of standard output so far.
+  QString Output();
+  bool Running() const { return process.state() == QProcess::Running; }
+  /// Waits for the program to end by itself.
+  bool Ends(int seconds = 20);
+  int ExitCode() const { return process.exitCode(); }
+  bool Crashed() const { return process.exitStatus() == QProcess::CrashExit; }
+  void Kill() { process.kill(); }
+
+ private:
+  QProcess process;
+  QString output;
+};
+
+/// A screen in memory with a window manager, and a person's hands on it.
+class Screen {
+ public:
+  Screen();
+  /// The environment of a program on this screen.
+  QStringList Environment() const;
+  /// Waits until a window whose title matches stands on the screen; its number, empty when none comes.
+  QString Window(const QString& titlePattern, int seconds = 20) const;
+  bool HasWindow(const QString& titlePattern) const;
+  void Activate(const QString& window) const;
+  void Press(const QStringList& keys) const;
+  QImage Picture() const;
+
+ private:
+  QString Tool(const QString& program, const QStringList& arguments) const;
+  QTemporaryDir folder;
+  std::unique_ptr<Child> server;
+  std::unique_ptr<Child> manager;
+  QString display;
+};
+
+}  // namespace kestrel::e2e

@@ -1,0 +1,144 @@
+// The built station under Xvfb, flown against session-sim through its own menus.
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+
+#include "e2e/screen.h"
+
+namespace kestrel::e2e {
+namespace {
+
+QString S(const char* text) { return QString::fromLatin1(text); }
+
+QString ReadText(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? QString::fromLatin1(file.readAll()) : QString();
+}
+
+void CopyFolder(const QString& from, const QString& to) {
+  QDir().mkpath(to);
+  for (const QFileInfo& entry : QDir(from).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot)) {
+    const QString target = to + u'/' + entry.fileName();
+    if (entry.isDir()) {
+      CopyFolder(entry.filePath(), target);
+    } else {
+      ASSERT_TRUE(QFile::copy(entry.filePath(), target)) << qPrintable(entry.filePath());
+    }
+  }
+}
+
+/// Pixels of the colour of hostile AI aircraft: their carets and altitudes.
+int HostilePixels(const QImage& picture) {
+  int count = 0;
+  for (int y = 0; y < picture.height(); ++y)
+    for (int x = 0; x < picture.width(); ++x)
+      if (picture.pixel(x, y) == qRgb(255, 0, 0)) ++count;
+  return count;
+}
+
+class StationSession : public testing::Test {
+ protected:
+  /// A copy of the program folder with the log on, a server with `faults`, and the station on a screen.
+  void Start(const QStringList& faults) {
+    folder = place.filePath(S("station"));
+    CopyFolder(S(KESTREL_BINARY_DIR "/station"), folder);
+    server = std::make_unique<Child>(
+        S(KESTREL_BINARY_DIR "/tools/session-sim"),
+        QStringList{S("--port"), S("0"), S("--players"), S("8"), S("--ai"), S("40"), S("--period-ms"), S("200"),
+                    S("--seed"), S("7"), S("--duration-s"), S("240")} +
+            faults);
+    static const QRegularExpression listening(S("listening on (\\d+)"));
+    QRegularExpressionMatch port;
+    ASSERT_TRUE(WaitFor([&] { return (port = listening.match(server->Output())).hasMatch(); }));
+    QString settings = ReadText(folder + S("/KESTREL.ini"));
+    settings.replace(QRegularExpression(S("CONNPORT=\\d+")), S("CONNPORT=") + port.captured(1));
+    settings.replace(QRegularExpression(S("DEBUG=\\d")), S("DEBUG=1"));
+    QFile file(folder + S("/KESTREL.ini"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(settings.toLatin1());
+    file.close();
+    station = std::make_unique<Child>(folder + S("/kestrel"), QStringList{}, screen.Environment());
+    window = screen.Window(S("^KESTREL v"));
+    ASSERT_FALSE(window.isEmpty()) << qPrintable(station->Output());
+    screen.Activate(window);
+  }
+
+  /// Right of the File menu (Alt+N is shared with Links): Connection, Phonebook, Demo session, then blue by the
+  /// dialog's default.
+  void Connect() {
+    screen.Press({S("alt+f"), S("Right"), S("Up"), S("Right"), S("Up"), S("Return")});
+    ASSERT_FALSE(screen.Window(S("Channel")).isEmpty());
+    screen.Press({S("Return")});
+    ASSERT_TRUE(WaitFor([&] { return server->Output().contains(S("received NAWACS1")); }))
+        << qPrintable(server->Output());
+  }
+
+  QString Log() const { return ReadText(folder + S("/KESTRELLog.txt")); }
+
+  /// File menu, Exit; the station ends by itself and has written its settings.
+  void Exit() {
+    screen.Press({S("alt+f"), S("x")});
+    ASSERT_TRUE(station->Ends()) << "the station did not end";
+    EXPECT_FALSE(station->Crashed());
+    EXPECT_EQ(station->ExitCode(), 0) << qPrintable(station->Output());
+    EXPECT_TRUE(ReadText(folder + S("/KESTREL.ini")).startsWith(S("\"KESTREL v1.0.0 Main INI File\"\r\n")));
+  }
+
+  QTemporaryDir place;
+  QString folder;
+  Screen screen;
+  std::unique_ptr<Child> server;
+  std::unique_ptr<Child> station;
+  QString window;
+};
+
+TEST_F(StationSession, LivesThroughCutAndMalformedMessagesAndLeavesInOrder) {
+  Start({S("--split"), S("--garbage"), S("5")});
+  const int before = HostilePixels(screen.Picture());
+  Connect();
+  ASSERT_TRUE(WaitFor([&] { return Log().count(S("(SYNCRO)")) >= 25; }, 60)) << qPrintable(Log().right(2000));
+  EXPECT_GE(Log().count(S("(NEWCLT)")), 1);
+  EXPECT_GE(Log().count(S("Message dropped")), 1) << "the malformed messages were not seen";
+  EXPECT_GT(HostilePixels(screen.Picture()), before + 50) << "no AI aircraft on the map";
+  EXPECT_TRUE(station->Running());
+
+  // In the Connection menu the entry above the last one: Disconnect.
+  screen.Press({S("alt+f"), S("Right"), S("Up"), S("Up"), S("Return")});
+  EXPECT_TRUE(WaitFor([&] { return server->Output().contains(S("received AWAEND")); })) << qPrintable(server->Output());
+  EXPECT_TRUE(WaitFor([&] { return Log().contains(S("Command sent to Server: (AWAEND)")); }));
+  Exit();
+}
+
+TEST_F(StationSession, TellsThatTheServerEndedTheSessionAndRunsOn) {
+  Start({S("--discon-after-s"), S("3")});
+  Connect();
+  const QString box = screen.Window(S("^Info$"));
+  ASSERT_FALSE(box.isEmpty());
+  screen.Activate(box);
+  screen.Press({S("Return")});
+  EXPECT_TRUE(WaitFor([&] { return !screen.HasWindow(S("^Info$")); }));
+  screen.Activate(window);
+  Exit();
+}
+
+TEST_F(StationSession, RunsOnWhenTheServerVanishes) {
+  Start({S("--drop-after-s"), S("3")});
+  Connect();
+  ASSERT_FALSE(screen.Window(S("^KESTREL v[0-9.]+ - BLUE CHANNEL$")).isEmpty());
+  EXPECT_FALSE(screen.Window(S("^KESTREL v[0-9.]+$")).isEmpty()) << "the caption still tells of a session";
+  Exit();
+}
+
+TEST_F(StationSession, SaysGoodbyeWhenItIsClosedWhileConnected) {
+  Start({});
+  Connect();
+  ASSERT_TRUE(WaitFor([&] { return Log().count(S("(SYNCRO)")) >= 2; }));
+  Exit();
+  EXPECT_TRUE(WaitFor([&] { return server->Output().contains(S("received AWAEND")); })) << qPrintable(server->Output());
+}
+
+}  // namespace
+}  // namespace kestrel::e2e
