@@ -116,14 +116,20 @@ void Session::OnError(const std::string& description) { Queue({Event::Kind::Erro
 void Session::Queue(Event event) {
   waiting.push_back(std::move(event));
   if (busy) return;
-  busy = true;
+  // Whatever a handler throws, the session must not stay closed to events.
+  const struct Guard {
+    bool& Flag;
+    explicit Guard(bool& flag) : Flag(flag) { Flag = true; }
+    ~Guard() { Flag = false; }
+    Guard(const Guard&) = delete;
+    Guard& operator=(const Guard&) = delete;
+  } handling(busy);
   while (!waiting.empty()) {
     const Event next = std::move(waiting.front());
     waiting.pop_front();
     Handle(next);
     Flush();
   }
-  busy = false;
 }
 
 void Session::Handle(const Event& event) {

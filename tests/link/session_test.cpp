@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "link/session_fixture.h"
@@ -50,6 +52,25 @@ TEST_F(SessionTest, CaptionTellsTheChannel) {
     state.Channel = channel;
     EXPECT_EQ(FrameCaption(state), title + ends[channel]);
   }
+}
+
+TEST_F(SessionTest, NothingIsShownAsConnectedBeforeTheChannelIsChosen) {
+  int shown = 0;
+  host.WhenRefreshed = [&](Changed what) { shown += state.Connected && Has(what, Changed::Connection); };
+  host.WhileChoosing = [&shown] { EXPECT_EQ(shown, 0); };
+  Connect();
+  EXPECT_EQ(shown, 1);
+}
+
+TEST_F(SessionTest, FaultInsideAnArrivalLeavesTheSessionOpenToTheNext) {
+  Connect();
+  bool first = true;
+  host.WhenRefreshed = [&first](Changed) {
+    if (std::exchange(first, false)) throw std::bad_alloc();
+  };
+  EXPECT_THROW(socket.Arrive(Message("NEWCLT", ClientData("5", "Smith"))), std::bad_alloc);
+  socket.Arrive(Message("NEWCLT", ClientData("6", "Jones")));
+  EXPECT_EQ(tables.Clients.UpperBound(), 2u);
 }
 
 TEST_F(SessionTest, MessagesReachTheTables) {

@@ -84,8 +84,9 @@ void QtSurface::Resize(QSize pixels, double devicePixelRatio) {
   for (int y = 0; y < kept.height(); ++y) {
     std::memcpy(image.scanLine(y), before.constScanLine(y), static_cast<std::size_t>(kept.width()) * 4);
   }
-  snapshot = image.copy();
   image.setDevicePixelRatio(ratio);
+  snapshot = QImage();
+  snapshotDue = true;
   for (PaintedCells* cells : {&painted, &fresh, &restored}) cells->Reset(image.size());
   restored.MarkAll();
 
@@ -114,6 +115,7 @@ void QtSurface::CopyPicture(const base::Picture& picture, const map::SourceRect&
   // Without its devicePixelRatio: the copy counts device pixels.
   QImage target(image.bits(), image.width(), image.height(), image.bytesPerLine(), QImage::Format_RGB32);
   target.fill(background);
+  snapshotDue = false;  // nothing of what was captured shows any more
   fresh.MarkAll();
   if (picture.Empty() || !AllFinite(from.Left, from.Top, from.Width, from.Height) || from.Width <= 0 ||
       from.Height <= 0) {
@@ -192,7 +194,7 @@ void QtSurface::Dot(double x, double y, base::Colour color) {
   if (left <= -side || top <= -side || left >= image.width() || top >= image.height()) return;
   const std::uint32_t colour = PixelColour(color);
   const qsizetype stride = image.bytesPerLine() / 4;
-  auto* pixels = reinterpret_cast<std::uint32_t*>(image.bits());
+  std::uint32_t* pixels = Pixels();
   const int firstRow = std::max(top, 0);
   const int endRow = std::min(top + side, image.height());
   for (int row = firstRow; row < endRow; ++row) {
@@ -235,7 +237,7 @@ void QtSurface::Print(std::string_view text, double x, double y, const map::Text
     fresh.Mark(box.left(), box.top(), box.width(), box.height());
     Prefetch(image, box);
   }
-  auto* pixels = reinterpret_cast<std::uint32_t*>(image.bits());
+  std::uint32_t* pixels = Pixels();
   const qsizetype stride = image.bytesPerLine() / 4;
   const BlockBytes colours = BlockOf(colour);
   left = start;
@@ -251,9 +253,17 @@ void QtSurface::Print(std::string_view text, double x, double y, const map::Text
   }
 }
 
+std::uint32_t* QtSurface::Pixels() {
+  if (snapshotDue) {
+    if (snapshot.size() != image.size()) snapshot = QImage(image.size(), image.format());
+    std::memcpy(snapshot.bits(), image.constBits(), static_cast<std::size_t>(image.sizeInBytes()));
+    snapshotDue = false;
+  }
+  return reinterpret_cast<std::uint32_t*>(image.bits());
+}
+
 void QtSurface::Capture() {
-  painted.Join(fresh);
-  CopyRuns(painted, image, snapshot);
+  snapshotDue = true;
   restored.Join(fresh);
   painted.Clear();
   fresh.Clear();
@@ -261,7 +271,8 @@ void QtSurface::Capture() {
 
 void QtSurface::Restore() {
   painted.Join(fresh);
-  CopyRuns(painted, snapshot, image);
+  // Without a capture there is nothing to put back.
+  if (snapshot.size() == image.size()) CopyRuns(painted, snapshot, image);
   restored.Join(painted);
   painted.Clear();
   fresh.Clear();
@@ -278,7 +289,7 @@ void QtSurface::Blit(const Sprite& sprite, int x, int y, std::uint32_t colour) {
   if (visible.isEmpty()) return;
   fresh.Mark(visible.left(), visible.top(), visible.width(), visible.height());
   const qsizetype stride = image.bytesPerLine() / 4;
-  std::uint32_t* origin = reinterpret_cast<std::uint32_t*>(image.bits()) + y * stride + x;
+  std::uint32_t* origin = Pixels() + y * stride + x;
   if (visible == box) {
     Paint(sprite, origin, stride, BlockOf(colour));
     return;

@@ -65,6 +65,8 @@ class QtSurface final : public map::Surface {
   };
 
   int PixelOf(double units) const;
+  /// The image's pixels to paint on; makes the copy of what was captured first when that is due.
+  std::uint32_t* Pixels();
   void Blit(const Sprite& sprite, int x, int y, std::uint32_t colour);
   /// Lines and arcs between points in device pixels, the pen's width in device pixels.
   void PixelLine(QPointF from, QPointF to, double width, std::uint32_t colour);
@@ -78,10 +80,11 @@ class QtSurface final : public map::Surface {
   double scale = 1.0 / 15;  ///< device pixels to the unit
   QColor background;
   QImage image;
-  QImage snapshot;        ///< MapSnapshot: the same as the image but for what is marked in `painted` and `fresh`
-  PaintedCells painted;   ///< since the last Capture or Restore, told by TakeDirty
-  PaintedCells fresh;     ///< since then, not yet told by TakeDirty
-  PaintedCells restored;  ///< put back since the last TakeDirty
+  QImage snapshot;           ///< MapSnapshot: the same as the image but for what is marked in `painted` and `fresh`
+  bool snapshotDue = false;  ///< captured, but nothing painted since: the copy is made with the next stroke, if any
+  PaintedCells painted;      ///< since the last Capture or Restore, told by TakeDirty
+  PaintedCells fresh;        ///< since then, not yet told by TakeDirty
+  PaintedCells restored;     ///< put back since the last TakeDirty
   PictureLevels levels;
   std::vector<std::unique_ptr<GlyphSheet>> sheets;  ///< one for each font in use
   std::size_t lastSheet = 0;                        ///< used last, and so most likely next

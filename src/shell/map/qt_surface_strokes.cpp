@@ -68,7 +68,7 @@ void QtSurface::DrawAlong(const Way& way, std::uint32_t colour) {
   const qsizetype stride = image.bytesPerLine() / 4;
   const qsizetype alongStep = way.Steep ? stride : 1;
   const qsizetype acrossStep = way.Steep ? 1 : stride;
-  auto* pixels = reinterpret_cast<std::uint32_t*>(image.bits());
+  std::uint32_t* pixels = Pixels();
   // In 1/65536 of a pixel; pixel n covers n..n+1.
   const auto fixed = [](double value) { return static_cast<std::int64_t>(value * 65536); };
   const std::int64_t slope = fixed(way.Slope);
