@@ -1,7 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
+
+#include "base/colour.h"
 
 namespace kestrel::base {
 
@@ -22,6 +25,13 @@ class Desktop {
   virtual void LetEventsRun() = 0;
   /// Starts a file with an argument in a folder as the system's "open" verb does. The result is not examined.
   virtual void Open(const std::string& file, const std::string& argument, const std::string& folder) = 0;
+  /// Asks for a file that exists. `filter` is label and patterns, as "Images |*.bmp;*.jpg", more pairs following after
+  /// another "|"; `folder` is where the choice begins, `defaultName` the name already filled in. Paths are the narrow
+  /// text that std::filesystem::path takes. Nothing when the person cancels.
+  virtual std::optional<std::string> OpenFile(std::string_view title, std::string_view filter,
+                                              const std::string& folder, std::string_view defaultName) = 0;
+  /// Asks for a colour, beginning at `present`. Nothing when the person cancels.
+  virtual std::optional<Colour> PickColour(Colour present) = 0;
   /// True while a dialog of the program is on the screen.
   virtual bool ModalOpen() const = 0;
 

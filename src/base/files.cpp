@@ -148,6 +148,16 @@ std::string ReadWholeFile(const fs::path& path, std::size_t limit) {
   return bytes;
 }
 
+std::size_t ReadHead(const fs::path& path, std::span<std::byte> into) {
+  std::error_code failure;
+  if (!fs::is_regular_file(path, failure)) throw RuntimeFailure(NameForMessage(path) + " is no file");
+  const OpenFile file = OpenForReading(path);
+  if (!file) throw RuntimeFailure(NameForMessage(path) + " cannot be read");
+  const std::size_t count = std::fread(into.data(), 1, into.size(), file.get());
+  if (std::ferror(file.get())) throw RuntimeFailure(NameForMessage(path) + " cannot be read");
+  return count;
+}
+
 void WriteWholeFile(const fs::path& path, std::string_view bytes) {
   std::error_code failure;
   // A link keeps standing; the file it leads to is replaced.

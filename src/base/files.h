@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,10 @@ bool FileExists(const std::filesystem::path& path);
 
 /// All bytes of a file. RuntimeFailure when it cannot be read or is larger than `limit`.
 std::string ReadWholeFile(const std::filesystem::path& path, std::size_t limit);
+
+/// The first bytes of a file, as many as `into` has room for; how many there were. RuntimeFailure when it cannot be
+/// read.
+std::size_t ReadHead(const std::filesystem::path& path, std::span<std::byte> into);
 
 /// Writes a neighbour file ("<name>.new"), flushes it to the disk and gives it the name, so that a full disk or a kill
 /// leaves the old file or the new one. RuntimeFailure when that fails; the neighbour is removed then.

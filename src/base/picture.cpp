@@ -5,6 +5,7 @@
 #include <sys/mman.h>
 #endif
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <string>
@@ -189,6 +190,26 @@ Picture Convert(Bitmap bitmap) {
   return Picture(width, height, width * 4, top, std::shared_ptr<void>(pixels, pixels.get()));
 }
 
+/// A bitmap of 24 bits for each pixel, the depth that the library's filters and quantisers work on.
+Bitmap To24Bits(const Picture& picture) {
+  Bitmap bitmap(FreeImage_Allocate(picture.Width, picture.Height, 24));
+  if (!bitmap) throw RuntimeFailure("no memory for the picture");
+  for (int y = 0; y < picture.Height; ++y) {
+    // The library does not write to its source.
+    auto* source = const_cast<BYTE*>(picture.Pixels + std::ptrdiff_t{y} * picture.Stride);
+    FreeImage_ConvertLine32To24(FreeImage_GetScanLine(bitmap.get(), picture.Height - 1 - y), source, picture.Width);
+  }
+  return bitmap;
+}
+
+/// What the library has written to `memory`.
+std::string BytesOf(FIMEMORY* memory) {
+  BYTE* bytes = nullptr;
+  DWORD size = 0;
+  FreeImage_AcquireMemory(memory, &bytes, &size);
+  return std::string(reinterpret_cast<const char*>(bytes), size);
+}
+
 }  // namespace
 
 Picture LoadPicture(const std::filesystem::path& path) {
@@ -202,5 +223,36 @@ Picture LoadPicture(const std::filesystem::path& path) {
 }
 
 Picture DecodePicture(std::string_view bytes) { return Convert(LoadBitmap(bytes)); }
+
+Picture BlankPicture(int side) {
+  const auto count = static_cast<std::size_t>(side) * static_cast<std::size_t>(side);
+  const std::shared_ptr<std::uint32_t> pixels(NewPixels(count), std::free);
+  if (!pixels) throw RuntimeFailure("no memory for the picture");
+  std::fill_n(pixels.get(), count, Opaque);
+  const auto* top = reinterpret_cast<const std::uint8_t*>(pixels.get());
+  return Picture(side, side, side * 4, top, std::shared_ptr<void>(pixels, pixels.get()));
+}
+
+Picture SquarePicture(const Picture& picture) {
+  if (picture.Empty()) throw RuntimeFailure("there is no picture");
+  const int side = std::max(picture.Width, picture.Height);
+  if (side > MaxMapSide) throw RuntimeFailure("the picture is too large for a map");
+  if (picture.Width == picture.Height) return picture;
+  Bitmap square(FreeImage_Rescale(To24Bits(picture).get(), side, side, FILTER_BICUBIC));
+  if (!square) throw RuntimeFailure("no memory for the picture");
+  return Convert(std::move(square));
+}
+
+std::string EncodeGif(const Picture& picture) {
+  if (picture.Empty()) throw RuntimeFailure("there is no picture");
+  const Bitmap reduced(FreeImage_ColorQuantize(To24Bits(picture).get(), FIQ_WUQUANT));
+  if (!reduced) throw RuntimeFailure("no memory for the picture");
+  const std::unique_ptr<FIMEMORY, void (*)(FIMEMORY*)> memory(FreeImage_OpenMemory(),
+                                                              [](FIMEMORY* open) { FreeImage_CloseMemory(open); });
+  if (!FreeImage_SaveToMemory(FIF_GIF, reduced.get(), memory.get(), GIF_DEFAULT)) {
+    throw RuntimeFailure("the picture cannot be turned into a GIF file");
+  }
+  return BytesOf(memory.get());
+}
 
 }  // namespace kestrel::base

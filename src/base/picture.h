@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -36,5 +37,16 @@ class Picture {
 Picture LoadPicture(const std::filesystem::path& path);
 /// The same from the bytes of a file.
 Picture DecodePicture(std::string_view bytes);
+
+/// Largest side of a picture that a new map is made from, in pixels: squaring and saving hold it several times.
+inline constexpr int MaxMapSide = 8192;
+
+/// A black picture of `side` by `side` pixels.
+Picture BlankPicture(int side);
+/// `picture` stretched to a square whose side is its larger one, with the bicubic filter; itself when it is square.
+/// RuntimeFailure when it is empty, a side is above MaxMapSide or there is no memory.
+Picture SquarePicture(const Picture& picture);
+/// The bytes of a GIF file of `picture`, its colours brought down to 256. RuntimeFailure when that fails.
+std::string EncodeGif(const Picture& picture);
 
 }  // namespace kestrel::base

@@ -6,6 +6,7 @@
 
 #include "base/files.h"
 #include "base/numbers.h"
+#include "base/text.h"
 
 namespace kestrel::theaters {
 namespace {
@@ -25,6 +26,15 @@ bool MendExtent(double& extent) {
 bool IsRelative(std::string_view name) {
   return !name.empty() && name.find(':') == std::string_view::npos && name.front() != '/' && name.front() != '\\' &&
          name.find("..") == std::string_view::npos;
+}
+
+/// Such a name opens a device whatever follows a point behind it.
+bool IsDevice(std::string_view name) {
+  const std::string stem = base::Lower(base::Trim(name.substr(0, name.find('.'))));
+  for (const std::string_view device : {"con", "prn", "aux", "nul"}) {
+    if (stem == device) return true;
+  }
+  return stem.size() == 4 && (stem.starts_with("com") || stem.starts_with("lpt")) && stem[3] >= '1' && stem[3] <= '9';
 }
 
 void DeleteBelow(const std::filesystem::path& folder, std::string_view name) {
@@ -57,9 +67,11 @@ std::string DataFile(const Theater& theater, std::string_view end) { return thea
 std::string CleanFileName(std::string_view name) {
   std::string clean;
   for (const char c : name) {
-    if (std::string_view("\"|><?*:\\/").find(c) == std::string_view::npos) clean += c;
+    const bool prints = static_cast<unsigned char>(c) >= ' ';
+    if (prints && std::string_view("\"|><?*:\\/").find(c) == std::string_view::npos) clean += c;
   }
-  return clean.empty() ? "New" : clean;
+  if (clean.empty()) return "New";
+  return IsDevice(clean) ? clean + "_" : clean;
 }
 
 std::string NewFileName(const std::filesystem::path& folder, std::string_view name, std::string_view end) {
@@ -69,6 +81,49 @@ std::string NewFileName(const std::filesystem::path& folder, std::string_view na
     stem = clean + "(" + base::FormatInvariant(n, "0") + ")";
   }
   return stem;
+}
+
+std::optional<std::string> Objection(const TheaterDetails& details) {
+  if (base::Trim(details.DisplayName).empty()) return "Theater needs a name...";
+  if (details.DisplayName.size() > MaxNameLength) return "The name of a theater can have at most 100 characters.";
+  if (!(details.Size >= 1 && details.Size <= MaxSize)) return "The size of a theater must lie between 1 and 8192.";
+  if (!IsCorner(details.CoordLat, details.CoordLong)) {
+    return "The corner of a theater must lie between -90 and 90 degrees of latitude and between -360 and 360 degrees "
+           "of longitude.";
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> Objection(const Bullseye& bullseye) {
+  const auto fits = [](double value) { return std::abs(value) <= MaxBullseyeDistance; };
+  if (fits(bullseye.X) && fits(bullseye.Y)) return std::nullopt;
+  return "X and Y of a bullseye must lie between -100000 and 100000.";
+}
+
+bool IsCorner(double lat, double longitude) { return std::abs(lat) <= 90 && std::abs(longitude) <= 360; }
+
+Theater NewTheater(const TheaterDetails& details, double bullX, double bullY, const std::filesystem::path& folder) {
+  Theater theater;
+  theater.Name = details.DisplayName;
+  // Each with a number of its own: stray files may lie there.
+  theater.TheaterFile = NewFileName(folder, details.DisplayName, ".ini") + ".ini";
+  theater.Pic = NewFileName(folder, details.DisplayName, ".gif") + ".gif";
+  theater.PicSize = DefaultSize;
+  AddBullseye(theater, {"Default", bullX, bullY});
+  ApplyDetails(theater, details);
+  return theater;
+}
+
+void ApplyDetails(Theater& theater, const TheaterDetails& details) {
+  theater.DisplayName = details.DisplayName;
+  theater.Size = details.Size;
+  theater.CoordLat = details.CoordLat;
+  theater.CoordLong = details.CoordLong;
+}
+
+void AppendTheater(Catalogue& catalogue, Theater theater) {
+  base::ToInt16(static_cast<double>(catalogue.Theaters.UpperBound() + 1));
+  catalogue.Theaters.Append(std::move(theater));
 }
 
 void AddBullseye(Theater& theater, Bullseye bullseye) {

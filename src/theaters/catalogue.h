@@ -1,7 +1,9 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -27,11 +29,42 @@ inline constexpr std::array<std::string_view, 4> DataFileEnds = {"_Areas.dat", "
 /// `<Name>` + `end`, relative to Theaters. `Name` as it stands: a "/" in it makes a folder step.
 std::string DataFile(const Theater& theater, std::string_view end);
 
-/// `name` without the characters that no file name may hold (double quote | > < ? * : \ /); "New" when nothing remains.
+/// `name` without the characters that no file name may hold (double quote | > < ? * : \ / and what does not print);
+/// "New" when nothing remains. The name of a device ("con", "com1") gets a "_" behind it.
 std::string CleanFileName(std::string_view name);
 /// The stem for a new file in `folder`: the cleaned name, with "(" n ")" behind it for the lowest n from 1 whose file
 /// does not exist when the plain one does. `end` is ".ini" or ".gif"; each is counted on its own.
 std::string NewFileName(const std::filesystem::path& folder, std::string_view name, std::string_view end);
+
+/// What the person enters about a theater.
+struct TheaterDetails {
+  std::string DisplayName;
+  double Size = 0;       ///< map units
+  double CoordLat = 0;   ///< degrees north
+  double CoordLong = 0;  ///< degrees east
+};
+
+/// Largest extent of a theater, map units.
+inline constexpr double MaxSize = 8192;
+/// Most characters of a theater's name: file names are made from it.
+inline constexpr std::size_t MaxNameLength = 100;
+/// How far from the corner of the map a bullseye may lie, map units.
+inline constexpr double MaxBullseyeDistance = 100000;
+
+/// Why the details cannot be taken, as a text for the person; nothing when they can.
+std::optional<std::string> Objection(const TheaterDetails& details);
+std::optional<std::string> Objection(const Bullseye& bullseye);
+/// True for a place on the earth; longitudes may count to either side or all the way round.
+bool IsCorner(double lat, double longitude);
+
+/// The theater that the details make, not in a catalogue yet: Name as typed, one bullseye "Default" that is current,
+/// file names that no file in `folder` has. Its PicSize is to be set with its picture.
+Theater NewTheater(const TheaterDetails& details, double bullX, double bullY, const std::filesystem::path& folder);
+/// Takes the details over. Name and file names stay.
+void ApplyDetails(Theater& theater, const TheaterDetails& details);
+/// Appends a theater; the current one stays current. RuntimeFailure, with nothing changed, when 16 bits cannot point at
+/// it.
+void AppendTheater(Catalogue& catalogue, Theater theater);
 
 /// Appends a bullseye and makes it current. RuntimeFailure, with nothing changed, when 16 bits cannot point at it.
 void AddBullseye(Theater& theater, Bullseye bullseye);

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <span>
 #include <string>
 
 #include "base/failure.h"
@@ -161,6 +163,27 @@ TEST(Files, NamesAreCutOffTheirFolders) {
   EXPECT_EQ(BareName("a\\"), "");
   EXPECT_EQ(BareName(""), "");
   EXPECT_EQ(NameForMessage(fs::path("a") / "c.txt"), "c.txt");
+}
+
+TEST(Files, ReadHeadGivesWhatThereIsUpToTheRoom) {
+  const test::TempFolder folder;
+  test::WriteBytes(folder / "heights", "abcdef");
+  struct Case {
+    std::size_t room, read;
+    std::string_view text;
+  };
+  for (const Case& each : {Case{4, 4, "abcd"}, {6, 6, "abcdef"}, {8, 6, "abcdef.."}, {0, 0, ""}}) {
+    std::string into(each.room, '.');
+    EXPECT_EQ(ReadHead(folder / "heights", std::as_writable_bytes(std::span(into))), each.read) << each.room;
+    EXPECT_EQ(into, each.text);
+  }
+}
+
+TEST(Files, ReadHeadFailsForAMissingFileOrAFolder) {
+  const test::TempFolder folder;
+  std::array<std::byte, 4> into{};
+  EXPECT_THROW(ReadHead(folder / "none", into), RuntimeFailure);
+  EXPECT_THROW(ReadHead(folder.Path(), into), RuntimeFailure);
 }
 
 }  // namespace

@@ -2,9 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/failure.h"
@@ -216,6 +220,86 @@ TEST(Picture, LyingSizesAreRefused) {
   };
   for (const auto& [name, bytes] : lies) EXPECT_THROW(DecodePicture(bytes), RuntimeFailure) << name;
 }
+
+/// A picture of the pixels; `width` of them make a row.
+Picture PictureOf(const Pixels& pixels, int width) {
+  const auto kept = std::make_shared<Pixels>(pixels);
+  const int height = static_cast<int>(kept->size()) / width;
+  const auto* top = reinterpret_cast<const std::uint8_t*>(kept->data());
+  return Picture(width, height, width * 4, top, std::shared_ptr<void>(kept, kept->data()));
+}
+
+TEST(SquarePicture, SideIsTheLargerOne) {
+  for (const auto& [width, height] : {std::pair(8, 10), std::pair(10, 8), std::pair(1, 10), std::pair(10, 10)}) {
+    const Picture square = SquarePicture(PictureOf(Pixels(static_cast<std::size_t>(width * height), Green), width));
+    EXPECT_EQ(square.Width, 10) << width << " by " << height;
+    EXPECT_EQ(square.Height, 10) << width << " by " << height;
+    EXPECT_EQ(PixelsOf(square), Pixels(100, Green)) << width << " by " << height;
+  }
+}
+
+TEST(SquarePicture, OrderOfRowsAndColumnsStays) {
+  // Red above blue, twice as wide as high.
+  Pixels pixels(32 * 16, Red);
+  std::fill(pixels.begin() + 32 * 8, pixels.end(), Blue);
+  const Pixels square = PixelsOf(SquarePicture(PictureOf(pixels, 32)));
+  ASSERT_EQ(square.size(), 1024U);
+  EXPECT_EQ(square[5], Red);
+  EXPECT_EQ(square[32 * 10 + 31], Red);
+  EXPECT_EQ(square[32 * 21], Blue);
+  EXPECT_EQ(square[1023], Blue);
+}
+
+TEST(SquarePicture, FilterIsBicubic) {
+  // A bicubic filter reaches beyond the values on both sides of an edge; a linear one does not.
+  // Stretched eightfold along the rows, the edge between the columns lies in the middle.
+  Pixels two(16 * 2);
+  for (int y = 0; y < 16; ++y) two[2 * y] = 0xFF404040, two[2 * y + 1] = 0xFFC0C0C0;
+  const Pixels square = PixelsOf(SquarePicture(PictureOf(two, 2)));
+  const auto [low, top] = std::minmax_element(square.begin(), square.end());
+  EXPECT_LT(*low, 0xFF404040u);
+  EXPECT_GT(*top, 0xFFC0C0C0u);
+}
+
+TEST(SquarePicture, SquareOneIsTheSame) {
+  const Picture picture = PictureOf({Red, Green, Blue, White}, 2);
+  EXPECT_EQ(SquarePicture(picture).Pixels, picture.Pixels);
+}
+
+TEST(SquarePicture, EmptyAndTooLargeOnesAreRefused) {
+  EXPECT_THROW(SquarePicture(Picture()), RuntimeFailure);
+  EXPECT_THROW(SquarePicture(PictureOf(Pixels(MaxMapSide + 1, Red), 1)), RuntimeFailure);
+  EXPECT_THROW(SquarePicture(PictureOf(Pixels(MaxMapSide + 1, Red), MaxMapSide + 1)), RuntimeFailure);
+}
+
+TEST(EncodeGif, FewColoursComeBackAsTheyWere) {
+  const Pixels four = {Red, Green, Blue, White, Black, Red};
+  const std::string bytes = EncodeGif(PictureOf(four, 3));
+  EXPECT_EQ(bytes.substr(0, 3), "GIF");
+  EXPECT_EQ(PixelsOf(DecodePicture(bytes)), four);
+}
+
+TEST(EncodeGif, BlankPictureComesBack) {
+  const Picture blank = BlankPicture(1024);
+  EXPECT_EQ(PixelsOf(blank), Pixels(1024 * 1024, Black));
+  const Picture read = DecodePicture(EncodeGif(blank));
+  EXPECT_EQ(read.Width, 1024);
+  EXPECT_EQ(PixelsOf(read), PixelsOf(blank));
+}
+
+TEST(EncodeGif, ManyColoursAreBroughtDownTo256) {
+  Pixels many;
+  for (std::uint32_t at = 0; at < 64 * 64; ++at) many.push_back(0xFF000000 | at % 64 * 4 << 16 | at / 64 * 4);
+  const Pixels read = PixelsOf(DecodePicture(EncodeGif(PictureOf(many, 64))));
+  ASSERT_EQ(read.size(), many.size());
+  EXPECT_LE(std::set<std::uint32_t>(read.begin(), read.end()).size(), 256U);
+  for (std::size_t at = 0; at < many.size(); ++at) {
+    const auto channel = [at](const Pixels& of, int shift) { return static_cast<int>(of[at] >> shift & 255); };
+    for (const int shift : {16, 8, 0}) ASSERT_NEAR(channel(read, shift), channel(many, shift), 24) << at;
+  }
+}
+
+TEST(EncodeGif, EmptyPictureIsRefused) { EXPECT_THROW(EncodeGif(Picture()), RuntimeFailure); }
 
 }  // namespace
 }  // namespace kestrel::base

@@ -1,10 +1,13 @@
 #include "theaters/catalogue.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/failure.h"
@@ -187,6 +190,118 @@ TEST(Catalogue, RemovingATheaterLeavesFilesOutsideItsFolder) {
     RemoveTheater(catalogue, 2, folder / "Theaters");
     EXPECT_TRUE(std::filesystem::exists(folder / "mine.txt")) << name;
     EXPECT_TRUE(std::filesystem::exists(folder / "Theaters")) << name;
+  }
+}
+
+TheaterDetails Details(std::string name) { return {std::move(name), 512, 34.5, 125.25}; }
+
+TEST(Catalogue, NameOfADeviceIsNoFileName) {
+  for (const char* name : {"con", "NUL", "Com1", "lpt9", "aux.old", "prn "}) {
+    EXPECT_EQ(CleanFileName(name), std::string(name) + "_") << name;
+  }
+  for (const char* name : {"cons", "com0", "com10", "xnul", "lpt"}) EXPECT_EQ(CleanFileName(name), name);
+}
+
+TEST(Catalogue, WhatDoesNotPrintIsNoFileName) { EXPECT_EQ(CleanFileName("a\nb\tc\x01"), "abc"); }
+
+TEST(Catalogue, NewTheaterHasWhatWasEnteredAndOneBullseye) {
+  const TempFolder folder;
+  const Theater theater = NewTheater(Details("a/b"), 12.5, 700, folder.Path());
+  EXPECT_EQ(theater.Name, "a/b");
+  EXPECT_EQ(theater.DisplayName, "a/b");
+  EXPECT_EQ(theater.TheaterFile, "ab.ini");
+  EXPECT_EQ(theater.Pic, "ab.gif");
+  EXPECT_EQ(DataFile(theater, "_Areas.dat"), "a/b_Areas.dat");
+  EXPECT_EQ(theater.Size, 512);
+  EXPECT_EQ(theater.CoordLat, 34.5);
+  EXPECT_EQ(theater.CoordLong, 125.25);
+  ASSERT_EQ(theater.Bulls.UpperBound(), 1u);
+  EXPECT_EQ(theater.CurrentBull, 1);
+  EXPECT_EQ(theater.Bulls[1].Name, "Default");
+  EXPECT_EQ(theater.Bulls[1].X, 12.5);
+  EXPECT_EQ(theater.Bulls[1].Y, 700);
+}
+
+TEST(Catalogue, FilesOfANewTheaterAreCountedEachOnItsOwn) {
+  const TempFolder folder;
+  WriteBytes(folder / "Korea.ini", "");
+  WriteBytes(folder / "Korea.gif", "");
+  const Theater second = NewTheater(Details("Korea"), 0, 0, folder.Path());
+  EXPECT_EQ(second.TheaterFile, "Korea(1).ini");
+  EXPECT_EQ(second.Pic, "Korea(1).gif");
+  WriteBytes(folder / "Korea(1).gif", "");
+  const Theater third = NewTheater(Details("Korea"), 0, 0, folder.Path());
+  EXPECT_EQ(third.TheaterFile, "Korea(1).ini");
+  EXPECT_EQ(third.Pic, "Korea(2).gif");
+  EXPECT_EQ(third.Name, "Korea");
+}
+
+TEST(Catalogue, NameOfDroppedCharactersGivesNew) {
+  const TempFolder folder;
+  const Theater theater = NewTheater(Details("???"), 0, 0, folder.Path());
+  EXPECT_EQ(theater.Name, "???");
+  EXPECT_EQ(theater.TheaterFile, "New.ini");
+  EXPECT_EQ(theater.Pic, "New.gif");
+}
+
+TEST(Catalogue, EditingKeepsNameFilesAndBullseyes) {
+  Theater theater = ThreeTheaters(1).Current();
+  theater.Bulls.Append({"Kept", 1, 2});
+  ApplyDetails(theater, Details("Shown otherwise"));
+  EXPECT_EQ(theater.DisplayName, "Shown otherwise");
+  EXPECT_EQ(theater.Size, 512);
+  EXPECT_EQ(theater.CoordLat, 34.5);
+  EXPECT_EQ(theater.CoordLong, 125.25);
+  EXPECT_EQ(theater.Name, "A");
+  EXPECT_EQ(theater.TheaterFile, "A.ini");
+  EXPECT_EQ(theater.Pic, "A.gif");
+  EXPECT_EQ(theater.Bulls.UpperBound(), 1u);
+}
+
+TEST(Catalogue, AppendedTheaterIsNotTheCurrentOne) {
+  Catalogue catalogue = ThreeTheaters(2);
+  AppendTheater(catalogue, Korea());
+  EXPECT_EQ(catalogue.Theaters[4].Name, "Korea");
+  EXPECT_EQ(catalogue.CurrentTheater, 2);
+}
+
+TEST(Catalogue, TheaterThatCannotBePointedAtIsRefused) {
+  Catalogue catalogue;
+  while (catalogue.Theaters.UpperBound() < 32767) catalogue.Theaters.Append({});
+  EXPECT_THROW(AppendTheater(catalogue, Korea()), base::RuntimeFailure);
+  EXPECT_EQ(catalogue.Theaters.UpperBound(), 32767u);
+}
+
+TEST(Catalogue, DetailsThatCannotBeTakenAreTold) {
+  const double infinite = std::numeric_limits<double>::infinity();
+  EXPECT_EQ(Objection(Details("Korea")), std::nullopt);
+  EXPECT_EQ(Objection(Details(std::string(100, 'x'))), std::nullopt);
+  for (const char* name : {"", "  "}) EXPECT_EQ(Objection(Details(name)), "Theater needs a name...");
+  EXPECT_EQ(Objection(Details(std::string(300, 'x'))), "The name of a theater can have at most 100 characters.");
+  for (const double size : {0.0, 0.5, -1.0, 8193.0, infinite, std::nan("")}) {
+    TheaterDetails details = Details("Korea");
+    details.Size = size;
+    EXPECT_EQ(Objection(details), "The size of a theater must lie between 1 and 8192.") << size;
+  }
+  for (const double size : {1.0, 8192.0}) {
+    TheaterDetails details = Details("Korea");
+    details.Size = size;
+    EXPECT_EQ(Objection(details), std::nullopt) << size;
+  }
+  for (const auto& [lat, longitude] : {std::pair(90.1, 0.0), std::pair(-91.0, 0.0), std::pair(0.0, 360.5),
+                                       std::pair(std::nan(""), 0.0), std::pair(0.0, infinite)}) {
+    TheaterDetails details = Details("Korea");
+    details.CoordLat = lat;
+    details.CoordLong = longitude;
+    EXPECT_THAT(Objection(details).value_or(""), testing::StartsWith("The corner of a theater must lie between"));
+  }
+}
+
+TEST(Catalogue, BullseyeTooFarAwayIsTold) {
+  EXPECT_EQ(Objection(Bullseye{"", -100000, 100000}), std::nullopt);
+  for (const double far : {100000.5, -1e300, std::nan(""), std::numeric_limits<double>::infinity()}) {
+    EXPECT_EQ(Objection(Bullseye{"", far, 0}), "X and Y of a bullseye must lie between -100000 and 100000.") << far;
+    EXPECT_EQ(Objection(Bullseye{"", 0, far}), "X and Y of a bullseye must lie between -100000 and 100000.") << far;
   }
 }
 

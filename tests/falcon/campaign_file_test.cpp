@@ -1,0 +1,80 @@
+#include "falcon/campaign_file.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "base/failure.h"
+#include "campaign_bytes.h"
+
+namespace kestrel::falcon {
+namespace {
+
+using namespace std::string_literals;
+
+TEST(CampaignFile, PiecesAreFoundByExtensionWhateverTheCase) {
+  const CampaignFile file(test::Container({{"SAVE0.OBJ", "objectives"}, {"old name.ver", "73"}, {"x.y.Cmp", ""}}));
+  EXPECT_EQ(file.Piece("obj"), "objectives");
+  EXPECT_EQ(file.Piece("VER"), "73");
+  EXPECT_EQ(file.Piece("cmp"), "");
+  EXPECT_EQ(file.Piece("y"), std::nullopt);
+  EXPECT_EQ(file.Piece("obd"), std::nullopt);
+}
+
+TEST(CampaignFile, NameWithoutAPointHasNoExtension) {
+  EXPECT_EQ(CampaignFile(test::Container({{"obj", "x"}})).Piece("obj"), std::nullopt);
+}
+
+TEST(CampaignFile, BytesMayFollowTheDirectory) {
+  EXPECT_EQ(CampaignFile(test::Container({{"a.ver", "63"}}, "rest of a longer file")).DataVersion(), 63);
+}
+
+TEST(CampaignFile, GoldenBytesAreRead) {
+  // Directory at 6: one entry of five letters, two bytes long at position 4.
+  const CampaignFile file(
+      "\x06\0\0\0"
+      "63"
+      "\x01\0\0\0"
+      "\x05"
+      "a.ver"
+      "\x04\0\0\0"
+      "\x02\0\0\0"s);
+  EXPECT_EQ(file.DataVersion(), 63);
+}
+
+TEST(CampaignFile, VersionIsTrimmed) {
+  EXPECT_EQ(CampaignFile(test::Container({{"a.ver", " 109 "}})).DataVersion(), 109);
+}
+
+TEST(CampaignFile, VersionMayBeMissing) { EXPECT_EQ(CampaignFile(test::Container({})).DataVersion(), std::nullopt); }
+
+TEST(CampaignFile, VersionThatIsNoneIsRefused) {
+  for (const char* text : {"", "x", "0", "-1", "1000", "99999", "6 3"}) {
+    const CampaignFile file(test::Container({{"a.ver", text}}));
+    EXPECT_THROW(file.DataVersion(), base::RuntimeFailure) << text;
+  }
+}
+
+TEST(CampaignFile, FileCutAnywhereIsRefused) {
+  const std::string whole = test::Container({{"a.ver", "63"}, {"b.cmp", "content"}});
+  for (std::size_t length = 0; length < whole.size(); ++length) {
+    EXPECT_THROW(CampaignFile(whole.substr(0, length)), base::RuntimeFailure) << length;
+  }
+}
+
+TEST(CampaignFile, DirectoryThatLiesIsRefused) {
+  const std::string good = test::Container({{"a.ver", "63"}});
+  const auto with = [&good](std::size_t at, std::string_view bytes) {
+    std::string bad = good;
+    return bad.replace(at, bytes.size(), bytes);
+  };
+  ASSERT_EQ(CampaignFile(good).DataVersion(), 63);
+  EXPECT_THROW(CampaignFile(with(0, test::Le32(0))), base::RuntimeFailure) << "directory within its own position";
+  EXPECT_THROW(CampaignFile(with(0, test::Le32(0xFFFFFFFF))), base::RuntimeFailure) << "directory outside";
+  EXPECT_THROW(CampaignFile(with(6, test::Le32(0xFFFFFFFF))), base::RuntimeFailure) << "too many entries";
+  EXPECT_THROW(CampaignFile(with(16, test::Le32(1000))), base::RuntimeFailure) << "piece behind the end";
+  EXPECT_THROW(CampaignFile(with(20, test::Le32(0xFFFFFFFE))), base::RuntimeFailure) << "piece longer than the file";
+}
+
+}  // namespace
+}  // namespace kestrel::falcon
