@@ -33,6 +33,11 @@ class StillDesktop final : public base::Desktop {
   }
   void LetEventsRun() override {}
   void Open(const std::string&, const std::string&, const std::string&) override {}
+  std::optional<std::string> OpenFile(std::string_view, std::string_view, const std::string&,
+                                      std::string_view) override {
+    return std::nullopt;
+  }
+  std::optional<base::Colour> PickColour(base::Colour) override { return std::nullopt; }
   bool ModalOpen() const override { return false; }
 };
 

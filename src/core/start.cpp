@@ -84,10 +84,12 @@ constexpr Step mainSteps[] = {
     {"Try whether the program folder can be written", ProbeFolder},
     {"Load the theater picture", [](Program& program) { LoadMapPicture(program.State); }},
     {"Show MainFrm", ShowMap},
-    {"Place BullsFrm, CursFrm, ViewFrm, ClientsFrm, AreasFrm, RecFrm, MiniMapFrm, FreqFrm"},
+    {"Place BullsFrm, CursFrm, ViewFrm, ClientsFrm, AreasFrm, RecFrm, MiniMapFrm, FreqFrm",
+     [](Program& program) { program.Shown.PlaceToolWindows(); }},
     {"Copy the view options into ViewFrm", CopyViewOptions},
     {"Clear Loading", [](Program& program) { program.State.Loading = false; }},
-    {"Show FreqFrm, its first tab, its check boxes; hide it again"},
+    {"Show FreqFrm, its first tab, its check boxes; hide it again",
+     [](Program& program) { program.Shown.OpenFreqFrm(); }},
     {"ChangeRes 1: the first map", FirstMap},
 };
 

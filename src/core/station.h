@@ -12,6 +12,7 @@
 #include "link/tables.h"
 #include "map/options.h"
 #include "map/view_state.h"
+#include "theaters/elevations.h"
 #include "theaters/theater.h"
 
 namespace kestrel::core {
@@ -57,7 +58,8 @@ struct Station {
   link::Tables Plots;
   map::Options MapOptions;
   map::ViewState View;
-  base::Picture MapPicture;  ///< the current theater's
+  base::Picture MapPicture;         ///< the current theater's
+  theaters::Elevations Elevations;  ///< the current theater's
   std::array<ToolWindowState, ToolWindowCount> ToolWindows = {};
   EditorPositions Editors;
   std::array<std::int32_t, ShortcutCount> Shortcuts = BuiltInShortcuts;

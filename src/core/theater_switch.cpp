@@ -27,15 +27,28 @@ void LoadViewShorts(Program& program) {
   }
 }
 
+/// The current theater has these heights from now on; their file is read when the pointer first needs it.
+void LoadElevation(Program& program) {
+  Station& station = program.State;
+  const theaters::Theater& theater = station.Catalogue.Current();
+  try {
+    station.Elevations.Load(TheaterPath(station, theaters::DataFile(theater, "_Elevation.dat")), theater.Size);
+  } catch (const base::RuntimeFailure& failure) {
+    station.Elevations = {};
+    program.Log.LogLine(std::string("The elevations are left out: ") + failure.what());
+  }
+}
+
 constexpr Step theaterDataSteps[] = {
     {"ReloadBulls", [](Program& program) { ReloadBulls(program.State); }},
     {"Load the areas"},
     {"Load the view shortcuts", LoadViewShorts},
     {"Load the frequencies"},
-    {"Load the elevation"},
+    {"Load the elevation", LoadElevation},
     {"AreasFrm.RefreshList"},
     {"FreqFrm.RefreshList"},
     {"FreqFrm.UpdateTreeviewCheckBoxes"},
+    // It comes with the refresh that ResetTheaterData asks for.
     {"MiniMapFrm.ReloadMiniMap"},
     {"ResetResolution", [](Program& program) { map::ResetResolution(program.State.View); }},
 };
@@ -45,12 +58,14 @@ struct FormerTheater {
   explicit FormerTheater(const Station& station)
       : index(station.Catalogue.CurrentTheater),
         picture(station.MapPicture),
+        elevations(station.Elevations),
         view(station.View),
         bull(station.Session.Bull) {}
 
   void PutBack(Station& station) const {
     station.Catalogue.CurrentTheater = index;
     station.MapPicture = picture;
+    station.Elevations = elevations;
     station.View = view;
     station.Session.Bull = bull;
   }
@@ -58,6 +73,7 @@ struct FormerTheater {
  private:
   std::int16_t index;
   base::Picture picture;
+  theaters::Elevations elevations;
   map::ViewState view;
   theaters::DownPoint bull;
 };
@@ -79,6 +95,14 @@ void SaveEverything(Program& program) {
 
 void LoadMapPicture(Station& station) {
   station.MapPicture = base::LoadPicture(base::FindFile(TheatersFolder(station), station.Catalogue.Current().Pic));
+}
+
+void ReadElevations(Program& program) {
+  try {
+    program.State.Elevations.Read();
+  } catch (const base::RuntimeFailure& failure) {
+    program.Log.LogLine(std::string("The elevations are left out: ") + failure.what());
+  }
 }
 
 std::span<const Step> TheaterDataSteps() { return theaterDataSteps; }
@@ -123,6 +147,20 @@ void SwitchTheater(Program& program, std::size_t index) {
                          base::MessageIcon::Critical);
   }
   program.Shown.Refresh(changed);
+}
+
+void ReloadEditedTheater(Program& program) {
+  SaveEverything(program);
+  try {
+    LoadMapPicture(program.State);
+  } catch (const std::exception& failure) {
+    program.Log.LogLine(failure.what());
+    program.Desk.Message("Error",
+                         "An error ocurred while loading the initialization files for this Theater. Please check these "
+                         "files, or reinstall the program. The former picture stays in use.",
+                         base::MessageIcon::Critical);
+  }
+  program.Shown.Refresh(ResetTheaterData(program) | base::Changed::NameMenus);
 }
 
 base::Changed SelectBullseye(Program& program, std::size_t index) {

@@ -14,6 +14,10 @@ namespace kestrel::core {
 /// Loads the current theater's picture. RuntimeFailure when it cannot be read; MapPicture is then as it was.
 void LoadMapPicture(Station& station);
 
+/// Reads the heights of the current theater unless that has been done: to be called when the pointer moves over the
+/// map. A file that cannot be read is logged and gives none.
+void ReadElevations(Program& program);
+
 /// What ResetTheaterData brings in, in order.
 std::span<const Step> TheaterDataSteps();
 /// View whole and centred, bullseye and anchor placed, then TheaterDataSteps. Returns what is to be redrawn.
@@ -26,6 +30,10 @@ base::Changed ReloadTheater(Program& program);
 /// Menu entry mnuTheatername: saves everything, then makes theater `index` the current one and shows it. When its
 /// picture cannot be read a box says so and the former theater stays: a session is worth more than a picture.
 void SwitchTheater(Program& program, std::size_t index);
+
+/// What follows OK in the details of any theater: saves everything, then shows the current theater anew. When its
+/// picture cannot be read a box says so and the picture on the screen stays.
+void ReloadEditedTheater(Program& program);
 
 /// Menu entry mnuBullseyesName.
 base::Changed SelectBullseye(Program& program, std::size_t index);

@@ -10,6 +10,10 @@ class Windows {
   virtual ~Windows() = default;
   /// Makes and shows the frame and, in it, the map window, and runs their load steps (FrameLoadSteps, MapLoadSteps).
   virtual void ShowMainFrm() = 0;
+  /// Start: each floating window takes the place, opacity, roll and visibility that are kept of it.
+  virtual void PlaceToolWindows() = 0;
+  /// Start: FreqFrm as it is first seen; it stays hidden when that is kept.
+  virtual void OpenFreqFrm() = 0;
   /// Refreshes each marked view once, now.
   virtual void Refresh(base::Changed what) = 0;
   /// Shows frmSavingMessage and lets it paint, or hides it.

@@ -78,6 +78,8 @@ void Session::ConnectToEntry(std::size_t index) {
     SendCommand("AWAEND", "");
     CloseSocket();
     ConnectionEnd();
+  } else if (session.Connected) {
+    ConnectionEnd();  // what a change of the port has left standing
   }
   if (socket.State() == SocketState::Closed) socket.Connect(host, settings.CONNPORT);
 }
@@ -92,6 +94,10 @@ void Session::ConnectTo(const std::string& host) {
   ConnectionEnd();
   desktop.LetEventsRun();
   if (socket.State() == SocketState::Closed) socket.Connect(host, settings.CONNPORT);
+}
+
+void Session::DropSocket() {
+  if (socket.State() != SocketState::Closed) CloseSocket();
 }
 
 void Session::Leave() {
@@ -163,7 +169,7 @@ void Session::ConnectionStart() {
 void Session::EndConnection() {
   session.Sync = {};
   session.Connected = false;
-  session.SelectedPlot = 0;  // the roster's details are reset and the table that it points into is emptied
+  DeselectPlot(session);  // the table that it points into is emptied
   plots.Empty();
   pending |= Changed::Connection | Changed::Roster | Changed::AIList | Changed::Plots;
 }
@@ -228,7 +234,10 @@ void Session::ClientLeft(std::string_view Data) {
   const std::size_t index = DelAWACSClient(Data, plots);
   // The details are reset for the selected client, and also when nobody holds the Id and nobody is selected.
   // SelectedPlot itself is not moved, so it may point at the next client or past the last one: this stands.
-  if (index == session.SelectedPlot) pending |= Changed::Roster;
+  if (index == session.SelectedPlot) {
+    HidePlotControl(session.Details);
+    pending |= Changed::Roster;
+  }
   if (index != 0) pending |= Changed::Roster | Changed::Plots;
 }
 

@@ -11,6 +11,7 @@
 #include "base/debug_log.h"
 #include "base/desktop.h"
 #include "link/capture.h"
+#include "link/client_details.h"
 #include "link/line_protocol.h"
 #include "link/options.h"
 #include "link/socket.h"
@@ -25,6 +26,7 @@ struct SessionState {
   std::uint8_t Channel = 1;  ///< 0 both sides, 1 blue, 2 red
   SyncTimes Sync;
   std::size_t SelectedPlot = 0;       ///< index in Clients of the client selected in the roster, 0 none
+  ClientDetails Details;              ///< what the roster shows of that client
   theaters::DownPoint Bull;           ///< what AI records are relative to; set by ReloadBulls
   std::uint64_t DroppedMessages = 0;  ///< since the start
 };
@@ -60,6 +62,10 @@ class Session final : public SocketEvents {
   void ConnectToEntry(std::size_t index);
   /// Leaves the present server if any and connects to `host` at CONNPORT.
   void ConnectTo(const std::string& host);
+  /// Closes the socket and nothing else, when the port is changed: neither AWAEND nor ConnectionEnd. No event of that
+  /// connection follows, so the tables, the caption and Disconnect stay as they are until the next connect or
+  /// Disconnect clears them: this stands.
+  void DropSocket();
   /// On the unload of the map window: AWAEND when the socket is not closed, pending events, close.
   void Leave();
 

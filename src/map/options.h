@@ -39,9 +39,9 @@ struct Options {
   bool SHOWGRID_SEC = true;
   bool SHOWAINAMES = true;
   bool SHOWAREANAMES = true;
-  std::int16_t MINIMAPSCALE = 5;  ///< view-unit pixels to the mini map's pixel
-  double AIRF_ILS_DIST = 10;      ///< nautical miles
-  double AIRF_ILS_ANGLE = 5;      ///< degrees
+  std::int16_t MINIMAPSCALE = 5;    ///< view-unit pixels to the mini map's pixel
+  double AIRF_ILS_DIST = 10;        ///< nautical miles
+  double AIRF_ILS_ANGLE = 5;        ///< degrees
   double AIRF_ILS_TAIL_ANGLE = 60;  ///< degrees
   base::Colour AIRF_TACAN_COL = 0;
   std::int32_t AIRF_TACAN_ICO = 20;

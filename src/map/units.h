@@ -2,8 +2,8 @@
 
 namespace kestrel::map {
 
-/// Logical units to the pixel on both axes. View state, saved files, window positions and every Surface call use them; only
-/// the Qt surface divides by it, so files from other stations fit and fixed offsets stand as written.
+/// Logical units to the pixel on both axes. View state, saved files, window positions and every Surface call use them;
+/// only the Qt surface divides by it, so files from other stations fit and fixed offsets stand as written.
 inline constexpr double UnitsPerPixel = 15;
 inline constexpr double UnitsPerPixelX = UnitsPerPixel;
 inline constexpr double UnitsPerPixelY = UnitsPerPixel;

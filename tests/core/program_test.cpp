@@ -78,7 +78,8 @@ TEST_F(Life, AStartShowsTheFirstMapWithoutABox) {
   EXPECT_TRUE(loading) << "nothing is drawn while windows are placed";
   EXPECT_EQ(width, 2) << "the picture is there before the map window";
   EXPECT_FALSE(around.State.Loading);
-  EXPECT_THAT(around.Shown.Calls, ElementsAre("ShowMainFrm", "Refresh", "Refresh", "Refresh", "Refresh"));
+  EXPECT_THAT(around.Shown.Calls, ElementsAre("ShowMainFrm", "Refresh", "Refresh", "Refresh", "PlaceToolWindows",
+                                              "OpenFreqFrm", "Refresh"));
   ASSERT_THAT(around.Shown.Refreshes, SizeIs(4));
   EXPECT_EQ(around.Shown.Refreshes[0], base::Changed::NameMenus);
   EXPECT_EQ(around.Shown.Refreshes[1], base::Changed::Connection);

@@ -139,6 +139,46 @@ TEST_F(TheaterSwitch, APictureThatCannotBeReadThrowsBeforeAnythingChanges) {
   EXPECT_EQ(station.View.Resolution, 4);
 }
 
+TEST_F(TheaterSwitch, EachTheaterHasItsHeightsOnceThePointerAsksForThem) {
+  folder.Write("Theaters/korea_Elevation.dat", std::string("\x64\0\xC8\0", 4));
+  folder.Write("Theaters/balkans_Elevation.dat", std::string("\x2C\x01", 2));
+  EXPECT_EQ(station.Elevations.At(0, 0), std::nullopt);
+  ReadElevations(around.All);
+  EXPECT_EQ(station.Elevations.At(1, 0), 200);
+  SwitchTheater(around.All, 2);
+  EXPECT_EQ(station.Elevations.At(0, 0), std::nullopt);
+  ReadElevations(around.All);
+  EXPECT_EQ(station.Elevations.At(0, 0), 300);
+  EXPECT_EQ(station.Elevations.At(2047.5, 2047.5), 0);
+}
+
+TEST_F(TheaterSwitch, AFormerTheaterThatStaysKeepsItsHeights) {
+  folder.Write("Theaters/korea_Elevation.dat", std::string("\x64\0", 2));
+  ReadElevations(around.All);
+  folder.Write("Theaters/balkans.bmp", "no picture");
+  SwitchTheater(around.All, 2);
+  EXPECT_EQ(station.Elevations.At(0, 0), 100);
+}
+
+TEST_F(TheaterSwitch, HeightsThatCannotBeReadAreLoggedOnce) {
+  folder.Write("Theaters/korea_Elevation.dat", std::string("\x64\0", 2));
+  station.Catalogue.Current().Size = 100000;
+  ResetTheaterData(around.All);
+  around.Log.File.Open(folder.Path / "log");
+  ReadElevations(around.All);
+  ReadElevations(around.All);
+  around.Log.File.Close();
+  EXPECT_EQ(folder.Read("log"), "The elevations are left out: korea_Elevation.dat is too large\r\n");
+  EXPECT_EQ(station.Elevations.At(0, 0), std::nullopt);
+}
+
+TEST_F(TheaterSwitch, ANameThatLeavesTheFolderHasNoHeights) {
+  station.Catalogue.Current().Name = "../elsewhere/x";
+  ResetTheaterData(around.All);
+  ReadElevations(around.All);
+  EXPECT_EQ(station.Elevations.At(0, 0), std::nullopt);
+}
+
 TEST_F(TheaterSwitch, AFailedSaveIsToldAndTheSwitchGoesOn) {
   std::filesystem::remove(folder.Path / "KESTREL.ini");
   std::filesystem::create_directories(folder.Path / "KESTREL.ini/in the way");

@@ -15,6 +15,8 @@ class RecordingWindows final : public core::Windows {
     Calls.push_back("ShowMainFrm");
     if (WhenShown) WhenShown();
   }
+  void PlaceToolWindows() override { Calls.push_back("PlaceToolWindows"); }
+  void OpenFreqFrm() override { Calls.push_back("OpenFreqFrm"); }
   void Refresh(base::Changed what) override {
     Calls.push_back("Refresh");
     Refreshes.push_back(what);

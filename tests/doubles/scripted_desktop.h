@@ -2,8 +2,10 @@
 
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/desktop.h"
@@ -24,6 +26,12 @@ class ScriptedDesktop final : public base::Desktop {
     std::string File;
     std::string Argument;
     std::string Folder;
+  };
+  struct FileQuestion {
+    std::string Title;
+    std::string Filter;
+    std::string Folder;
+    std::string DefaultName;
   };
 
   base::Answer Ask(std::string_view title, std::string_view text, base::MessageIcon icon,
@@ -57,6 +65,17 @@ class ScriptedDesktop final : public base::Desktop {
     Files.push_back({file, argument, folder});
   }
 
+  std::optional<std::string> OpenFile(std::string_view title, std::string_view filter, const std::string& folder,
+                                      std::string_view defaultName) override {
+    FileQuestions.push_back({std::string(title), std::string(filter), folder, std::string(defaultName)});
+    return Next(FileAnswers);
+  }
+
+  std::optional<base::Colour> PickColour(base::Colour present) override {
+    ColourQuestions.push_back(present);
+    return Next(ColourAnswers);
+  }
+
   bool ModalOpen() const override { return modal; }
 
   std::vector<Box> Boxes;               ///< in the order shown
@@ -66,7 +85,20 @@ class ScriptedDesktop final : public base::Desktop {
   std::function<void()> WhileOpen;      ///< run while a box is on the screen
   std::function<void()> WhenEventsRun;  ///< run inside LetEventsRun
 
+  std::vector<FileQuestion> FileQuestions;                ///< what OpenFile was called with
+  std::deque<std::optional<std::string>> FileAnswers;     ///< used up from the front; nothing, as cancelled, when empty
+  std::vector<base::Colour> ColourQuestions;              ///< what PickColour was called with
+  std::deque<std::optional<base::Colour>> ColourAnswers;  ///< as FileAnswers
+
  private:
+  template <class Answer>
+  static std::optional<Answer> Next(std::deque<std::optional<Answer>>& answers) {
+    if (answers.empty()) return std::nullopt;
+    std::optional<Answer> answer = std::move(answers.front());
+    answers.pop_front();
+    return answer;
+  }
+
   bool modal = false;
 };
 

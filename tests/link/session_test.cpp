@@ -126,12 +126,25 @@ TEST_F(SessionTest, LeavingClientResetsTheDetailsWhenItIsTheSelectedOne) {
   host.Refreshes.clear();
   socket.Arrive(Message("DELCLT", "9"));  // nobody holds it, nobody is selected
   EXPECT_TRUE(Has(host.Refreshes.back(), Changed::Roster));
-  state.SelectedPlot = 2;
+  SelectPlot("2N", tables, state);
   socket.Arrive(Message("DELCLT", "9"));
   EXPECT_FALSE(Has(host.Refreshes.back(), Changed::Roster));
+  EXPECT_TRUE(state.Details.Enabled);
   socket.Arrive(Message("DELCLT", "2"));
   EXPECT_TRUE(Has(host.Refreshes.back(), Changed::Roster));
+  EXPECT_FALSE(state.Details.Enabled);
+  EXPECT_EQ(state.Details.Caption, "USER:");
   EXPECT_EQ(state.SelectedPlot, 2u) << "the index is not moved";
+}
+
+TEST_F(SessionTest, EndOfTheConnectionResetsTheDetails) {
+  Connect();
+  socket.Arrive(Message("NEWCLT", ClientData("1", "a")));
+  SelectPlot("1N", tables, state);
+  session.ConnectionEnd();
+  EXPECT_FALSE(state.Details.Enabled);
+  EXPECT_EQ(state.Details.Caption, "USER:");
+  EXPECT_EQ(state.SelectedPlot, 0u);
 }
 
 TEST_F(SessionTest, NewClientsTakeTheirLabelFromTheBullseyeOption) {
@@ -482,6 +495,53 @@ TEST_F(SessionTest, LeavingAtTheEndSaysSoOnce) {
   EXPECT_EQ(desktop.EventRuns, 1);
   session.Leave();
   EXPECT_EQ(socket.Log.size(), 4u);
+}
+
+TEST_F(SessionTest, ChangedPortClosesTheSocketAndLeavesTheTablesAsTheyAre) {
+  Connect();
+  socket.Arrive(Message("NEWCLT", ClientData("5", "Smith")));
+  socket.Log.clear();
+  session.DropSocket();
+  EXPECT_EQ(socket.Log, (Lines{"close"})) << "neither AWAEND nor anything else is sent";
+  EXPECT_TRUE(state.Connected);
+  EXPECT_EQ(FrameCaption(state), ProgramTitle() + " - BLUE CHANNEL");
+  EXPECT_EQ(tables.Clients.UpperBound(), 1u);
+  session.DropSocket();
+  EXPECT_EQ(socket.Log.size(), 1u);
+}
+
+TEST_F(SessionTest, WhatAChangedPortLeftIsClearedByWhateverComesNext) {
+  options.ConnList.Append({"Home", "10.0.0.1"});
+  const std::vector<std::pair<std::string, std::function<void()>>> ways = {
+      {"phonebook", [this] { session.ConnectToEntry(1); }},
+      {"typed address", [this] { session.ConnectTo("10.0.0.1"); }},
+      {"Disconnect", [this] { session.Disconnect(); }},
+  };
+  for (const auto& [name, way] : ways) {
+    SCOPED_TRACE(name);
+    Connect();
+    socket.Arrive(Message("NEWCLT", ClientData("5", "Smith")));
+    session.DropSocket();
+    options.CONNPORT = 7000;
+    socket.Sent.clear();
+    way();
+    EXPECT_EQ(socket.Sent, "") << "the former server is told nothing any more";
+    EXPECT_FALSE(state.Connected);
+    EXPECT_TRUE(tables.Clients.Empty());
+    EXPECT_EQ(FrameCaption(state), ProgramTitle());
+    socket.Accept();
+    if (name != "Disconnect") EXPECT_EQ(socket.Port, 7000);
+    session.Disconnect();
+  }
+}
+
+TEST_F(SessionTest, ChangedPortEndsAnAttemptToConnect) {
+  session.ConnectTo("10.0.0.1");
+  session.DropSocket();
+  EXPECT_EQ(socket.State(), SocketState::Closed);
+  EXPECT_FALSE(state.Connected);
+  session.DropSocket();
+  EXPECT_EQ(socket.Log, (Lines{"connect 10.0.0.1:5556", "close"}));
 }
 
 TEST_F(SessionTest, EndingTwiceIsSafe) {

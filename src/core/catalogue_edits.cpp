@@ -1,0 +1,174 @@
+#include "core/catalogue_edits.h"
+
+#include <exception>
+#include <filesystem>
+#include <utility>
+
+#include "base/code_page.h"
+#include "base/files.h"
+#include "core/settings.h"
+#include "core/theater_switch.h"
+#include "falcon/campaign_bullseye.h"
+
+namespace kestrel::core {
+namespace {
+
+/// The name of a file without its folder, as bytes of the code page.
+std::string NameOf(const std::filesystem::path& file) { return base::FromUnicode(file.filename().u16string()); }
+
+void TellError(Program& program, const std::string& text) {
+  program.Desk.Message("Error", text, base::MessageIcon::Exclamation);
+}
+
+/// A failure in words for the person, and in the log.
+void TellFailure(Program& program, const std::string& what, const std::exception& failure) {
+  program.Log.LogLine(what + failure.what());
+  program.Desk.Message(link::ProgramTitle(), what + failure.what() + ".", base::MessageIcon::Exclamation);
+}
+
+std::string Quoted(std::string_view name) { return "\"" + std::string(name) + "\""; }
+
+bool IsSure(Program& program, const std::string& title, const std::string& text) {
+  return program.Desk.Ask(title, text, base::MessageIcon::Question, base::MessageButtons::YesNo) == base::Answer::Yes;
+}
+
+/// Stores the held picture as `theater`'s.
+void SaveHeldPicture(const Station& station, theaters::Theater& theater, const base::Picture& held) {
+  base::WriteWholeFile(TheaterPath(station, theater.Pic), base::EncodeGif(held));
+  theater.PicSize = held.Width;
+}
+
+/// The theater as the edit makes it, its picture already on the disk.
+theaters::Theater EditedTheater(const Station& station, const TheaterEdit& edit) {
+  theaters::Theater theater;
+  if (edit.Index == 0) {
+    theater = theaters::NewTheater(edit.Details, edit.Default.X, edit.Default.Y, TheatersFolder(station));
+  } else {
+    theater = station.Catalogue.Theaters[edit.Index];
+    theaters::ApplyDetails(theater, edit.Details);
+  }
+  if (!edit.Held.Empty()) SaveHeldPicture(station, theater, edit.Held);
+  return theater;
+}
+
+std::optional<std::string> Objection(const TheaterEdit& edit) {
+  std::optional<std::string> objection = theaters::Objection(edit.Details);
+  return objection || edit.Index != 0 ? objection : theaters::Objection(edit.Default);
+}
+
+/// What `load` gives, or nothing after a box.
+template <class Load>
+std::optional<base::Picture> PictureOrBox(Program& program, Load load) {
+  try {
+    return load();
+  } catch (const std::exception& failure) {
+    program.Log.LogLine(failure.what());
+    program.Desk.Message(link::ProgramTitle(), "Error loading image file.", base::MessageIcon::Exclamation);
+    return std::nullopt;
+  }
+}
+
+}  // namespace
+
+bool StoreTheater(Program& program, const TheaterEdit& edit) {
+  if (const std::optional<std::string> objection = Objection(edit)) {
+    TellError(program, *objection);
+    return false;
+  }
+  theaters::Catalogue& catalogue = program.State.Catalogue;
+  try {
+    theaters::Theater theater = EditedTheater(program.State, edit);
+    if (edit.Index == 0) {
+      theaters::AppendTheater(catalogue, std::move(theater));
+    } else {
+      catalogue.Theaters[edit.Index] = std::move(theater);
+    }
+    return true;
+  } catch (const std::exception& failure) {
+    TellFailure(program, "The theater could not be stored: ", failure);
+    return false;
+  }
+}
+
+bool DeleteTheater(Program& program, std::size_t row) {
+  const std::string title = "Theater delete...";
+  theaters::Catalogue& catalogue = program.State.Catalogue;
+  if (row == static_cast<std::size_t>(catalogue.CurrentTheater)) {
+    program.Desk.Message(title,
+                         "The Theater you selected is the currently active Theater. This Theater can't be deleted.",
+                         base::MessageIcon::Exclamation);
+    return false;
+  }
+  const std::string name = catalogue.Theaters[row].DisplayName;
+  if (!IsSure(program, title, "Are you sure you want to delete the " + name + " Theater?")) return false;
+  theaters::RemoveTheater(catalogue, row, TheatersFolder(program.State));
+  program.Shown.Refresh(base::Changed::NameMenus);
+  return true;
+}
+
+std::optional<base::Picture> OpenPicture(Program& program, const std::filesystem::path& file) {
+  return PictureOrBox(program, [&file] { return base::LoadPicture(file); });
+}
+
+std::optional<base::Picture> OpenMapImage(Program& program, const std::filesystem::path& file) {
+  return PictureOrBox(program, [&file] { return base::SquarePicture(base::LoadPicture(file)); });
+}
+
+std::optional<theaters::Corner> OpenMapFile(Program& program, const std::filesystem::path& file) {
+  try {
+    return theaters::ReadTheaterMapCorner(base::ReadWholeFile(file, base::MaxTextFileBytes));
+  } catch (const std::exception& failure) {
+    TellFailure(program, "The corner cannot be read from " + Quoted(NameOf(file)) + ": ", failure);
+    return std::nullopt;
+  }
+}
+
+bool StoreBullseye(Program& program, std::size_t row, const theaters::Bullseye& bullseye) {
+  if (const std::optional<std::string> objection = theaters::Objection(bullseye)) {
+    TellError(program, *objection);
+    return false;
+  }
+  theaters::Theater& theater = program.State.Catalogue.Current();
+  try {
+    if (row == 0) {
+      theaters::AddBullseye(theater, bullseye);
+    } else {
+      theater.Bulls[row] = bullseye;
+    }
+  } catch (const std::exception& failure) {
+    TellFailure(program, "The bullseye could not be stored: ", failure);
+    return false;
+  }
+  program.Shown.Refresh(ReloadBulls(program.State) | base::Changed::NameMenus);
+  return true;
+}
+
+bool DeleteBullseye(Program& program, std::size_t row) {
+  const std::string title = "Bullseye delete...";
+  theaters::Theater& theater = program.State.Catalogue.Current();
+  if (row == static_cast<std::size_t>(theater.CurrentBull)) {
+    program.Desk.Message(title,
+                         "The Bullseye you selected is the currently active Bullseye. This Bullseye can't be deleted.",
+                         base::MessageIcon::Exclamation);
+    return false;
+  }
+  const std::string name = theater.Bulls[row].Name;
+  if (!IsSure(program, title, "Are you sure you want to delete the " + name + " Bullseye?")) return false;
+  theaters::RemoveBullseye(theater, row);
+  program.Shown.Refresh(base::Changed::NameMenus);
+  return true;
+}
+
+bool AddCampaignBullseye(Program& program, const std::filesystem::path& file) {
+  const std::string name = NameOf(file);
+  try {
+    const falcon::CampaignFile campaign(base::ReadWholeFile(file, falcon::MaxCampaignFileBytes));
+    const falcon::CampaignBullseye place = falcon::ReadCampaignBullseye(campaign);
+    return StoreBullseye(program, 0, {name, static_cast<double>(place.X), static_cast<double>(place.Y)});
+  } catch (const std::exception& failure) {
+    TellFailure(program, "The bullseye cannot be read from " + Quoted(name) + ": ", failure);
+    return false;
+  }
+}
+
+}  // namespace kestrel::core

@@ -1,0 +1,47 @@
+#include "link/phonebook.h"
+
+#include <algorithm>
+
+#include "base/numbers.h"
+#include "base/text.h"
+
+namespace kestrel::link {
+namespace {
+
+constexpr int HighestPort = 65535;
+
+std::string OneLine(std::string_view text) {
+  std::string line(text);
+  std::replace_if(
+      line.begin(), line.end(), [](char letter) { return static_cast<unsigned char>(letter) < ' '; }, ' ');
+  return std::string(base::Trim(line));
+}
+
+}  // namespace
+
+ConnEntry TrimmedEntry(std::string_view name, std::string_view ip) { return {OneLine(name), OneLine(ip)}; }
+
+std::optional<std::string> Objection(const ConnEntry& entry) {
+  if (entry.Ip.empty()) return "Please enter the address or the name of a server.";
+  return std::nullopt;
+}
+
+EntryMatch ValidateEntry(const ConnEntry& entry, const base::Table<ConnEntry>& list) {
+  EntryMatch match;
+  for (std::size_t index = 1; index <= list.UpperBound(); ++index) {
+    if (list[index].Name == entry.Name) match.Name = index;
+    if (list[index].Ip == entry.Ip) match.Ip = index;
+  }
+  return match;
+}
+
+std::optional<std::int32_t> PortFromText(std::string_view text) {
+  const std::string_view digits = base::Trim(text);
+  const bool whole =
+      std::all_of(digits.begin(), digits.end(), [](char letter) { return letter >= '0' && letter <= '9'; });
+  const double port = base::LeadingNumber(digits);  // 0 when nothing is there
+  if (!whole || port < 1 || port > HighestPort) return std::nullopt;
+  return base::ToInt32(port);
+}
+
+}  // namespace kestrel::link
