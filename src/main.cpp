@@ -4,6 +4,12 @@
 #include "shell/frame/look.h"
 
 int main(int argc, char** argv) {
+#ifdef Q_OS_LINUX
+  // Windows that stand where they were left, above other programs, are X's to give, also within a Wayland desktop.
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && !qEnvironmentVariableIsEmpty("DISPLAY")) {
+    qputenv("QT_QPA_PLATFORM", "xcb;wayland");
+  }
+#endif
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("KESTREL"));
   kestrel::shell::ApplyLook(application, kestrel::shell::SystemIsDark());

@@ -1,8 +1,11 @@
 #include "shell/core/qt_desktop.h"
 
 #include <QAbstractButton>
+#include <QColorDialog>
 #include <QCoreApplication>
 #include <QDesktopServices>
+#include <QFile>
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QProcess>
@@ -10,6 +13,7 @@
 #include <QUrl>
 #include <vector>
 
+#include "shell/core/dialogs.h"
 #include "shell/core/text.h"
 
 namespace kestrel::shell {
@@ -54,6 +58,18 @@ std::vector<BoxButton> ButtonsOf(base::MessageButtons buttons) {
   return {OkButton};
 }
 
+/// "Images |*.bmp;*.jpg" as the toolkit's "Images (*.bmp *.jpg)".
+QStringList NameFilters(std::string_view filter) {
+  const QStringList parts = FromBytes(filter).split(u'|');
+  QStringList filters;
+  for (qsizetype at = 0; at + 1 < parts.size(); at += 2) {
+    QString patterns = parts[at + 1];
+    patterns.replace(u';', u' ');
+    filters << parts[at].trimmed() + QStringLiteral(" (") + patterns + u')';
+  }
+  return filters;
+}
+
 }  // namespace
 
 base::Answer QtDesktop::Ask(std::string_view title, std::string_view text, base::MessageIcon icon,
@@ -91,6 +107,27 @@ void QtDesktop::Open(const std::string& file, const std::string& argument, const
   const QString program = QFileInfo::exists(name) ? name : QString::fromStdString(file);
   if (!QFileInfo::exists(program)) return;
   QProcess::startDetached(program, {FromBytes(argument)}, QString::fromStdString(folder));
+}
+
+std::optional<std::string> QtDesktop::OpenFile(std::string_view title, std::string_view filter,
+                                               const std::string& folder, std::string_view defaultName) {
+  QFileDialog dialog(owner, FromBytes(title), QFile::decodeName(QByteArray::fromStdString(folder)));
+  dialog.setObjectName(QStringLiteral("OpenFile"));
+  dialog.setOption(QFileDialog::DontUseNativeDialog);
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  dialog.setNameFilters(NameFilters(filter));
+  if (!defaultName.empty()) dialog.selectFile(FromBytes(defaultName));
+  if (RunDialog(dialog, modal) != QDialog::Accepted) return std::nullopt;
+  return QFile::encodeName(dialog.selectedFiles().value(0)).toStdString();
+}
+
+std::optional<base::Colour> QtDesktop::PickColour(base::Colour present) {
+  QColorDialog dialog(QColor(base::RedOf(present), base::GreenOf(present), base::BlueOf(present)), owner);
+  dialog.setObjectName(QStringLiteral("PickColour"));
+  dialog.setOption(QColorDialog::DontUseNativeDialog);
+  if (RunDialog(dialog, modal) != QDialog::Accepted) return std::nullopt;
+  const QColor chosen = dialog.selectedColor();
+  return static_cast<base::Colour>(chosen.red() | chosen.green() << 8 | chosen.blue() << 16);
 }
 
 }  // namespace kestrel::shell

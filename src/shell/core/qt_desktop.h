@@ -23,6 +23,10 @@ class QtDesktop final : public base::Desktop {
   /// A file with an argument is started as a program when it exists; anything else (a page, a document) is handed to
   /// the system.
   void Open(const std::string& file, const std::string& argument, const std::string& folder) override;
+  /// The toolkit's own dialogs, which look the same everywhere; named "OpenFile" and "PickColour".
+  std::optional<std::string> OpenFile(std::string_view title, std::string_view filter, const std::string& folder,
+                                      std::string_view defaultName) override;
+  std::optional<base::Colour> PickColour(base::Colour present) override;
   bool ModalOpen() const override { return modal.Open(); }
 
  private:

@@ -2,17 +2,40 @@
 
 #include <QApplication>
 
+#include "shell/link/clients_frm.h"
 #include "shell/link/select_channel_dialog.h"
+#include "shell/map/mini_map_frm.h"
 
 namespace kestrel::shell {
 
 void StationWindows::ShowMainFrm() {
-  frame = std::make_unique<MDIForm1>(*program);
+  frame = std::make_unique<MDIForm1>(*program, modal);
+  modal.ShowFloating = [this](bool show) { frame->Tools().ShowAllWindows(show); };
   frame->show();
   core::RunSteps(core::FrameLoadSteps(), *program);
   frame->ShowAutoUpdate();
   core::RunSteps(core::MapLoadSteps(), *program);
-  Refresh(base::Changed::Connection | base::Changed::ConnectionMenus | base::Changed::NameMenus | base::Changed::Zoom);
+  Refresh(base::Changed::Connection | base::Changed::ConnectionMenus | base::Changed::NameMenus | base::Changed::Zoom |
+          base::Changed::MiniMap);
+}
+
+void StationWindows::DeleteWindows() {
+  modal.ShowFloating = nullptr;
+  frame.reset();
+}
+
+void StationWindows::PlaceToolWindows() {
+  frame->Tools().PlaceAll();
+  // In the order of the start; the button of a window shows it and ticks its menu entry.
+  using enum core::ToolWindow;
+  for (const core::ToolWindow which : {Bulls, Curs, View, Clients, Areas, Rec, MiniMap, Freq}) {
+    frame->Strip().Check(which).setChecked(!frame->Tools().Window(which).State().Hidden);
+  }
+}
+
+void StationWindows::OpenFreqFrm() {
+  ToolFrm& window = frame->Tools().Window(core::ToolWindow::Freq);
+  window.setVisible(!window.State().Hidden);
 }
 
 void StationWindows::Refresh(base::Changed what) {
@@ -23,12 +46,14 @@ void StationWindows::Refresh(base::Changed what) {
   } else if (Has(what, Changed::Plots)) {
     frame->Map().Picture().RedrawPlots();
   }
+  if (Has(what, Changed::Roster | Changed::AIList | Changed::Connection)) frame->Tools().Clients().Refresh(what);
   if (Has(what, Changed::Zoom)) frame->ShowZoom();
   if (Has(what, Changed::Connection)) frame->ShowConnection();
   if (Has(what, Changed::Activity)) frame->Strip().ActivityPulse();
   if (Has(what, Changed::NameMenus)) frame->ReloadNameMenu();
   if (Has(what, Changed::ConnectionMenus)) frame->LoadConnectionMenus();
   if (Has(what, Changed::CursorLine)) frame->ShowPointer();
+  if (Has(what, Changed::MiniMap)) frame->Tools().MiniMap().UpdateMiniMap();
 }
 
 void StationWindows::ShowSavingMessage(bool shown) {
@@ -43,6 +68,7 @@ void StationWindows::ShowSavingMessage(bool shown) {
 
 void StationWindows::UnloadWindows() {
   unloaded = true;
+  if (frame) frame->Tools().Unload();
   const QWidgetList windows = QApplication::topLevelWidgets();
   for (QWidget* window : windows) {
     if (window != frame.get() && window->isVisible()) window->close();

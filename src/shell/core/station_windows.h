@@ -20,9 +20,11 @@ class StationWindows final : public core::Windows, public link::SessionHost {
   void Attach(core::Program& shown) { program = &shown; }
   /// Null before ShowMainFrm.
   MDIForm1* Frame() { return frame.get(); }
-  void DeleteWindows() { frame.reset(); }
+  void DeleteWindows();
 
   void ShowMainFrm() override;
+  void PlaceToolWindows() override;
+  void OpenFreqFrm() override;
   void Refresh(base::Changed what) override;
   void ShowSavingMessage(bool shown) override;
   void UnloadWindows() override;

@@ -10,16 +10,31 @@
 #include "base/failure.h"
 #include "core/auto_update.h"
 #include "core/theater_switch.h"
+#include "map/cursor_tools.h"
 #include "map/geometry.h"
 #include "map/lat_long.h"
+#include "shell/core/dialogs.h"
 #include "shell/core/guard.h"
 #include "shell/core/text.h"
+#include "shell/frame/about_frm.h"
+#include "shell/frame/tool_table.h"
+#include "shell/link/clients_frm.h"
+#include "shell/link/frm_conn_port.h"
+#include "shell/link/prefer_form.h"
+#include "shell/link/vld_from2.h"
+#include "shell/map/bulls_frm.h"
+#include "shell/map/curs_frm.h"
+#include "shell/theaters/bullseye_windows.h"
+#include "shell/theaters/mdf_theaters_frm.h"
 
 namespace kestrel::shell {
 namespace {
 
 /// The frame's size at the start, pixels, where the screen has room for it.
 constexpr QSize StartSize(1280, 800);
+/// For so long no window of ours is active before another program counts as being in front, milliseconds: between two
+/// windows of ours there is such a moment too.
+constexpr int AwayMs = 150;
 
 QString ItemName(const char* row, std::size_t index) {
   return QString::fromLatin1(row) + u'_' + QString::number(index);
@@ -27,23 +42,44 @@ QString ItemName(const char* row, std::size_t index) {
 
 }  // namespace
 
-MDIForm1::MDIForm1(core::Program& program) : station(program) {
+MDIForm1::MDIForm1(core::Program& program, ModalCount& dialogs) : station(program), modal(dialogs) {
   setObjectName(QStringLiteral("MDIForm1"));
   setContextMenuPolicy(Qt::PreventContextMenu);
   BuildMenus(MenuBarEntries());
-  QMenu* popUp2 = BuildMenus(MapMenuEntries());
-  map = new MainFrm(program, *popUp2, this);
+  BuildMenus(PopUpEntries());
+  map = new MainFrm(program, PopUp("PopUp2"), this);
   setCentralWidget(map);
   strip = new StatusStrip(this);
   statusBar()->setSizeGripEnabled(false);
   statusBar()->setContentsMargins(0, 0, 0, 0);
   statusBar()->addPermanentWidget(strip, 1);
+  bullseyes = new BullseyeWindows(program, modal, *this);
   Entry("mnuDisconnect").setEnabled(false);
-  resize(StartSize.boundedTo(screen()->availableSize()));
+  const QRect room = screen()->availableGeometry();
+  resize(StartSize.boundedTo(room.size()));
+  // The floating windows find their first places by it, before the system has had its say.
+  move(room.left() + (room.width() - width()) / 2, room.top() + (room.height() - height()) / 4);
+
+  tools = std::make_unique<ToolWindows>(program, this);
+  connect(tools.get(), &ToolWindows::CloseAsked, this,
+          [this](core::ToolWindow which) { strip->Check(which).setChecked(false); });
+  for (const ToolEntry& entry : ToolEntries()) {
+    connect(&strip->Check(entry.Which), &QToolButton::toggled, this, [this, &entry](bool shown) {
+      tools->SetShown(entry.Which, shown);
+      Entry(entry.Menu).setChecked(shown);
+    });
+  }
+  connect(&tools->Clients(), &ClientsFrm::PopUp3Asked, this,
+          [this](const QPoint& place) { PopUp("PopUp3").popup(place); });
+  left.setSingleShot(true);
+  left.setInterval(AwayMs);
+  connect(&left, &QTimer::timeout, this, [this] {
+    if (!modal.Open()) tools->ShowAllWindows(false);
+  });
+  connect(qApp, &QGuiApplication::applicationStateChanged, this, &MDIForm1::FollowActivation);
 }
 
-QMenu* MDIForm1::BuildMenus(std::span<const MenuEntry> entries) {
-  QMenu* first = nullptr;
+void MDIForm1::BuildMenus(std::span<const MenuEntry> entries) {
   for (const MenuEntry& entry : entries) {
     const QString name = QString::fromLatin1(entry.Name);
     const bool top = *entry.Parent == '\0';
@@ -59,15 +95,15 @@ QMenu* MDIForm1::BuildMenus(std::span<const MenuEntry> entries) {
       } else if (*entry.Caption != '\0') {
         menuBar()->addMenu(menu);
       }
-      if (first == nullptr) first = menu;
     } else if (entry.Work == MenuWork::Items) {
       parent->addSeparator()->setObjectName(name);
     } else {
       AddEntry(entry, *parent);
     }
   }
-  return first;
 }
+
+QMenu& MDIForm1::PopUp(const char* name) const { return *findChild<QMenu*>(QString::fromLatin1(name)); }
 
 QAction* MDIForm1::AddEntry(const MenuEntry& entry, QMenu& parent) {
   QAction* action = parent.addAction(QString::fromLatin1(entry.Caption));
@@ -156,6 +192,11 @@ void MDIForm1::ShowPointer() {
   const map::LatLongText texts =
       map::FormatLatLong({theater.CoordLat, theater.CoordLong}, view.CursorMapX, view.CursorMapY);
   strip->ShowPosition(FromBytes(position), FromBytes(texts.Lat), FromBytes(texts.Long));
+  strip->ShowElevation(FromBytes(map::ElevationText(view, station.State.Elevations)));
+  const map::BRTexts measured = map::UpdateBRs(view);
+  map->Picture().ShowLine(FromBytes(measured.Line));
+  tools->Curs().ShowBRs(measured);
+  tools->Bulls().ShowBRs(measured);
 }
 
 void MDIForm1::ShowAutoUpdate() { Entry("mnuAutoUpdate").setChecked(station.State.AutoUpdate); }
@@ -181,7 +222,62 @@ void MDIForm1::ToggleAutoUpdate() {
   ShowAutoUpdate();
 }
 
+void MDIForm1::ConnectCustom() {
+  VldFrom2 dialog(station, this);
+  RunDialog(dialog, modal);
+}
+
+void MDIForm1::ChangePort() {
+  frmConnPort dialog(station, this);
+  RunDialog(dialog, modal);
+}
+
+void MDIForm1::EditPhonebook() {
+  PreferForm phonebook(station, this);
+  RunDialog(phonebook, modal);
+}
+
+void MDIForm1::ModifyTheaters() {
+  MdfTheatersFrm theaters(station, modal, this);
+  RunDialog(theaters, modal);
+}
+
+void MDIForm1::DisableBullsAction(bool enabled) {
+  Entry("mnuBullseyes").setEnabled(enabled);
+  Entry("mnuSetNewBulls").setEnabled(enabled);
+}
+
 void MDIForm1::SetCenterOfMap() { map->Picture().SetCenterOfScreen(); }
+
+void MDIForm1::CheckAllTools(bool shown) {
+  for (const ToolEntry& entry : ToolEntries()) strip->Check(entry.Which).setChecked(shown);
+}
+
+void MDIForm1::ToggleTool(core::ToolWindow which) { strip->Check(which).toggle(); }
+
+void MDIForm1::ShowPlotOfNode() {
+  ClientsFrm& clients = tools->Clients();
+  clients.ShowPlot(clients.PopUp3Client());
+}
+
+void MDIForm1::HidePlotOfNode() {
+  ClientsFrm& clients = tools->Clients();
+  clients.HidePlot(clients.PopUp3Client());
+}
+
+void MDIForm1::About() {
+  AboutFrm about(station, this);
+  RunDialog(about, modal);
+}
+
+void MDIForm1::FollowActivation() {
+  if (QGuiApplication::applicationState() != Qt::ApplicationActive) {
+    left.start();
+    return;
+  }
+  left.stop();
+  if (!modal.Open()) tools->ShowAllWindows(true);
+}
 
 void MDIForm1::closeEvent(QCloseEvent* event) {
   event->accept();

@@ -1,27 +1,42 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QTimer>
+#include <memory>
 #include <span>
 
 #include "core/program.h"
+#include "shell/core/modal_count.h"
+#include "shell/frame/focus_filter.h"
 #include "shell/frame/menu_table.h"
 #include "shell/frame/status_strip.h"
+#include "shell/frame/tool_windows.h"
 #include "shell/map/map_window.h"
 
 class QMenu;
 
 namespace kestrel::shell {
 
+class BullseyeWindows;
+
 /// The frame: menus, the map window and the status strip. Its menus come from the tables of menu_table.h; a menu entry
 /// is a QAction named as the entry, an item of a row as the row with "_" and the number of its element.
 class MDIForm1 final : public QMainWindow {
   Q_OBJECT
  public:
-  /// `program` outlives the frame.
-  explicit MDIForm1(core::Program& program);
+  /// `program` and `dialogs` outlive the frame.
+  MDIForm1(core::Program& program, ModalCount& dialogs);
 
   MainFrm& Map() { return *map; }
   StatusStrip& Strip() { return *strip; }
+  ToolWindows& Tools() { return *tools; }
+  ModalCount& Modal() { return modal; }
+  core::Program& Program() { return station; }
+  BullseyeWindows& Bullseyes() { return *bullseyes; }
+  /// True from the moment the closing begins.
+  bool Closing() const { return closing; }
+  /// A pop-up menu by its name, e.g. "PopUp3".
+  QMenu& PopUp(const char* name) const;
 
   /// One item for each entry of the phonebook.
   void LoadConnectionMenus();
@@ -30,7 +45,7 @@ class MDIForm1 final : public QMainWindow {
   /// Caption, lamp and mnuDisconnect.
   void ShowConnection();
   void ShowZoom();
-  /// Position, latitude and longitude of the pointer.
+  /// All that follows the pointer: its position and elevation, the measurements and their line on the map.
   void ShowPointer();
   void ShowAutoUpdate();
 
@@ -40,6 +55,20 @@ class MDIForm1 final : public QMainWindow {
   void OpenOnlineDocs();
   void ToggleAutoUpdate();
   void SetCenterOfMap();
+  void ConnectCustom();
+  void ChangePort();
+  void EditPhonebook();
+  void ModifyTheaters();
+  /// Enables or disables the choice and the making of bullseyes: while a tape plays, they come from it.
+  void DisableBullsAction(bool enabled);
+  /// mnuShowAll and mnuHideAll.
+  void CheckAllTools(bool shown);
+  /// A menu entry of a floating window: presses its button in the strip.
+  void ToggleTool(core::ToolWindow which);
+  void About();
+  /// The entries of PopUp3, for the client whose node it was opened on.
+  void ShowPlotOfNode();
+  void HidePlotOfNode();
 
  Q_SIGNALS:
   /// The stop steps have run; nothing is left to do but to end.
@@ -49,16 +78,24 @@ class MDIForm1 final : public QMainWindow {
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  QMenu* BuildMenus(std::span<const MenuEntry> entries);
+  void BuildMenus(std::span<const MenuEntry> entries);
   QAction* AddEntry(const MenuEntry& entry, QMenu& parent);
   /// Takes the items of a row out of its menu; the menu that it stands in.
   QMenu& ClearItems(const char* row);
   QAction& AddItem(const char* row, std::size_t index, const std::string& caption);
   QAction& Entry(const char* name) const;
 
+  /// Takes the floating windows away while another program is in front.
+  void FollowActivation();
+
   core::Program& station;
+  ModalCount& modal;
   MainFrm* map = nullptr;
+  BullseyeWindows* bullseyes = nullptr;
   StatusStrip* strip = nullptr;
+  std::unique_ptr<ToolWindows> tools;
+  FocusFilter focus;
+  QTimer left;  ///< runs while no window of ours is active
   bool closing = false;
 };
 

@@ -18,6 +18,7 @@ struct LampColours {
   QColor Connection;
   QColor Activity;
   QColor Recording;
+  QColor Transmit;
 };
 LampColours LampColoursOf(const QPalette& palette);
 

@@ -1,11 +1,23 @@
 #include "shell/frame/menu_table.h"
 
 #include "shell/frame/frame.h"
+#include "shell/theaters/bullseye_windows.h"
 
 namespace kestrel::shell {
 namespace {
 
 using enum MenuWork;
+using enum core::ToolWindow;
+
+template <core::ToolWindow Which>
+void ToggleTool(MDIForm1& frame) {
+  frame.ToggleTool(Which);
+}
+
+template <int Percent>
+void ResetTransparency(MDIForm1& frame) {
+  frame.Tools().ResetTransparency(Percent);
+}
 
 constexpr MenuEntry MenuBar[] = {
     {"mnuFile", "&File", "", Submenu},
@@ -16,40 +28,44 @@ constexpr MenuEntry MenuBar[] = {
     {"mnuExit", "E&xit", "mnuFile", Runs, [](MDIForm1& frame) { frame.close(); }, true},
 
     {"mnuConnection", "Co&nnection", "", Submenu},
-    {"mnuConnCustom", "Connect to...", "mnuConnection", Later},
-    {"mnuConnPort", "Connection Port...", "mnuConnection", Later},
+    {"mnuConnCustom", "Connect to...", "mnuConnection", Runs, [](MDIForm1& frame) { frame.ConnectCustom(); }},
+    {"mnuConnPort", "Connection Port...", "mnuConnection", Runs, [](MDIForm1& frame) { frame.ChangePort(); }},
     {"mnuDisconnect", "Disconnect", "mnuConnection", Runs, [](MDIForm1& frame) { frame.Disconnect(); }, true},
     {"mnuPhonebook", "Phonebook", "mnuConnection", Submenu, nullptr, true},
-    {"mnuPhonebookEdit", "Edit...", "mnuPhonebook", Later},
+    {"mnuPhonebookEdit", "Edit...", "mnuPhonebook", Runs, [](MDIForm1& frame) { frame.EditPhonebook(); }},
     {"mnuConnList", "", "mnuPhonebook", Items},
 
     {"mnuTheaters", "T&heaters", "", Submenu},
-    {"mnuModifyTheater", "M&odify Theaters...", "mnuTheaters", Later},
+    {"mnuModifyTheater", "M&odify Theaters...", "mnuTheaters", Runs, [](MDIForm1& frame) { frame.ModifyTheaters(); }},
     {"mnuTheatername", "", "mnuTheaters", Items},
 
     {"mnuBullseyes", "B&ullseyes", "", Submenu},
-    {"mnuModifyBullseyes", "Modify Bull&seyes...", "mnuBullseyes", Later},
+    {"mnuModifyBullseyes", "Modify Bull&seyes...", "mnuBullseyes", Runs,
+     [](MDIForm1& frame) { frame.Bullseyes().ShowList(); }},
     {"mnuBullseyesName", "", "mnuBullseyes", Items},
 
     {"mnuScreen", "S&creen", "", Submenu},
     {"mnuFormsShow", "Show...", "mnuScreen", Submenu},
-    {"mnuShowAll", "Show All Floating Windows", "mnuFormsShow", Later},
-    {"mnuHideAll", "Hide All Floating Windows", "mnuFormsShow", Later},
-    {"mnuFClients", "Clients", "mnuFormsShow", Later, nullptr, true},
-    {"mnuFOptions", "Options", "mnuFormsShow", Later},
-    {"mnuFBullseye", "Bullseye", "mnuFormsShow", Later},
-    {"mnuFCursor", "Cursor", "mnuFormsShow", Later},
-    {"mnuFAreas", "Areas", "mnuFormsShow", Later},
-    {"mnuFRec", "Playback", "mnuFormsShow", Later},
-    {"mnuFMiniMap", "MiniMap", "mnuFormsShow", Later},
-    {"mnuFrequencies", "Frequencies", "mnuFormsShow", Later},
-    {"mnuResetFloating", "Re&set Floating Windows Position", "mnuScreen", Later},
+    {"mnuShowAll", "Show All Floating Windows", "mnuFormsShow", Runs,
+     [](MDIForm1& frame) { frame.CheckAllTools(true); }},
+    {"mnuHideAll", "Hide All Floating Windows", "mnuFormsShow", Runs,
+     [](MDIForm1& frame) { frame.CheckAllTools(false); }},
+    {"mnuFClients", "Clients", "mnuFormsShow", Toggles, ToggleTool<Clients>, true},
+    {"mnuFOptions", "Options", "mnuFormsShow", Toggles, ToggleTool<View>},
+    {"mnuFBullseye", "Bullseye", "mnuFormsShow", Toggles, ToggleTool<Bulls>},
+    {"mnuFCursor", "Cursor", "mnuFormsShow", Toggles, ToggleTool<Curs>},
+    {"mnuFAreas", "Areas", "mnuFormsShow", Toggles, ToggleTool<Areas>},
+    {"mnuFRec", "Playback", "mnuFormsShow", Toggles, ToggleTool<Rec>},
+    {"mnuFMiniMap", "MiniMap", "mnuFormsShow", Toggles, ToggleTool<MiniMap>},
+    {"mnuFrequencies", "Frequencies", "mnuFormsShow", Toggles, ToggleTool<Freq>},
+    {"mnuResetFloating", "Re&set Floating Windows Position", "mnuScreen", Runs,
+     [](MDIForm1& frame) { frame.Tools().ResetPositions(); }, true},
     {"mnuResetTransparency", "R&eset Floating Windows Transparency", "mnuScreen", Submenu},
-    {"mnuTR100", "To 100% (Opaque)", "mnuResetTransparency", Later},
-    {"mnuTR75", "To 75%", "mnuResetTransparency", Later},
-    {"mnuTR50", "To 50%", "mnuResetTransparency", Later},
-    {"mnuTR25", "To 25%", "mnuResetTransparency", Later},
-    {"mnuTR5", "To 5%", "mnuResetTransparency", Later},
+    {"mnuTR100", "To 100% (Opaque)", "mnuResetTransparency", Runs, ResetTransparency<100>},
+    {"mnuTR75", "To 75%", "mnuResetTransparency", Runs, ResetTransparency<75>},
+    {"mnuTR50", "To 50%", "mnuResetTransparency", Runs, ResetTransparency<50>},
+    {"mnuTR25", "To 25%", "mnuResetTransparency", Runs, ResetTransparency<25>},
+    {"mnuTR5", "To 5%", "mnuResetTransparency", Runs, ResetTransparency<5>},
     {"mnuResteZoomCenter", "Reset Z&oom and Screen Center", "mnuScreen", Runs,
      [](MDIForm1& frame) { frame.ResetZoomAndCenter(); }, true},
     {"mnuResetMainWindowPosition", "Reset Ma&in Window Position", "mnuScreen", Nothing},
@@ -68,26 +84,39 @@ constexpr MenuEntry MenuBar[] = {
     {"mnuFalconTools", "Falcon Tools", "mnuTools", Submenu},
     {"mnuImportNewTheater", "Import New T&heater", "mnuFalconTools", Later},
     {"mnuImportObjectives", "Import Ob&jectives", "mnuFalconTools", Later},
-    {"mnuGetBullseyFromTac", "Get Bu&llseye from tac/cam/trn", "mnuFalconTools", Later},
+    {"mnuGetBullseyFromTac", "Get Bu&llseye from tac/cam/trn", "mnuFalconTools", Runs,
+     [](MDIForm1& frame) { frame.Bullseyes().GetFromCampaignFile(); }},
     {"mnuImportFalconINI", "Import Areas from Falcon INI files", "mnuFalconTools", Later},
 
     {"mnuHelp", "Hel&p", "", Submenu},
     {"mnuOnlineDocs", "Online Do&cuments", "mnuHelp", Runs, [](MDIForm1& frame) { frame.OpenOnlineDocs(); }},
     {"mnuAutoUpdate", "Auto Check for Update", "mnuHelp", Toggles, [](MDIForm1& frame) { frame.ToggleAutoUpdate(); }},
-    {"mnuAbout", "About...", "mnuHelp", Later, nullptr, true},
+    {"mnuAbout", "About...", "mnuHelp", Runs, [](MDIForm1& frame) { frame.About(); }, true},
 };
 
-constexpr MenuEntry MapMenu[] = {
+constexpr MenuEntry PopUpMenus[] = {
+    {"PopUp1", "", "", Submenu},
+    {"ClsCon", "Close Connection", "PopUp1", Nothing},
+
     {"PopUp2", "", "", Submenu},
     {"mnuSetCenterOfMap", "Set Center of Map", "PopUp2", Runs, [](MDIForm1& frame) { frame.SetCenterOfMap(); }},
-    {"mnuSetNewBulls", "Set New Bullseye", "PopUp2", Later},
+    {"mnuSetNewBulls", "Set New Bullseye", "PopUp2", Runs,
+     [](MDIForm1& frame) { frame.Bullseyes().CreateAtPointer(); }},
     {"mnuAddnewIconArea", "Add New Icon Area", "PopUp2", Later},
+
+    {"PopUp3", "", "", Submenu},
+    {"mnuP3ShowPlot", "Show Plot", "PopUp3", Runs, [](MDIForm1& frame) { frame.ShowPlotOfNode(); }},
+    {"mnuP3HidePlot", "Hide Plot", "PopUp3", Runs, [](MDIForm1& frame) { frame.HidePlotOfNode(); }},
+
+    {"mnupopup4", "", "", Submenu},
+    {"mnuTuneUHF", "Tune UHF", "mnupopup4", Later},
+    {"mnuTuneVHF", "Tune VHF", "mnupopup4", Later},
 };
 
 }  // namespace
 
 std::span<const MenuEntry> MenuBarEntries() { return MenuBar; }
 
-std::span<const MenuEntry> MapMenuEntries() { return MapMenu; }
+std::span<const MenuEntry> PopUpEntries() { return PopUpMenus; }
 
 }  // namespace kestrel::shell

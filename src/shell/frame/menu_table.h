@@ -28,7 +28,7 @@ struct MenuEntry {
 
 /// The menu bar of the frame.
 std::span<const MenuEntry> MenuBarEntries();
-/// The menu on a right click on the map.
-std::span<const MenuEntry> MapMenuEntries();
+/// The pop-up menus: PopUp2 on a right click on the map, PopUp3 in the clients' tree, mnupopup4 in the frequencies'.
+std::span<const MenuEntry> PopUpEntries();
 
 }  // namespace kestrel::shell

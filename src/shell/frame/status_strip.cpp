@@ -4,8 +4,15 @@
 #include <QHBoxLayout>
 
 #include "shell/frame/look.h"
+#include "shell/frame/tool_table.h"
 
 namespace kestrel::shell {
+
+namespace {
+
+constexpr int Spacing = 12;
+
+}  // namespace
 
 StatusStrip::StatusStrip(QWidget* owner) : QWidget(owner) {
   setObjectName(QStringLiteral("Picture1"));
@@ -18,12 +25,28 @@ StatusStrip::StatusStrip(QWidget* owner) : QWidget(owner) {
   lblLat = ReadOut("lblLat", QStringLiteral("N00\u00b0 00.000'"));
   lblLong = ReadOut("lblLong", QStringLiteral("E000\u00b0 00.000'"));
 
+  lblElevation = ReadOut("lblElevation", QStringLiteral("-00000 ft"));
+  lblElevation->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+
   auto* row = new QHBoxLayout(this);
-  row->setContentsMargins(8, 4, 8, 4);
-  row->setSpacing(16);
+  row->setContentsMargins(4, 2, 8, 2);
+  row->setSpacing(Spacing);
+  auto* buttons = new QHBoxLayout;
+  buttons->setSpacing(2);
+  for (const ToolEntry& entry : ToolEntries()) {
+    QToolButton* button = CheckButton(entry.Check, QString::fromLatin1(entry.Title));
+    button->setIcon(LineIcon(entry.Icon));
+    checks[static_cast<std::size_t>(entry.Which)] = button;
+    buttons->addWidget(button);
+  }
+  row->addLayout(buttons);
   for (Lamp* lamp : {StatPic_Conn, StatPic_Act, StatPic_Rec}) row->addWidget(lamp);
+  row->addWidget(TransmitLamp("StatPic_UHF", "UHF", "UHF"));
+  row->addWidget(TransmitLamp("StatPic_VHF", "VHF", "VHF"));
+  row->addWidget(TransmitLamp("StatPic_Guard", "GUARD XMIT", "guard"));
+  fixedWidth = row->sizeHint().width();
   row->addStretch(1);
-  for (QLabel* readOut : {lblPosition, lblZoom, lblLat, lblLong}) row->addWidget(readOut);
+  for (QLabel* readOut : {lblPosition, lblZoom, lblLat, lblLong, lblElevation}) row->addWidget(readOut);
 
   TimerAct.setObjectName(QStringLiteral("TimerAct"));
   TimerAct.setInterval(TickMs);
@@ -31,6 +54,41 @@ StatusStrip::StatusStrip(QWidget* owner) : QWidget(owner) {
   ShowConnected(false);
   StatPic_Act->Set(false, QStringLiteral("No data"));
   StatPic_Rec->Set(false, QStringLiteral("Not recording"));
+}
+
+QToolButton* StatusStrip::CheckButton(const char* name, const QString& caption) {
+  auto* button = new QToolButton(this);
+  button->setObjectName(QString::fromLatin1(name));
+  button->setCheckable(true);
+  button->setAutoRaise(true);
+  // Reached by Tab, but a press leaves the keyboard where it is.
+  button->setFocusPolicy(Qt::TabFocus);
+  button->setIconSize(QSize(16, 16));
+  button->setFixedSize(26, 22);
+  button->setToolTip(QStringLiteral("Show ") + caption);
+  button->setAccessibleName(caption);
+  connect(button, &QToolButton::toggled, button, [button, caption](bool on) {
+    button->setToolTip((on ? QStringLiteral("Hide ") : QStringLiteral("Show ")) + caption);
+  });
+  return button;
+}
+
+Lamp* StatusStrip::TransmitLamp(const char* name, const char* word, const char* key) {
+  auto* lamp = new Lamp(QString::fromLatin1(name), QString::fromLatin1(word), LampColoursOf(palette()).Transmit, this);
+  lamp->Set(false, QStringLiteral("Not transmitting on ") + QString::fromLatin1(key));
+  return lamp;
+}
+
+QSize StatusStrip::minimumSizeHint() const { return {fixedWidth, QWidget::minimumSizeHint().height()}; }
+
+void StatusStrip::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  int room = width() - fixedWidth;
+  // In the order of what is missed most.
+  for (QLabel* readOut : {lblLat, lblLong, lblElevation, lblZoom, lblPosition}) {
+    room -= readOut->minimumWidth() + Spacing;
+    readOut->setVisible(room >= 0);
+  }
 }
 
 QLabel* StatusStrip::ReadOut(const char* name, const QString& longest) {
@@ -67,5 +125,7 @@ void StatusStrip::ShowPosition(const QString& position, const QString& lat, cons
   lblLat->setText(lat);
   lblLong->setText(lon);
 }
+
+void StatusStrip::ShowElevation(const QString& text) { lblElevation->setText(text); }
 
 }  // namespace kestrel::shell

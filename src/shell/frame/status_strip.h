@@ -2,14 +2,18 @@
 
 #include <QLabel>
 #include <QTimer>
+#include <QToolButton>
 #include <QWidget>
+#include <array>
 
+#include "core/station.h"
 #include "shell/frame/lamp.h"
 
 namespace kestrel::shell {
 
-/// The strip at the foot of the frame: lamps from the left, read-outs at the right. Each read-out has the width of its
-/// longest text in digits of one width, so that nothing jumps while the pointer moves.
+/// The strip at the foot of the frame: the buttons of the floating windows and the lamps from the left, read-outs at
+/// the right. Each read-out has the width of its longest text in digits of one width, so that nothing jumps while the
+/// pointer moves; where the frame is too narrow for all of them, those that matter less give way.
 class StatusStrip final : public QWidget {
   Q_OBJECT
  public:
@@ -23,18 +27,32 @@ class StatusStrip final : public QWidget {
   void ActivityPulse();
   void ShowZoom(const QString& text);
   void ShowPosition(const QString& position, const QString& lat, const QString& lon);
+  /// Height of the ground below the pointer, as text with its unit; a single blank where none is known.
+  void ShowElevation(const QString& text);
+  /// The button of a floating window: checked while the window is shown. Whoever shows or hides a window presses it.
+  QToolButton& Check(core::ToolWindow which) { return *checks[static_cast<std::size_t>(which)]; }
+
+  QSize minimumSizeHint() const override;
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
+  QToolButton* CheckButton(const char* name, const QString& caption);
+  Lamp* TransmitLamp(const char* name, const char* word, const char* key);
   void Tick();
   QLabel* ReadOut(const char* name, const QString& longest);
 
   Lamp* StatPic_Conn;
   Lamp* StatPic_Act;
   Lamp* StatPic_Rec;
+  std::array<QToolButton*, core::ToolWindowCount> checks{};
   QLabel* lblPosition;
   QLabel* lblZoom;
   QLabel* lblLat;
   QLabel* lblLong;
+  QLabel* lblElevation;
+  int fixedWidth = 0;  ///< of everything but the read-outs, pixels
   QTimer TimerAct;
   bool ActivityOn = false;
 };

@@ -9,6 +9,8 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "core/theater_switch.h"
+#include "map/cursor_tools.h"
 #include "map/geometry.h"
 #include "shell/core/guard.h"
 #include "shell/frame/look.h"
@@ -84,6 +86,10 @@ void MapPicture::ShowDirty() {
   update(points);
 }
 
+void MapPicture::ShowLine(const QString& text) {
+  update(line.Take(station.State.View, station.State.MapOptions, text, size()));
+}
+
 void MapPicture::paintEvent(QPaintEvent* event) {
   // A screen of another scale: the old picture serves until the map is drawn for it.
   if (surface.Image().devicePixelRatio() != devicePixelRatioF()) settle.start();
@@ -92,6 +98,7 @@ void MapPicture::paintEvent(QPaintEvent* event) {
   const QRegion beyond = event->region() - QRect(QPoint(), QSize(int(shown.width()), int(shown.height())));
   for (const QRect& part : beyond) painter.fillRect(part, MapSurround(palette()));
   painter.drawImage(QPointF(), surface.Image());
+  line.Paint(painter);
   Q_EMIT Painted();
 }
 
@@ -113,6 +120,7 @@ void MapPicture::mousePressEvent(QMouseEvent* event) {
     switch (event->button()) {
       case Qt::LeftButton:
         station.Shown.Refresh(map::SetCursorStart(station.State.View));
+        Q_EMIT Pressed(station.State.View.CursorMapX, station.State.View.CursorMapY);
         break;
       case Qt::RightButton:
         popUp.popup(event->globalPosition().toPoint());
@@ -140,8 +148,10 @@ void MapPicture::mouseDoubleClickEvent(QMouseEvent* event) {
 void MapPicture::mouseMoveEvent(QMouseEvent* event) {
   Guarded(station.Log, "MouseMove", [this, event] {
     if (station.State.MapOptions.MAP_AUTOFOCUS && !hasFocus()) setFocus(Qt::MouseFocusReason);
-    TakePointer(event->position());
-    station.Shown.Refresh(base::Changed::CursorLine);
+    core::ReadElevations(station);
+    station.Shown.Refresh(
+        map::TrackPointer(station.State.View, station.State.MapOptions, event->position().x() * map::UnitsPerPixelX,
+                          event->position().y() * map::UnitsPerPixelY, event->buttons().testFlag(Qt::LeftButton)));
   });
 }
 

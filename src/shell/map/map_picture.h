@@ -6,6 +6,7 @@
 
 #include "core/program.h"
 #include "map/renderer.h"
+#include "shell/map/cursor_line.h"
 #include "shell/map/qt_surface.h"
 
 class QMenu;
@@ -28,6 +29,8 @@ class MapPicture final : public QWidget {
   /// Repaint of what moves. While a new size waits to settle it is left to the DrawMap that is due then: the kept
   /// picture does not fit the view any more.
   void RedrawPlots();
+  /// Line1 and Label1 as the view has them, over the map as it is: only where they were and are is painted anew.
+  void ShowLine(const QString& text);
   /// Centres the map on the last pointer position and takes the pointer along.
   void SetCenterOfScreen();
   /// Puts the pointer to the middle of the map by fixed distances from the frame's corner.
@@ -41,6 +44,8 @@ class MapPicture final : public QWidget {
   std::uint64_t PlotDraws() const { return plotDraws; }
 
  Q_SIGNALS:
+  /// The left button has been pressed at this place, map units with Y north.
+  void Pressed(double mapX, double mapY);
   /// A part of the map has been painted.
   void Painted();
 
@@ -61,6 +66,7 @@ class MapPicture final : public QWidget {
   core::Program& station;
   QMenu& popUp;
   QtSurface surface;
+  CursorLine line;
   QTimer settle;
   map::DrawTimes drawTimes;
   std::uint64_t mapDraws = 0;

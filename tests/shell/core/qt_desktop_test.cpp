@@ -3,8 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QColorDialog>
 #include <QDesktopServices>
+#include <QDir>
 #include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -92,6 +96,53 @@ TEST_F(Desktop, BoxOnABoxCountsAsOneThatIsOpen) {
   });
   desktop.Message("Outer", "Text", MessageIcon::None);
   EXPECT_FALSE(desktop.ModalOpen());
+}
+
+TEST_F(Desktop, ChosenFileComesWithItsPath) {
+  QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("M\u00fcnchen.BMP"));
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.close();
+  QTimer::singleShot(0, qApp, [this] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(dialog->objectName(), QStringLiteral("OpenFile"));
+    EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Load a picture"));
+    EXPECT_EQ(dialog->nameFilters(),
+              QStringList({QStringLiteral("Images (*.bmp *.jpg)"), QStringLiteral("All (*.*)")}));
+    EXPECT_TRUE(desktop.ModalOpen());
+    auto* name = dialog->findChild<QLineEdit*>();
+    EXPECT_EQ(name->text(), QStringLiteral("M\u00fcnchen.BMP"));
+    QTest::keyClick(name, Qt::Key_Return);
+    if (dialog->isVisible()) dialog->reject();
+  });
+  EXPECT_EQ(
+      desktop.OpenFile("Load a picture", "Images |*.bmp;*.jpg|All|*.*", folder.path().toStdString(), "M\xFCnchen.BMP"),
+      QFile::encodeName(path).toStdString());
+  EXPECT_FALSE(desktop.ModalOpen());
+}
+
+TEST_F(Desktop, FileThatIsNotChosenIsNone) {
+  QTimer::singleShot(0, qApp, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
+  EXPECT_EQ(desktop.OpenFile("Title", "All|*.*", {}, {}), std::nullopt);
+}
+
+TEST_F(Desktop, ChosenColourHasRedInItsLowByte) {
+  QTimer::singleShot(0, qApp, [this] {
+    auto* dialog = qobject_cast<QColorDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_TRUE(desktop.ModalOpen());
+    EXPECT_EQ(dialog->currentColor(), QColor(0x11, 0x22, 0x33));
+    dialog->setCurrentColor(QColor(0x44, 0x55, 0x66));
+    dialog->accept();
+  });
+  EXPECT_EQ(desktop.PickColour(0x332211), base::Colour{0x665544});
+}
+
+TEST_F(Desktop, ColourThatIsNotChosenIsNone) {
+  QTimer::singleShot(0, qApp, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
+  EXPECT_EQ(desktop.PickColour(0), std::nullopt);
 }
 
 TEST_F(Desktop, EventsRun) {

@@ -81,6 +81,11 @@ constexpr Caption Captions[] = {
     {"PopUp2", "mnuSetCenterOfMap", "Set Center of Map"},
     {"PopUp2", "mnuSetNewBulls", "Set New Bullseye"},
     {"PopUp2", "mnuAddnewIconArea", "Add New Icon Area"},
+    {"PopUp1", "ClsCon", "Close Connection"},
+    {"PopUp3", "mnuP3ShowPlot", "Show Plot"},
+    {"PopUp3", "mnuP3HidePlot", "Hide Plot"},
+    {"mnupopup4", "mnuTuneUHF", "Tune UHF"},
+    {"mnupopup4", "mnuTuneVHF", "Tune VHF"},
 };
 
 TEST_F(FrameWindow, EveryMenuEntryStandsInItsMenuWithItsCaption) {
@@ -96,8 +101,9 @@ TEST_F(FrameWindow, EveryMenuEntryStandsInItsMenuWithItsCaption) {
 }
 
 TEST_F(FrameWindow, EntriesOfWindowsThatAreNotThereAreDisabled) {
-  for (const char* name : {"mnuImportAreas", "mnuConnCustom", "mnuConnPort", "mnuPhonebookEdit", "mnuModifyTheater",
-                           "mnuStartRec", "mnuStopRecording", "mnuShowAll", "mnuTR50", "mnuAbout", "mnuSetNewBulls"}) {
+  for (const char* name :
+       {"mnuImportAreas", "mnuExportSelectedAreas", "mnuStartRec", "mnuStopRecording", "mnuImportNewTheater",
+        "mnuImportObjectives", "mnuImportFalconINI", "mnuAddnewIconArea", "mnuTuneUHF", "mnuTuneVHF"}) {
     EXPECT_FALSE(Action(name).isEnabled()) << name;
   }
 }
@@ -105,7 +111,7 @@ TEST_F(FrameWindow, EntriesOfWindowsThatAreNotThereAreDisabled) {
 TEST_F(FrameWindow, EntriesWithoutActionAreEnabledAndDoNothing) {
   const std::uint64_t draws = Picture().MapDraws();
   for (const char* name : {"mnuOpenSession", "mnuOpenFlight", "mnuResetMainWindowPosition", "mnuPlaybackMode",
-                           "mnuOpenPlaybackFile", "mnuManageLinks", "mnuLinksNames"}) {
+                           "mnuOpenPlaybackFile", "mnuManageLinks", "mnuLinksNames", "ClsCon"}) {
     EXPECT_TRUE(Action(name).isEnabled()) << name;
     Action(name).trigger();
   }

@@ -1,0 +1,145 @@
+#include "shell/frame/line_icon.h"
+
+#include <QGuiApplication>
+#include <QIconEngine>
+#include <QPainter>
+#include <QPainterPath>
+#include <QPalette>
+#include <QPixmap>
+
+namespace kestrel::shell {
+namespace {
+
+/// The icons stand on a field of 16 by 16.
+constexpr double Field = 16;
+constexpr double Stroke = 1.4;
+
+void Dot(QPainter& painter, QPointF centre, double radius) {
+  painter.save();
+  painter.setBrush(painter.pen().color());
+  painter.setPen(Qt::NoPen);
+  painter.drawEllipse(centre, radius, radius);
+  painter.restore();
+}
+
+void PaintOptions(QPainter& painter) {
+  constexpr struct { double Y, Knob; } sliders[] = {{3.5, 10.5}, {8, 5}, {12.5, 9}};
+  for (const auto& slider : sliders) {
+    painter.drawLine(QPointF(2, slider.Y), QPointF(14, slider.Y));
+    Dot(painter, {slider.Knob, slider.Y}, 2);
+  }
+}
+
+void PaintClients(QPainter& painter) {
+  painter.drawEllipse(QPointF(8, 5), 2.8, 2.8);
+  QPainterPath shoulders(QPointF(2.8, 13.8));
+  shoulders.cubicTo(2.8, 11, 5, 9.9, 8, 9.9);
+  shoulders.cubicTo(11, 9.9, 13.2, 11, 13.2, 13.8);
+  painter.drawPath(shoulders);
+}
+
+void PaintAreas(QPainter& painter) {
+  const QPointF corners[] = {{3, 5.5}, {9.5, 2.5}, {13.5, 8}, {10, 13.5}, {4, 11.5}};
+  painter.drawPolygon(corners, std::size(corners));
+  for (const QPointF& corner : corners) Dot(painter, corner, 1.4);
+}
+
+void PaintCursor(QPainter& painter) {
+  painter.drawEllipse(QPointF(4, 12), 2, 2);
+  painter.drawLine(QPointF(5.6, 10.4), QPointF(13, 3));
+  const QPointF head[] = {{8.6, 3}, {13, 3}, {13, 7.4}};
+  painter.drawPolyline(head, std::size(head));
+}
+
+void PaintFreq(QPainter& painter) {
+  painter.drawLine(QPointF(8, 7), QPointF(8, 14));
+  Dot(painter, {8, 6}, 1.5);
+  for (const double radius : {3.6, 6.2}) {
+    const QRectF circle(8 - radius, 6 - radius, 2 * radius, 2 * radius);
+    painter.drawArc(circle, -40 * 16, 80 * 16);
+    painter.drawArc(circle, 140 * 16, 80 * 16);
+  }
+}
+
+void PaintOpacity(QPainter& painter) {
+  painter.drawEllipse(QPointF(8, 8), 5.5, 5.5);
+  painter.setBrush(painter.pen().color());
+  painter.drawChord(QRectF(2.5, 2.5, 11, 11), -90 * 16, 180 * 16);
+}
+
+void PaintIcon(QPainter& painter, IconKind kind) {
+  switch (kind) {
+    case IconKind::Clients:
+      return PaintClients(painter);
+    case IconKind::Options:
+      return PaintOptions(painter);
+    case IconKind::Bullseye:
+      painter.drawEllipse(QPointF(8, 8), 5.8, 5.8);
+      painter.drawEllipse(QPointF(8, 8), 2.8, 2.8);
+      return;
+    case IconKind::Cursor:
+      return PaintCursor(painter);
+    case IconKind::Areas:
+      return PaintAreas(painter);
+    case IconKind::Playback: {
+      const QPointF triangle[] = {{4.5, 3}, {13, 8}, {4.5, 13}};
+      painter.drawPolygon(triangle, std::size(triangle));
+      return;
+    }
+    case IconKind::MiniMap:
+      painter.drawRoundedRect(QRectF(2.2, 2.2, 11.6, 11.6), 1, 1);
+      painter.drawRect(QRectF(7.5, 5, 3.8, 3.8));
+      return;
+    case IconKind::Freq:
+      return PaintFreq(painter);
+    case IconKind::RollUp:
+    case IconKind::RollDown: {
+      const double tip = kind == IconKind::RollUp ? 5 : 11;
+      const QPointF chevron[] = {{3, 16 - tip}, {8, tip}, {13, 16 - tip}};
+      painter.drawPolyline(chevron, std::size(chevron));
+      return;
+    }
+    case IconKind::Opacity:
+      return PaintOpacity(painter);
+    case IconKind::Close:
+      painter.drawLine(QPointF(3.5, 3.5), QPointF(12.5, 12.5));
+      painter.drawLine(QPointF(12.5, 3.5), QPointF(3.5, 12.5));
+      return;
+  }
+}
+
+class LineIconEngine final : public QIconEngine {
+ public:
+  explicit LineIconEngine(IconKind shown) : kind(shown) {}
+
+  void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->translate(rect.topLeft());
+    painter->scale(rect.width() / Field, rect.height() / Field);
+    const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
+    painter->setPen(QPen(QGuiApplication::palette().color(group, QPalette::ButtonText), Stroke, Qt::SolidLine,
+                         Qt::RoundCap, Qt::RoundJoin));
+    PaintIcon(*painter, kind);
+    painter->restore();
+  }
+
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+    QPixmap picture(size);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    paint(&painter, QRect(QPoint(0, 0), size), mode, state);
+    return picture;
+  }
+
+  QIconEngine* clone() const override { return new LineIconEngine(kind); }
+
+ private:
+  IconKind kind;
+};
+
+}  // namespace
+
+QIcon LineIcon(IconKind kind) { return QIcon(new LineIconEngine(kind)); }
+
+}  // namespace kestrel::shell

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QIcon>
+
+namespace kestrel::shell {
+
+enum class IconKind {
+  Clients,
+  Options,
+  Bullseye,
+  Cursor,
+  Areas,
+  Playback,
+  MiniMap,
+  Freq,
+  RollUp,
+  RollDown,
+  Opacity,
+  Close
+};
+
+/// An icon of one stroke weight, drawn at the size and in the text colour that are asked of it, so that it is sharp at
+/// every scale and fits either palette.
+QIcon LineIcon(IconKind kind);
+
+}  // namespace kestrel::shell

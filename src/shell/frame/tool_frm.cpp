@@ -1,0 +1,211 @@
+#include "shell/frame/tool_frm.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QToolButton>
+#include <QVBoxLayout>
+#include <QWindow>
+#include <algorithm>
+
+#include "map/units.h"
+#include "shell/frame/line_icon.h"
+#include "shell/frame/slider_frm1.h"
+
+namespace kestrel::shell {
+namespace {
+
+/// The line around the window, pixels.
+constexpr int Border = 1;
+/// How much of a strip must be on a screen for the window to count as seen there, pixels.
+constexpr int EnoughOfStrip = 48;
+
+int Pixels(std::int32_t units) { return qRound(units / map::UnitsPerPixel); }
+std::int32_t Units(int pixels) { return static_cast<std::int32_t>(pixels * map::UnitsPerPixel); }
+
+}  // namespace
+
+ToolFrm::ToolFrm(core::Program& program, core::ToolWindow which, const QString& name, const QString& caption,
+                 QWidget* frame)
+    : QWidget(frame, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint), station(program), kind(which) {
+  setObjectName(name);
+  setWindowTitle(caption);
+  // The keyboard stays with whoever has it, which may be the simulator.
+  setAttribute(Qt::WA_ShowWithoutActivating);
+  body = new QWidget(this);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(Border, Border, Border, Border);
+  column->setSpacing(0);
+  // The size is ours to set: rolled up, the body must not hold the window open.
+  column->setSizeConstraint(QLayout::SetNoConstraint);
+  column->addWidget(BuildStrip(caption));
+  column->addWidget(body, 1);
+  ShowRoll();
+}
+
+QWidget* ToolFrm::BuildStrip(const QString& caption) {
+  auto* strip = new QWidget(this);
+  strip->setFixedHeight(StripHeight);
+  strip->setAutoFillBackground(true);
+  strip->setBackgroundRole(QPalette::Button);
+  Label1 = new QLabel(caption, strip);
+  Label1->setObjectName(QStringLiteral("Label1"));
+  Label1->setTextFormat(Qt::PlainText);
+  Label1->setIndent(7);
+  Label1->installEventFilter(this);
+  CMD1 = StripButton("CMD1", {});
+  QToolButton* opacity = StripButton("Command_TR", QStringLiteral("Opacity"));
+  opacity->setIcon(LineIcon(IconKind::Opacity));
+  QToolButton* shut = StripButton("Command4", QStringLiteral("Close"));
+  shut->setIcon(LineIcon(IconKind::Close));
+
+  auto* row = new QHBoxLayout(strip);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(0);
+  row->addWidget(Label1, 1);
+  for (QToolButton* button : {CMD1, opacity, shut}) row->addWidget(button);
+
+  connect(CMD1, &QToolButton::clicked, this, [this] {
+    if (expanded) {
+      MinFrm();
+    } else {
+      MaxFrm();
+    }
+    State().Minimized = !expanded;
+  });
+  connect(opacity, &QToolButton::clicked, this, [this, opacity] { (new SliderFrm1(*this))->ShowBeside(*opacity); });
+  connect(shut, &QToolButton::clicked, this, &ToolFrm::CloseAsked);
+  return strip;
+}
+
+QToolButton* ToolFrm::StripButton(const char* name, const QString& toolTip) {
+  auto* button = new QToolButton(this);
+  button->setObjectName(QString::fromLatin1(name));
+  button->setAutoRaise(true);
+  button->setFocusPolicy(Qt::NoFocus);
+  button->setFixedSize(StripHeight, StripHeight);
+  button->setIconSize(QSize(12, 12));
+  button->setToolTip(toolTip);
+  button->setAccessibleName(toolTip);
+  return button;
+}
+
+void ToolFrm::ShowRoll() {
+  const QString toolTip = expanded ? QStringLiteral("Roll up") : QStringLiteral("Roll down");
+  CMD1->setIcon(LineIcon(expanded ? IconKind::RollUp : IconKind::RollDown));
+  CMD1->setToolTip(toolTip);
+  CMD1->setAccessibleName(toolTip);
+}
+
+void ToolFrm::MinFrm() {
+  expanded = false;
+  body->hide();
+  ApplyHeight();
+  ShowRoll();
+}
+
+void ToolFrm::MaxFrm() {
+  expanded = true;
+  body->show();
+  ApplyHeight();
+  ShowRoll();
+}
+
+void ToolFrm::ApplyHeight() { setFixedSize(full.width(), expanded ? full.height() : StripHeight + 2 * Border); }
+
+void ToolFrm::FitBody() {
+  ensurePolished();
+  if (QLayout* inner = body->layout()) inner->activate();
+  const QSize wanted = body->sizeHint().expandedTo(body->minimumSize());
+  const int strip = Label1->sizeHint().width() + 3 * StripHeight;
+  full = QSize(qMax(wanted.width(), strip) + 2 * Border, wanted.height() + StripHeight + 2 * Border);
+  ApplyHeight();
+}
+
+void ToolFrm::SetTransparency(int alpha) { setWindowOpacity(qBound(0, alpha, 255) / 255.0); }
+
+void ToolFrm::Place() {
+  const core::ToolWindowState& kept = State();
+  move(Pixels(kept.X), Pixels(kept.Y));
+  SetTransparency(kept.Transparency);
+  if (kept.Minimized) {
+    MinFrm();
+  } else {
+    MaxFrm();
+  }
+  BringIntoView();
+}
+
+void ToolFrm::MoveTo(QPoint place) {
+  move(place);
+  State().X = Units(place.x());
+  State().Y = Units(place.y());
+}
+
+void ToolFrm::BringIntoView() {
+  const QRect strip(pos(), QSize(width(), StripHeight));
+  for (const QScreen* each : QGuiApplication::screens()) {
+    const QRect seen = strip & each->availableGeometry();
+    if (seen.height() == StripHeight && seen.width() >= qMin(EnoughOfStrip, width())) return;
+  }
+  const auto distance = [&strip](const QScreen* each) {
+    const QRect area = each->availableGeometry();
+    const int x = qBound(area.left(), strip.center().x(), area.right()) - strip.center().x();
+    const int y = qBound(area.top(), strip.center().y(), area.bottom()) - strip.center().y();
+    return qAbs(static_cast<qint64>(x)) + qAbs(static_cast<qint64>(y));
+  };
+  const QList<QScreen*> screens = QGuiApplication::screens();
+  const QScreen* nearest = *std::min_element(screens.begin(), screens.end(),
+                                             [&distance](QScreen* a, QScreen* b) { return distance(a) < distance(b); });
+  const QRect area = nearest->availableGeometry();
+  MoveTo({qMax(area.left(), qMin(pos().x(), area.right() + 1 - width())),
+          qMax(area.top(), qMin(pos().y(), area.bottom() + 1 - height()))});
+}
+
+void ToolFrm::Unload() {
+  unloading = true;
+  close();
+}
+
+void ToolFrm::moveEvent(QMoveEvent* event) {
+  QWidget::moveEvent(event);
+  core::ToolWindowState& kept = State();
+  // A place that is already kept stays as it is written, to the unit.
+  if (station.State.Loading || pos() == QPoint(Pixels(kept.X), Pixels(kept.Y))) return;
+  kept.X = Units(pos().x());
+  kept.Y = Units(pos().y());
+}
+
+void ToolFrm::closeEvent(QCloseEvent* event) {
+  if (unloading) return;
+  event->ignore();
+  Q_EMIT CloseAsked();
+}
+
+void ToolFrm::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.fillRect(rect(), palette().color(QPalette::Mid));
+  painter.fillRect(rect().adjusted(Border, Border, -Border, -Border), palette().color(QPalette::Window));
+}
+
+bool ToolFrm::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != Label1) return QWidget::eventFilter(watched, event);
+  const auto* mouse = static_cast<QMouseEvent*>(event);
+  if (event->type() == QEvent::MouseButtonPress && mouse->button() == Qt::LeftButton) {
+    Q_EMIT CaptionPressed();
+    // The system drags the window where it can; where it cannot, we do.
+    if (!windowHandle()->startSystemMove()) grabbed = mouse->globalPosition().toPoint() - pos();
+    return true;
+  }
+  if (event->type() == QEvent::MouseMove && grabbed) {
+    move(mouse->globalPosition().toPoint() - *grabbed);
+    return true;
+  }
+  if (event->type() == QEvent::MouseButtonRelease) grabbed.reset();
+  return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace kestrel::shell

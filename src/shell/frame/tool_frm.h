@@ -1,0 +1,83 @@
+#pragma once
+
+#include <QLabel>
+#include <QPoint>
+#include <QWidget>
+#include <optional>
+
+#include "core/program.h"
+
+class QToolButton;
+
+namespace kestrel::shell {
+
+/// Base of the eight floating windows: always on top, without the system's frame, under a caption strip of its own
+/// (Label1) with CMD1 (roll up or down), Command_TR (opacity) and Command4 (close). The widget does not hide itself:
+/// Command4 asks the frame, whose button is what shows and hides the window.
+class ToolFrm : public QWidget {
+  Q_OBJECT
+ public:
+  /// Height of the caption strip, pixels.
+  static constexpr int StripHeight = 20;
+
+  /// `name` becomes the objectName, e.g. "ClientsFrm". `frame` owns the window; `program` outlives it.
+  ToolFrm(core::Program& program, core::ToolWindow which, const QString& name, const QString& caption, QWidget* frame);
+
+  /// Rolls the window up to its strip; the full height is kept.
+  void MinFrm();
+  /// Rolls it down to its full height.
+  void MaxFrm();
+  bool Expanded() const { return expanded; }
+  /// Opacity 0..255 of the window as it is shown. What is kept (TR) does not change. 0 is invisible, by intention.
+  void SetTransparency(int alpha);
+  /// Position, opacity and roll from what is kept. A place that no screen shows is moved to the nearest one that does.
+  void Place();
+  /// Moves the window and keeps the place. Pixels of the desktop.
+  void MoveTo(QPoint place);
+  /// Moves the window where a screen shows its strip, if none does.
+  void BringIntoView();
+
+  /// Closes it for good.
+  void Unload();
+
+  core::ToolWindow Which() const { return kind; }
+  /// What is kept of this window.
+  core::ToolWindowState& State() { return station.State.ToolWindows[static_cast<std::size_t>(kind)]; }
+
+ Q_SIGNALS:
+  /// Command4 was pressed, or the system asks the window to close.
+  void CloseAsked();
+  /// The caption was pressed: all floating windows come to the front.
+  void CaptionPressed();
+
+ protected:
+  /// What is below the strip; the derived window puts its layout here.
+  QWidget& Body() { return *body; }
+  /// To be called when the body's size hint has changed (at the end of the constructor, and whenever the content takes
+  /// another size): gives the window that size.
+  void FitBody();
+
+  void moveEvent(QMoveEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+  core::Program& station;
+
+ private:
+  QWidget* BuildStrip(const QString& caption);
+  QToolButton* StripButton(const char* name, const QString& toolTip);
+  void ShowRoll();
+  void ApplyHeight();
+
+  core::ToolWindow kind;
+  QWidget* body;
+  QLabel* Label1 = nullptr;
+  QToolButton* CMD1 = nullptr;
+  bool expanded = true;
+  bool unloading = false;
+  QSize full;                     ///< with the strip, rolled down
+  std::optional<QPoint> grabbed;  ///< where the strip is held while the window is dragged by us
+};
+
+}  // namespace kestrel::shell

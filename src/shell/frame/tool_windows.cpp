@@ -1,0 +1,175 @@
+#include "shell/frame/tool_windows.h"
+
+#include <QApplication>
+#include <QScreen>
+#include <algorithm>
+
+#include "base/numbers.h"
+#include "core/cascade.h"
+#include "map/units.h"
+#include "shell/frame/tool_table.h"
+#include "shell/link/clients_frm.h"
+#include "shell/map/bulls_frm.h"
+#include "shell/map/curs_frm.h"
+#include "shell/map/mini_map_frm.h"
+
+namespace kestrel::shell {
+namespace {
+
+/// A window whose content is still to come: its caption over an empty body.
+class EmptyFrm final : public ToolFrm {
+ public:
+  EmptyFrm(core::Program& program, const ToolEntry& entry, QWidget* frame)
+      : ToolFrm(program, entry.Which, QString::fromLatin1(entry.Window), QString::fromLatin1(entry.Caption), frame) {
+    Body().setMinimumSize(200, 48);
+    FitBody();
+  }
+};
+
+std::unique_ptr<ToolFrm> MakeWindow(core::Program& program, const ToolEntry& entry, QWidget* frame) {
+  switch (entry.Which) {
+    case core::ToolWindow::Clients:
+      return std::make_unique<ClientsFrm>(program, frame);
+    case core::ToolWindow::Curs:
+      return std::make_unique<CursFrm>(program, frame);
+    case core::ToolWindow::Bulls:
+      return std::make_unique<BullsFrm>(program, frame);
+    case core::ToolWindow::MiniMap:
+      return std::make_unique<MiniMapFrm>(program, frame);
+    case core::ToolWindow::View:
+    case core::ToolWindow::Areas:
+    case core::ToolWindow::Rec:
+    case core::ToolWindow::Freq:
+      break;
+  }
+  return std::make_unique<EmptyFrm>(program, entry, frame);
+}
+
+std::int32_t Units(int pixels) { return static_cast<std::int32_t>(pixels * map::UnitsPerPixel); }
+QPoint Pixels(const core::WindowPlace& place) {
+  return {qRound(place.X / map::UnitsPerPixel), qRound(place.Y / map::UnitsPerPixel)};
+}
+
+std::vector<core::WindowSize> SizesOf(std::span<ToolFrm* const> windows) {
+  std::vector<core::WindowSize> sizes;
+  for (const ToolFrm* window : windows) sizes.push_back({Units(window->width()), Units(window->height())});
+  return sizes;
+}
+
+}  // namespace
+
+ToolWindows::ToolWindows(core::Program& program, QWidget* owner) : station(program), frame(owner) {
+  for (const ToolEntry& entry : ToolEntries()) {
+    std::unique_ptr<ToolFrm> window = MakeWindow(program, entry, owner);
+    connect(window.get(), &ToolFrm::CloseAsked, this, [this, which = entry.Which] { Q_EMIT CloseAsked(which); });
+    connect(window.get(), &ToolFrm::CaptionPressed, this, &ToolWindows::RaiseToolWindows);
+    windows[static_cast<std::size_t>(entry.Which)] = std::move(window);
+  }
+  connect(qApp, &QGuiApplication::screenRemoved, this, &ToolWindows::BringIntoView, Qt::QueuedConnection);
+}
+
+ToolWindows::~ToolWindows() = default;
+
+BullsFrm& ToolWindows::Bulls() { return static_cast<BullsFrm&>(Window(core::ToolWindow::Bulls)); }
+CursFrm& ToolWindows::Curs() { return static_cast<CursFrm&>(Window(core::ToolWindow::Curs)); }
+MiniMapFrm& ToolWindows::MiniMap() { return static_cast<MiniMapFrm&>(Window(core::ToolWindow::MiniMap)); }
+
+ClientsFrm& ToolWindows::Clients() { return static_cast<ClientsFrm&>(Window(core::ToolWindow::Clients)); }
+
+std::vector<ToolFrm*> ToolWindows::InButtonOrder() {
+  std::vector<ToolFrm*> ordered;
+  for (const ToolEntry& entry : ToolEntries()) ordered.push_back(&Window(entry.Which));
+  return ordered;
+}
+
+void ToolWindows::PlaceAll() {
+  const bool noneKept = std::all_of(windows.begin(), windows.end(), [](const std::unique_ptr<ToolFrm>& window) {
+    return window->State().X == 0 && window->State().Y == 0;
+  });
+  for (const auto& window : windows) window->Place();
+  if (noneKept) PlaceFirst();
+}
+
+void ToolWindows::PlaceFirst() {
+  std::vector<ToolFrm*> ordered = InButtonOrder();
+  std::stable_partition(ordered.begin(), ordered.end(), [](ToolFrm* window) { return !window->State().Hidden; });
+  const QRect area = FirstArea();
+  const std::vector<core::WindowPlace> places =
+      core::CascadeFromRight(Units(area.right() + 1), Units(area.top()), SizesOf(ordered), Units(area.bottom() + 1));
+  for (std::size_t index = 0; index < places.size(); ++index) {
+    ordered[index]->MoveTo(Pixels(places[index]));
+    ordered[index]->BringIntoView();
+  }
+}
+
+QRect ToolWindows::FirstArea() const {
+  // Over the map: the strip, the menus and the title stay free.
+  constexpr int Side = 16, Top = 64, Foot = 48;
+  return frame->frameGeometry().adjusted(Side, Top, -Side, -Foot);
+}
+
+void ToolWindows::SetShown(core::ToolWindow which, bool shown) {
+  ToolFrm& window = Window(which);
+  window.State().Hidden = !shown;
+  if (!suspended) {
+    window.setVisible(shown);
+    return;
+  }
+  for (Former& former : record) {
+    if (former.Window == &window) former.Visible = shown;
+  }
+}
+
+void ToolWindows::ResetPositions() {
+  // From the frame's upper left corner, in logical units.
+  constexpr core::WindowPlace Step{900, 240};
+  const std::vector<ToolFrm*> ordered = InButtonOrder();
+  const QRect around = frame->frameGeometry();
+  const core::WindowPlace first{Units(around.left()) + Step.X, Units(around.top()) + Step.Y};
+  const std::vector<core::WindowPlace> places = core::Cascade(first, SizesOf(ordered), Units(around.bottom() + 1));
+  for (std::size_t index = 0; index < places.size(); ++index) ordered[index]->MoveTo(Pixels(places[index]));
+  BringIntoView();
+  RaiseToolWindows();
+}
+
+void ToolWindows::BringIntoView() {
+  for (const auto& window : windows) window->BringIntoView();
+}
+
+void ToolWindows::ResetTransparency(int percent) {
+  const int alpha = static_cast<int>(base::RoundHalfEven(percent * 2.55));
+  for (const auto& window : windows) window->SetTransparency(alpha);
+}
+
+void ToolWindows::RaiseToolWindows() {
+  for (ToolFrm* window : InButtonOrder()) window->raise();
+}
+
+void ToolWindows::ShowAllWindows(bool show) {
+  if (unloaded || station.State.Loading || suspended != show) return;
+  station.Log.LogLine(show ? "Showallwindows True" : "Showallwindows False");
+  suspended = !show;
+  if (!show) {
+    record.clear();
+    const QWidgetList all = QApplication::topLevelWidgets();
+    for (QWidget* window : all) {
+      // The map stands in the frame, which stays; menus and tips go by themselves.
+      if (window->parentWidget() != frame || window->windowType() == Qt::Popup) continue;
+      if (qobject_cast<ToolFrm*>(window) == nullptr && !window->isVisible()) continue;
+      record.push_back({window, window->isVisible()});
+    }
+    for (const Former& former : record) former.Window->hide();
+    return;
+  }
+  for (const Former& former : record) {
+    if (former.Window) former.Window->setVisible(former.Visible);
+  }
+  record.clear();
+}
+
+void ToolWindows::Unload() {
+  unloaded = true;
+  for (const auto& window : windows) window->Unload();
+}
+
+}  // namespace kestrel::shell

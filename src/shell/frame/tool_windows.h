@@ -1,0 +1,72 @@
+#pragma once
+
+#include <QPointer>
+#include <array>
+#include <memory>
+#include <vector>
+
+#include "shell/frame/tool_frm.h"
+
+namespace kestrel::shell {
+
+class ClientsFrm;
+
+class BullsFrm;
+class CursFrm;
+class MiniMapFrm;
+
+/// Owns the eight floating windows and does what is done to all of them.
+class ToolWindows final : public QObject {
+  Q_OBJECT
+ public:
+  /// Makes all eight, hidden. `frame` is the window that they stand above; it outlives them.
+  ToolWindows(core::Program& program, QWidget* frame);
+  ~ToolWindows() override;
+
+  ToolFrm& Window(core::ToolWindow which) { return *windows[static_cast<std::size_t>(which)]; }
+  BullsFrm& Bulls();
+  CursFrm& Curs();
+  MiniMapFrm& MiniMap();
+  ClientsFrm& Clients();
+
+  /// Start: each window takes its place, opacity and roll from what is kept; with no place kept for any of them they
+  /// are put in a column at the right of the frame.
+  void PlaceAll();
+  /// Shows or hides one window and keeps that (HID). While the windows are suspended it takes effect at their return.
+  void SetShown(core::ToolWindow which, bool shown);
+  /// mnuResetFloating: a cascade from the frame's position.
+  void ResetPositions();
+  /// Live opacity of all, in percent; what is kept (TR) does not change.
+  void ResetTransparency(int percent);
+  void RaiseToolWindows();
+  /// Takes the floating windows away around a dialog, or while another program is in front, and gives each its former
+  /// visibility. Does nothing while starting, and nothing when it has been done already.
+  void ShowAllWindows(bool show);
+  /// Closes all; nothing brings them back after that.
+  void Unload();
+
+ Q_SIGNALS:
+  /// Command4 of a window.
+  void CloseAsked(core::ToolWindow which);
+
+ private:
+  struct Former {
+    QPointer<QWidget> Window;
+    bool Visible;
+  };
+
+  std::vector<ToolFrm*> InButtonOrder();
+  void PlaceFirst();
+  /// Where the windows stand that have never been placed, pixels of the desktop.
+  QRect FirstArea() const;
+  void BringIntoView();
+
+  core::Program& station;
+  QWidget* frame;
+  std::array<std::unique_ptr<ToolFrm>, core::ToolWindowCount> windows;
+  bool suspended = false;
+  bool unloaded = false;
+  std::vector<Former> record;
+};
+
+}  // namespace kestrel::shell

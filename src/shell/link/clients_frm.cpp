@@ -1,0 +1,262 @@
+#include "shell/link/clients_frm.h"
+
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <initializer_list>
+#include <utility>
+
+#include "link/client_details.h"
+#include "shell/core/guard.h"
+#include "shell/core/text.h"
+#include "shell/link/clients_pictures.h"
+#include "ui_clients_frm.h"
+
+namespace kestrel::shell {
+namespace {
+
+using base::Changed;
+
+constexpr int PictureSide = 16;
+constexpr QSize ColourSize(48, 12);
+/// Rows that the tree and the list have room for.
+constexpr int TreeRows = 8;
+constexpr int ListRows = 9;
+
+/// Rows of one height in tree and list, with check boxes that stand out in either palette.
+class RowDelegate final : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  static int Height(const QFontMetrics& metrics) { return qMax(metrics.height(), PictureSide) + 2; }
+
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    return {QStyledItemDelegate::sizeHint(option, index).width(), Height(option.fontMetrics)};
+  }
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    // The style takes the outline of a check box from this role: on a dark list it would not be seen.
+    option->palette.setColor(QPalette::Window, option->palette.color(QPalette::PlaceholderText));
+  }
+};
+
+void SetUpView(QAbstractItemView& view, QAbstractItemModel& model, int rows) {
+  view.setModel(&model);
+  view.setItemDelegate(new RowDelegate(&view));
+  view.setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+  view.setFixedHeight(rows * RowDelegate::Height(view.fontMetrics()) + 2 * view.frameWidth());
+}
+
+/// The selected row, none when there is none: the current one may be merely where the keyboard stands.
+QModelIndex SelectedRow(const QAbstractItemView& view) {
+  const QModelIndexList rows = view.selectionModel()->selectedRows();
+  return rows.isEmpty() ? QModelIndex() : rows.front();
+}
+
+/// Keeps the rows that are seen where they are while rows come and go above them. At the top, the top stays.
+class KeptPlace {
+ public:
+  explicit KeptPlace(QAbstractItemView& shown) : view(shown), topRow(view.indexAt(QPoint(1, 1))) {
+    if (view.verticalScrollBar()->value() == 0) topRow = QModelIndex();
+    if (topRow.isValid()) top = view.visualRect(topRow).top();
+  }
+  ~KeptPlace() {
+    if (!topRow.isValid()) return;
+    const int moved = view.visualRect(topRow).top() - top;
+    view.verticalScrollBar()->setValue(view.verticalScrollBar()->value() + moved);
+  }
+  KeptPlace(const KeptPlace&) = delete;
+  KeptPlace& operator=(const KeptPlace&) = delete;
+
+ private:
+  QAbstractItemView& view;
+  QPersistentModelIndex topRow;
+  int top = 0;
+};
+
+}  // namespace
+
+ClientsFrm::ClientsFrm(core::Program& program, QWidget* frame)
+    : ToolFrm(program, core::ToolWindow::Clients, QStringLiteral("ClientsFrm"), QStringLiteral("CLIENTS"), frame),
+      form(std::make_unique<Ui::ClientsFrm>()),
+      clients(new ClientsModel(this)),
+      aircraft(new AIListModel(program.State.Plots, this)),
+      behind(Changed::Roster | Changed::AIList | Changed::Connection) {
+  form->setupUi(&Body());
+  SetUpView(*form->TreeView1, *clients, TreeRows);
+  SetUpView(*form->List1, *aircraft, ListRows);
+  form->TreeView1->setIconSize(QSize(PictureSide, PictureSide));
+  form->ImageCon->setPixmap(LinkIcon(true).pixmap(PictureSide, PictureSide));
+  form->ImageDiscon->setPixmap(LinkIcon(false).pixmap(PictureSide, PictureSide));
+  form->cmdPlotColor->setIconSize(ColourSize);
+  Connect();
+  ShowConnection();
+  ShowOptions();
+  ShowDetails(Fill::All);
+  FitBody();
+}
+
+ClientsFrm::~ClientsFrm() = default;
+
+template <class Edit>
+void ClientsFrm::Change(const char* control, Edit edit) {
+  Guarded(station.Log, control,
+          [this, &edit] { station.Shown.Refresh(edit(station.State.Plots, station.State.Session)); });
+}
+
+void ClientsFrm::Connect() {
+  Body().installEventFilter(this);
+  form->TreeView1->viewport()->installEventFilter(this);
+  connect(form->TreeView1->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ClientsFrm::NodeSelected);
+  connect(form->TreeView1, &QWidget::customContextMenuRequested, this, &ClientsFrm::AskPopUp3);
+  connect(form->Text1, &QLineEdit::textEdited, this, [this](const QString& text) {
+    Change("Text1", [&text](auto& plots, auto& session) { return link::SetCallsign(ToBytes(text), plots, session); });
+  });
+  connect(form->cmdPlotColor, &QPushButton::clicked, this, &ClientsFrm::PickColor);
+  connect(form->Check1, &QCheckBox::clicked, this, [this](bool checked) {
+    Change("Check1", [checked](auto& plots, auto& session) { return SetShowAllHistory(checked, plots, session); });
+  });
+  connect(form->chkHide, &QCheckBox::clicked, this, [this](bool checked) {
+    Change("chkHide", [checked](auto& plots, auto& session) { return SetHidden(checked, plots, session); });
+  });
+  connect(form->Command2, &QPushButton::clicked, this, &ClientsFrm::ResetFriends);
+}
+
+void ClientsFrm::Refresh(Changed what) {
+  behind |= what;
+  if (Body().isVisible()) CatchUp();
+}
+
+void ClientsFrm::CatchUp() {
+  const Changed what = std::exchange(behind, Changed::Nothing);
+  if (Has(what, Changed::Roster)) LoadRoster();
+  if (Has(what, Changed::AIList)) LoadAIList();
+  if (Has(what, Changed::Connection)) ShowConnection();
+  ShowOptions();
+}
+
+void ClientsFrm::LoadRoster() {
+  link::SessionState& session = station.State.Session;
+  link::FollowSelectedPlot(station.State.Plots, session);
+  {
+    const QScopedValueRollback<bool> ours(updating, true);
+    const KeptPlace place(*form->TreeView1);
+    const QPersistentModelIndex selected = SelectedRow(*form->TreeView1);
+    clients->Load(station.State.Plots);
+    // When its row has gone the view goes on to the next one, which nobody has selected.
+    if (!selected.isValid() || !session.Details.Enabled) form->TreeView1->selectionModel()->clear();
+  }
+  ShowDetails(Fill::NotWhatIsEdited);
+}
+
+void ClientsFrm::LoadAIList() {
+  const KeptPlace place(*form->List1);
+  aircraft->Load();
+}
+
+void ClientsFrm::ShowConnection() {
+  const bool connected = station.State.Session.Connected;
+  form->ImageCon->setVisible(connected);
+  form->ImageDiscon->setVisible(!connected);
+}
+
+void ClientsFrm::ShowOptions() {
+  const bool automatic = station.State.LinkOptions.AUTOFRIENDS;
+  form->Command2->setEnabled(!automatic);
+  form->Command2->setToolTip(automatic ? QStringLiteral("The friendly names are those of FriendlyNames.ini")
+                                       : QStringLiteral("Uncheck all: every AI aircraft is hostile"));
+}
+
+void ClientsFrm::ShowDetails(Fill fill) {
+  const link::ClientDetails& details = station.State.Session.Details;
+  form->Label10->setText(FromBytes(details.Caption));
+  form->Label10->setToolTip(form->Label10->text());
+  for (QWidget* field : std::initializer_list<QWidget*>{form->lblCallsign, form->Text1, form->lblColor,
+                                                        form->cmdPlotColor, form->Check1, form->chkHide}) {
+    field->setEnabled(details.Enabled);
+  }
+  // A callsign that is being typed is the person's until it has been left.
+  const QString callsign = FromBytes(details.Label);
+  const bool typing = fill == Fill::NotWhatIsEdited && details.Enabled && form->Text1->hasFocus();
+  if (!typing && form->Text1->text() != callsign) form->Text1->setText(callsign);
+  const QColor colour(base::RedOf(details.Color), base::GreenOf(details.Color), base::BlueOf(details.Color));
+  form->cmdPlotColor->setIcon(details.Enabled ? ColourIcon(colour, ColourSize) : QIcon());
+  form->cmdPlotColor->setAccessibleName(details.Enabled ? QStringLiteral("Color ") + colour.name() : QString());
+  form->Check1->setChecked(details.ShowAllHistory);
+  form->chkHide->setChecked(details.Hidden);
+}
+
+bool ClientsFrm::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == &Body()) {
+    if (event->type() == QEvent::Show) Guarded(station.Log, "ClientsFrm", [this] { CatchUp(); });
+    return false;
+  }
+  if (watched == form->TreeView1->viewport()) {
+    if (event->type() == QEvent::MouseButtonPress) PressedInTree();
+    return false;
+  }
+  return ToolFrm::eventFilter(watched, event);
+}
+
+void ClientsFrm::PressedInTree() {
+  link::DeselectPlot(station.State.Session);
+  // So that a press on the node that was selected selects it anew.
+  const QScopedValueRollback<bool> ours(updating, true);
+  form->TreeView1->selectionModel()->clear();
+  ShowDetails(Fill::All);
+}
+
+void ClientsFrm::NodeSelected() {
+  const QModelIndex node = SelectedRow(*form->TreeView1);
+  if (updating || !node.isValid()) return;
+  Guarded(station.Log, "TreeView1", [this, &node] {
+    link::SelectPlot(ToBytes(node.data(ClientsModel::KeyRole).toString()), station.State.Plots, station.State.Session);
+    ShowDetails(Fill::All);
+  });
+}
+
+void ClientsFrm::AskPopUp3(const QPoint& place) {
+  const QModelIndex node = form->TreeView1->indexAt(place);
+  if (!node.isValid()) return;
+  popUpId = clients->At(node).Id;
+  Q_EMIT PopUp3Asked(form->TreeView1->viewport()->mapToGlobal(place));
+}
+
+std::size_t ClientsFrm::PopUp3Client() const {
+  // The client may have left, or moved up in the table, while the menu was open.
+  return popUpId ? station.State.Plots.FindClient(*popUpId) : 0;
+}
+
+void ClientsFrm::ShowPlot(std::size_t Index) {
+  Change("ShowPlot", [Index](auto& plots, auto&) { return link::ShowPlot(Index, plots); });
+  FollowEdit();
+}
+
+void ClientsFrm::HidePlot(std::size_t Index) {
+  Change("HidePlot", [Index](auto& plots, auto&) { return link::HidePlot(Index, plots); });
+  FollowEdit();
+}
+
+void ClientsFrm::FollowEdit() {
+  link::FollowSelectedPlot(station.State.Plots, station.State.Session);
+  ShowDetails(Fill::NotWhatIsEdited);
+}
+
+void ClientsFrm::PickColor() {
+  Change("cmdPlotColor", [this](auto& plots, auto& session) {
+    const auto colour = station.Desk.PickColour(session.Details.Color);
+    const Changed what = colour ? link::SetColor(*colour, plots, session) : Changed::Nothing;
+    ShowDetails(Fill::NotWhatIsEdited);
+    return what;
+  });
+}
+
+void ClientsFrm::ResetFriends() {
+  Guarded(station.Log, "Command2", [this] {
+    if (link::ResetFriends(station.State.LinkOptions, station.State.Plots)) aircraft->UncheckAll();
+  });
+}
+
+}  // namespace kestrel::shell

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+#include "base/changed.h"
+#include "shell/frame/tool_frm.h"
+#include "shell/link/clients_models.h"
+
+namespace Ui {
+class ClientsFrm;
+}
+
+namespace kestrel::shell {
+
+/// The roster of real players with the details of the selected one, and the AI aircraft with their friendly checks.
+/// While nobody sees it nothing is done; it catches up when it is shown or rolled down.
+class ClientsFrm final : public ToolFrm {
+  Q_OBJECT
+ public:
+  ClientsFrm(core::Program& program, QWidget* frame);
+  ~ClientsFrm() override;
+
+  /// Brings what has changed up to date: Roster, AIList and Connection are looked at.
+  void Refresh(base::Changed what);
+  /// AUTOFRIENDS has changed: Reset can be used while it is off.
+  void ShowOptions();
+  /// Shows or hides the plot of Clients(Index); an index that no client has does nothing.
+  void ShowPlot(std::size_t Index);
+  void HidePlot(std::size_t Index);
+  /// The index in Clients of the client whose node PopUp3 was opened on, 0 when it has left.
+  std::size_t PopUp3Client() const;
+
+ Q_SIGNALS:
+  /// A right click on a node; `place` on the screen.
+  void PopUp3Asked(const QPoint& place);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  enum class Fill { All, NotWhatIsEdited };
+
+  void Connect();
+  void CatchUp();
+  void LoadRoster();
+  void LoadAIList();
+  void ShowConnection();
+  void ShowDetails(Fill fill);
+  void PressedInTree();
+  void NodeSelected();
+  void AskPopUp3(const QPoint& place);
+  void FollowEdit();
+  void PickColor();
+  void ResetFriends();
+  /// Runs an edit and refreshes what it has changed.
+  template <class Edit>
+  void Change(const char* control, Edit edit);
+
+  std::unique_ptr<Ui::ClientsFrm> form;
+  ClientsModel* clients;
+  AIListModel* aircraft;
+  std::optional<std::int16_t> popUpId;  ///< of the client that PopUp3 was opened on
+  base::Changed behind;                 ///< what has changed while nobody saw the window
+  bool updating = false;  ///< the tree is being changed by us: what it selects meanwhile is no one's choice
+};
+
+}  // namespace kestrel::shell

@@ -1,0 +1,38 @@
+#include "shell/link/vld_from2.h"
+
+#include "core/phonebook.h"
+#include "shell/core/guard.h"
+#include "shell/core/text.h"
+#include "shell/link/entry_fields.h"
+#include "ui_vld_from2.h"
+
+namespace kestrel::shell {
+
+VldFrom2::VldFrom2(core::Program& program, QWidget* frame)
+    : QDialog(frame), station(program), form(std::make_unique<Ui::VldFrom2>()) {
+  form->setupUi(this);
+  connect(form->cmdOK, &QPushButton::clicked, this,
+          [this] { Guarded(station.Log, "VldFrom2", [this] { Connect(); }); });
+  connect(form->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+  LimitFields(*form->Text1, *form->Text2);
+  form->Text1->setFocus();
+}
+
+VldFrom2::~VldFrom2() = default;
+
+void VldFrom2::Connect() {
+  if (connecting) return;
+  const link::ConnEntry entry = TypedEntry(*form->Text1, *form->Text2);
+  if (!HasAddress(entry, *form->lblRefused)) {
+    form->Text2->setFocus();
+    return;
+  }
+  if (!core::KeepTypedEntry(station, entry)) return;
+  // Events run while the present server is left, and another press of OK may be among them. The session runs no dialog
+  // of its own before the peer answers, so the window can go after it.
+  connecting = true;
+  station.Link.ConnectTo(entry.Ip);
+  accept();
+}
+
+}  // namespace kestrel::shell

@@ -1,0 +1,23 @@
+#include "shell/map/mini_map_frm.h"
+
+#include <QVBoxLayout>
+
+namespace kestrel::shell {
+
+MiniMapFrm::MiniMapFrm(core::Program& program, QWidget* frame)
+    : ToolFrm(program, core::ToolWindow::MiniMap, QStringLiteral("MiniMapFrm"), QStringLiteral("MINIMAP"), frame) {
+  Picture1 = new MiniMapPicture(program, &Body());
+  auto* fill = new QVBoxLayout(&Body());
+  fill->setContentsMargins(0, 0, 0, 0);
+  // A very small mini map stands in the middle: the strip needs the room.
+  fill->addWidget(Picture1, 0, Qt::AlignCenter);
+  Picture1->Reload();
+  FitBody();
+}
+
+void MiniMapFrm::UpdateMiniMap() {
+  if (Picture1->Reload()) FitBody();
+  Picture1->UpdateMiniMap();
+}
+
+}  // namespace kestrel::shell

@@ -1,0 +1,110 @@
+#include "shell/map/mini_map_picture.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <cmath>
+
+#include "map/units.h"
+#include "shell/core/guard.h"
+#include "shell/frame/look.h"
+
+namespace kestrel::shell {
+namespace {
+
+// Two tones, so that the box is seen on land and sea, by day and by night.
+constexpr QColor BoxEdge(0, 0, 0, 150);
+constexpr QColor BoxLine(255, 255, 255, 230);
+/// What the wider of its pens covers beyond the outline, pixels.
+constexpr int BoxMargin = 2;
+
+}  // namespace
+
+MiniMapPicture::MiniMapPicture(core::Program& program, QWidget* owner) : QWidget(owner), station(program) {
+  setObjectName(QStringLiteral("Picture1"));
+  setAttribute(Qt::WA_OpaquePaintEvent);
+  setMouseTracking(true);
+  setCursor(Qt::PointingHandCursor);
+  setAccessibleName(QStringLiteral("Mini map"));
+}
+
+bool MiniMapPicture::Reload() {
+  const map::ViewState& view = station.State.View;
+  scale = map::MiniMapScale(view, station.State.MapOptions.MINIMAPSCALE);
+  const int side = static_cast<int>(std::lround(map::MiniMapSide(view, scale) / map::UnitsPerPixel));
+  if (size() == QSize(side, side)) return false;
+  setFixedSize(side, side);
+  return true;
+}
+
+void MiniMapPicture::UpdateMiniMap() {
+  if (station.State.MapPicture.Pixels != source.Pixels) {
+    source = {};
+    ground = {};
+    update();
+  }
+  const QRectF box = Box();
+  if (box == shownBox) return;
+  // Only the edges of the box: what is within stays as it is.
+  for (const QRectF& each : {shownBox, box}) {
+    const QRect outer = each.toAlignedRect().adjusted(-BoxMargin, -BoxMargin, BoxMargin, BoxMargin);
+    const QRect inner = each.toRect().adjusted(BoxMargin, BoxMargin, -BoxMargin, -BoxMargin);
+    update(QRegion(outer & rect()) - QRegion(inner & rect()));
+  }
+  shownBox = box;
+}
+
+QRectF MiniMapPicture::Box() const {
+  const map::MiniMapBox box = map::BoxOnMiniMap(station.State.View, scale);
+  constexpr double unit = map::UnitsPerPixel;
+  return {box.Left / unit, box.Top / unit, box.Width / unit, box.Height / unit};
+}
+
+QPixmap MiniMapPicture::Scaled() const {
+  const double ratio = devicePixelRatioF();
+  const QImage whole(source.Pixels, source.Width, source.Height, source.Stride, QImage::Format_RGB32);
+  QImage small = whole.scaled((QSizeF(size()) * ratio).toSize(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+  small.setDevicePixelRatio(ratio);
+  return QPixmap::fromImage(std::move(small));
+}
+
+void MiniMapPicture::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  const base::Picture& picture = station.State.MapPicture;
+  if (picture.Empty()) {
+    painter.fillRect(rect(), MapSurround(palette()));
+  } else {
+    if (ground.isNull() || ground.deviceIndependentSize() != QSizeF(size()) ||
+        ground.devicePixelRatio() != devicePixelRatioF() || source.Pixels != picture.Pixels) {
+      source = picture;
+      ground = Scaled();
+      ++scalings;
+    }
+    painter.drawPixmap(0, 0, ground);
+  }
+  shownBox = Box();
+  // Upon whole pixels; it is not clipped to the theater, so it may run past the edge.
+  const QRectF outline = QRectF(shownBox.toRect()).adjusted(0.5, 0.5, -0.5, -0.5);
+  painter.setPen(QPen(BoxEdge, 3, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+  painter.drawRect(outline);
+  painter.setPen(QPen(BoxLine, 1, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+  painter.drawRect(outline);
+}
+
+void MiniMapPicture::TakePointer(QPointF position) {
+  MiniMouseX = position.x() * map::UnitsPerPixelX;
+  MiniMouseY = position.y() * map::UnitsPerPixelY;
+}
+
+void MiniMapPicture::mouseMoveEvent(QMouseEvent* event) { TakePointer(event->position()); }
+
+void MiniMapPicture::mousePressEvent(QMouseEvent* event) { TakePointer(event->position()); }
+
+void MiniMapPicture::mouseReleaseEvent(QMouseEvent* event) {
+  // A press that is taken off the picture is no click.
+  if (event->button() != Qt::LeftButton || !rect().contains(event->position().toPoint())) return;
+  TakePointer(event->position());
+  Guarded(station.Log, "Click",
+          [this] { station.Shown.Refresh(map::CentreByMiniMap(station.State.View, scale, MiniMouseX, MiniMouseY)); });
+}
+
+}  // namespace kestrel::shell

@@ -1,0 +1,61 @@
+#include "shell/theaters/bullseye_windows.h"
+
+#include <QAction>
+#include <QMenuBar>
+
+#include "core/catalogue_edits.h"
+#include "shell/core/dialogs.h"
+#include "shell/core/guard.h"
+#include "shell/frame/frame.h"
+#include "shell/theaters/mdf_bulls_frm.h"
+
+namespace kestrel::shell {
+
+BullseyeWindows::BullseyeWindows(core::Program& program, ModalCount& dialogs, MDIForm1& owner)
+    : QObject(&owner), station(program), modal(dialogs), frame(owner) {}
+
+void BullseyeWindows::ShowList() {
+  MdfBullsFrm list(station, &frame);
+  RunDialog(list, modal);
+  if (list.Wanted()) ShowDetails(*list.Wanted(), BullsDetailsFrm::Start::Zero);
+}
+
+void BullseyeWindows::CreateAtPointer() { ShowDetails(0, BullsDetailsFrm::Start::Pointer); }
+
+void BullseyeWindows::GetFromCampaignFile() {
+  const auto file = station.Desk.OpenFile("Open Campaign File", "Falcon tac/cam/trn files|*.tac;*.cam;*.trn", {}, {});
+  if (file) core::AddCampaignBullseye(station, *file);
+}
+
+void BullseyeWindows::ShowDetails(std::size_t index, BullsDetailsFrm::Start start) {
+  const bool fromMap = start == BullsDetailsFrm::Start::Pointer;
+  auto* details = new BullsDetailsFrm(station, index, start, &frame);
+  details->setAttribute(Qt::WA_DeleteOnClose);
+  connect(&frame.Map().Picture(), &MapPicture::Pressed, details, &BullsDetailsFrm::FillPosition);
+  connect(details, &QDialog::finished, this,
+          [this, fromMap] { Guarded(station.Log, "BullsDetailsFrm", [this, fromMap] { DetailsClosed(fromMap); }); });
+  detailsOpen.emplace(modal);
+  HoldMenus(true);
+  details->move(frame.pos());
+  details->show();
+}
+
+void BullseyeWindows::DetailsClosed(bool fromMap) {
+  // Nothing is to come back while the frame goes.
+  if (frame.Closing()) return;
+  detailsOpen.reset();
+  HoldMenus(false);
+  station.Shown.Refresh(base::Changed::NameMenus);
+  if (fromMap) {
+    frame.activateWindow();
+  } else {
+    ShowList();
+  }
+}
+
+void BullseyeWindows::HoldMenus(bool held) {
+  frame.menuBar()->setEnabled(!held);
+  frame.findChild<QAction*>(QStringLiteral("mnuSetNewBulls"))->setEnabled(!held);
+}
+
+}  // namespace kestrel::shell

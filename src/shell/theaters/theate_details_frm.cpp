@@ -1,0 +1,137 @@
+#include "shell/theaters/theate_details_frm.h"
+
+#include <QGuiApplication>
+#include <QImage>
+#include <QPixmap>
+
+#include "base/files.h"
+#include "base/numbers.h"
+#include "core/catalogue_edits.h"
+#include "core/settings.h"
+#include "shell/core/guard.h"
+#include "shell/core/text.h"
+#include "shell/theaters/character_filter.h"
+#include "ui_theate_details_frm.h"
+
+namespace kestrel::shell {
+namespace {
+
+/// The pointer as an hourglass: a large picture takes seconds.
+class WaitCursor {
+ public:
+  WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+  ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
+  WaitCursor(const WaitCursor&) = delete;
+  WaitCursor& operator=(const WaitCursor&) = delete;
+};
+
+QString Text(double value, std::string_view pattern) { return FromBytes(base::FormatInvariant(value, pattern)); }
+
+double Number(const QLineEdit& field) { return base::InvariantNumber(ToBytes(field.text())); }
+
+constexpr std::string_view CornerPattern = "0.00000000";
+
+}  // namespace
+
+TheateDetailsFrm::TheateDetailsFrm(core::Program& program, std::size_t index, QWidget* owner)
+    : QDialog(owner), station(program), edited(index), form(std::make_unique<Ui::TheateDetailsFrm>()) {
+  form->setupUi(this);
+  form->txtSize->setValidator(new CharacterFilter(Digits(), this));
+  auto* filter = new CharacterFilter(DigitsAndPoint(), this);
+  form->txtBullX->setValidator(filter);
+  form->txtBullY->setValidator(filter);
+  connect(form->cmdChange, &QPushButton::clicked, this,
+          [this] { Guarded(station.Log, "cmdChange", [this] { ChangePicture(); }); });
+  connect(form->cmdGetCoords, &QPushButton::clicked, this,
+          [this] { Guarded(station.Log, "cmdGetCoords", [this] { GetCoords(); }); });
+  if (index == 0) {
+    PopulateNew();
+  } else {
+    PopulateEdit();
+  }
+  form->txtName->setFocus();
+  form->txtName->selectAll();
+}
+
+TheateDetailsFrm::~TheateDetailsFrm() = default;
+
+void TheateDetailsFrm::PopulateNew() {
+  setWindowTitle(QStringLiteral("New Theater"));
+  form->txtName->setText(QStringLiteral("New Theater"));
+  form->txtSize->setText(Text(theaters::DefaultSize, "0"));
+  form->txtBullX->setText(QStringLiteral("0"));
+  form->txtBullY->setText(QStringLiteral("0"));
+  form->txtLat->setText(Text(0, CornerPattern));
+  form->txtLong->setText(Text(0, CornerPattern));
+  form->lblIniFile->hide();
+  held = base::BlankPicture(static_cast<int>(theaters::DefaultSize));
+  ShowPicture(held);
+}
+
+void TheateDetailsFrm::PopulateEdit() {
+  const theaters::Theater& theater = station.State.Catalogue.Theaters[edited];
+  setWindowTitle(QStringLiteral("Theater: ") + FromBytes(theater.DisplayName));
+  form->txtName->setText(FromBytes(theater.DisplayName));
+  form->txtSize->setText(Text(theater.Size, "0"));
+  form->lblIniFile->setText(QStringLiteral("Theater INI file: ") + FromBytes(theater.TheaterFile));
+  form->lblPicSize->setText(QStringLiteral("Picture Size: ") + Text(theater.PicSize, "0"));
+  form->txtLat->setText(Text(theater.CoordLat, CornerPattern));
+  form->txtLong->setText(Text(theater.CoordLong, CornerPattern));
+  for (QWidget* widget : {static_cast<QWidget*>(form->lblBullX), static_cast<QWidget*>(form->txtBullX),
+                          static_cast<QWidget*>(form->lblBullY), static_cast<QWidget*>(form->txtBullY)}) {
+    widget->hide();
+  }
+  Guarded(station.Log, "Picture1", [this, &theater] { ShowStoredPicture(theater.Pic); });
+}
+
+void TheateDetailsFrm::ShowStoredPicture(const std::string& name) {
+  const std::filesystem::path path = core::TheaterPath(station.State, name);
+  if (!base::FileExists(path)) return;
+  const WaitCursor wait;
+  if (const auto picture = core::OpenPicture(station, path)) ShowPicture(*picture);
+}
+
+void TheateDetailsFrm::ShowPicture(const base::Picture& picture) {
+  const QImage shown(picture.Pixels, picture.Width, picture.Height, picture.Stride, QImage::Format_RGB32);
+  const double ratio = devicePixelRatioF();
+  QPixmap scaled =
+      QPixmap::fromImage(shown.scaled((QSizeF(form->Picture1->maximumSize()) * ratio).toSize() - QSize(4, 4),
+                                      Qt::KeepAspectRatio, Qt::SmoothTransformation));
+  scaled.setDevicePixelRatio(ratio);
+  form->Picture1->setPixmap(scaled);
+  form->lblPicSize->setText(QStringLiteral("Picture size: ") + QString::number(picture.Width));
+}
+
+void TheateDetailsFrm::ChangePicture() {
+  const auto file = station.Desk.OpenFile("Open Map Image", "Images |*.bmp;*.jpg;*.gif;*.png;*.dds", {}, {});
+  if (!file) return;
+  const WaitCursor wait;
+  const auto picture = core::OpenMapImage(station, *file);
+  if (!picture) return;
+  held = *picture;
+  ShowPicture(held);
+}
+
+void TheateDetailsFrm::GetCoords() {
+  const auto file = station.Desk.OpenFile("Open Map File", "Theater.map file |*.map", {}, "theater.map");
+  if (!file) return;
+  const auto corner = core::OpenMapFile(station, *file);
+  if (!corner) return;
+  form->txtLat->setText(Text(corner->Lat, CornerPattern));
+  form->txtLong->setText(Text(corner->Long, CornerPattern));
+}
+
+void TheateDetailsFrm::accept() {
+  Guarded(station.Log, "TheateDetailsFrm", [this] {
+    core::TheaterEdit edit;
+    edit.Index = edited;
+    edit.Details = {ToBytes(form->txtName->text()), Number(*form->txtSize), Number(*form->txtLat),
+                    Number(*form->txtLong)};
+    edit.Default = {{}, Number(*form->txtBullX), Number(*form->txtBullY)};
+    edit.Held = held;
+    const WaitCursor wait;
+    if (core::StoreTheater(station, edit)) QDialog::accept();
+  });
+}
+
+}  // namespace kestrel::shell

@@ -1,0 +1,422 @@
+#include "shell/frame/tool_windows.h"
+
+#include <QDialog>
+#include <QScreen>
+#include <QSignalSpy>
+#include <QSlider>
+#include <QToolButton>
+
+#include "shell/core/dialogs.h"
+#include "shell/frame/slider_frm1.h"
+#include "shell/frame/tool_table.h"
+#include "shell/station_fixture.h"
+
+namespace kestrel::shell {
+namespace {
+
+using core::ToolWindow;
+
+class FloatingWindows : public StationTest {
+ protected:
+  /// Starts with these keys of the section OPTIONS, "\r\n" after each.
+  void StartWith(const QByteArray& options, const QByteArray& debug = "0") {
+    Write("KESTREL.ini", "[LOG]\r\nDEBUG=" + debug +
+                             "\r\n[MAPS]\r\nTOTALMAPS=1\r\nMAP1=one.ini\r\nCURRENTMAP=1\r\n[OPTIONS]\r\n" + options);
+    Start();
+  }
+
+  ToolFrm& Window(ToolWindow which) { return Frame().Tools().Window(which); }
+  QToolButton& Check(ToolWindow which) { return Frame().Strip().Check(which); }
+  core::ToolWindowState& State(ToolWindow which) { return Window(which).State(); }
+  template <class Widget = QToolButton>
+  Widget& Part(ToolWindow which, const char* name) {
+    auto* part = Window(which).findChild<Widget*>(QString::fromLatin1(name));
+    EXPECT_NE(part, nullptr) << name;
+    return *part;
+  }
+  QRect Placed(ToolWindow which) { return {Window(which).pos(), Window(which).size()}; }
+  void ExpectNoneOverlaps() {
+    for (const ToolEntry& a : ToolEntries()) {
+      for (const ToolEntry& b : ToolEntries()) {
+        if (a.Which >= b.Which) continue;
+        EXPECT_FALSE(Placed(a.Which).intersects(Placed(b.Which))) << a.Window << " over " << b.Window;
+      }
+    }
+  }
+};
+
+TEST_F(FloatingWindows, EachIsOnTopWithItsNameAndCaption) {
+  Start();
+  for (const ToolEntry& each : ToolEntries()) {
+    SCOPED_TRACE(each.Window);
+    ToolFrm& window = Window(each.Which);
+    EXPECT_EQ(window.objectName(), QString::fromLatin1(each.Window));
+    EXPECT_EQ(Part<QLabel>(each.Which, "Label1").text(), QString::fromLatin1(each.Caption));
+    EXPECT_TRUE(window.isWindow());
+    EXPECT_TRUE(window.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    EXPECT_TRUE(window.windowFlags().testFlag(Qt::FramelessWindowHint));
+    for (const char* button : {"CMD1", "Command_TR", "Command4"}) {
+      EXPECT_FALSE(Part(each.Which, button).toolTip().isEmpty()) << button;
+    }
+  }
+}
+
+TEST_F(FloatingWindows, ShowingThemTakesNoKeyboard) {
+  Start();
+  for (const ToolEntry& each : ToolEntries()) {
+    EXPECT_TRUE(Window(each.Which).testAttribute(Qt::WA_ShowWithoutActivating)) << each.Window;
+    EXPECT_EQ(Check(each.Which).focusPolicy(), Qt::TabFocus) << each.Check;
+  }
+}
+
+TEST_F(FloatingWindows, StartTakesPlaceRollAndVisibilityFromTheSettings) {
+  StartWith(
+      "CLIENTSFORMX=1500\r\nCLIENTSFORMY=3000\r\nCLIENTSFORMMIN=0\r\nCLIENTSFORMHID=0\r\n"
+      "FREQFORMX=600\r\nFREQFORMY=750\r\nFREQFORMMIN=1\r\nFREQFORMHID=1\r\n");
+  EXPECT_EQ(Window(ToolWindow::Clients).pos(), QPoint(100, 200));
+  EXPECT_TRUE(Window(ToolWindow::Clients).Expanded());
+  EXPECT_TRUE(Window(ToolWindow::Clients).isVisible());
+  EXPECT_TRUE(Check(ToolWindow::Clients).isChecked());
+  EXPECT_TRUE(Action("mnuFClients").isChecked());
+  EXPECT_EQ(Window(ToolWindow::Freq).pos(), QPoint(40, 50));
+  EXPECT_FALSE(Window(ToolWindow::Freq).Expanded());
+  EXPECT_FALSE(Window(ToolWindow::Freq).isVisible());
+  EXPECT_FALSE(Check(ToolWindow::Freq).isChecked());
+  EXPECT_FALSE(Action("mnuFrequencies").isChecked());
+}
+
+TEST_F(FloatingWindows, FreqFrmIsOpenAfterTheStartUnlessItIsKeptHidden) {
+  StartWith("FREQFORMX=600\r\n");
+  EXPECT_TRUE(Window(ToolWindow::Freq).isVisible());
+}
+
+TEST_F(FloatingWindows, RolledUpWindowKeepsItsFullHeight) {
+  StartWith("BULLFORMX=1500\r\nBULLFORMMIN=0\r\n");
+  ToolFrm& window = Window(ToolWindow::Bulls);
+  const QSize full = window.size();
+  ASSERT_GT(full.height(), ToolFrm::StripHeight + 8);
+  window.MinFrm();
+  EXPECT_FALSE(window.Expanded());
+  EXPECT_EQ(window.height(), ToolFrm::StripHeight + 2);
+  EXPECT_EQ(window.width(), full.width());
+  window.MinFrm();
+  window.MaxFrm();
+  EXPECT_TRUE(window.Expanded());
+  EXPECT_EQ(window.size(), full);
+}
+
+TEST_F(FloatingWindows, WindowThatStartsRolledUpHasItsFullHeightToo) {
+  StartWith("BULLFORMX=1500\r\nBULLFORMMIN=1\r\nCURSORFORMX=1500\r\nCURSORFORMMIN=0\r\n");
+  EXPECT_EQ(Window(ToolWindow::Bulls).height(), ToolFrm::StripHeight + 2);
+  Window(ToolWindow::Bulls).MaxFrm();
+  EXPECT_GT(Window(ToolWindow::Bulls).height(), ToolFrm::StripHeight + 8);
+}
+
+TEST_F(FloatingWindows, RollButtonKeepsWhatItDid) {
+  StartWith("AREASFORMX=1500\r\nAREASFORMMIN=1\r\n");
+  QTest::mouseClick(&Part(ToolWindow::Areas, "CMD1"), Qt::LeftButton);
+  EXPECT_TRUE(Window(ToolWindow::Areas).Expanded());
+  EXPECT_FALSE(State(ToolWindow::Areas).Minimized);
+  EXPECT_EQ(Part(ToolWindow::Areas, "CMD1").toolTip(), QStringLiteral("Roll up"));
+  QTest::mouseClick(&Part(ToolWindow::Areas, "CMD1"), Qt::LeftButton);
+  EXPECT_FALSE(Window(ToolWindow::Areas).Expanded());
+  EXPECT_TRUE(State(ToolWindow::Areas).Minimized);
+  EXPECT_EQ(Part(ToolWindow::Areas, "CMD1").toolTip(), QStringLiteral("Roll down"));
+}
+
+TEST_F(FloatingWindows, CloseButtonUnticksTheStatusButtonAndTheMenuEntry) {
+  Start();
+  for (const ToolEntry& each : ToolEntries()) {
+    SCOPED_TRACE(each.Window);
+    ASSERT_TRUE(Window(each.Which).isVisible());
+    QTest::mouseClick(&Part(each.Which, "Command4"), Qt::LeftButton);
+    EXPECT_FALSE(Window(each.Which).isVisible());
+    EXPECT_FALSE(Check(each.Which).isChecked());
+    EXPECT_FALSE(Action(each.Menu).isChecked());
+    EXPECT_TRUE(State(each.Which).Hidden);
+  }
+}
+
+TEST_F(FloatingWindows, CloseByTheSystemIsTheCloseButton) {
+  Start();
+  Window(ToolWindow::Rec).close();
+  EXPECT_FALSE(Window(ToolWindow::Rec).isVisible());
+  EXPECT_FALSE(Check(ToolWindow::Rec).isChecked());
+  EXPECT_TRUE(State(ToolWindow::Rec).Hidden);
+}
+
+TEST_F(FloatingWindows, StatusButtonAndMenuEntryToggleTogether) {
+  Start();
+  for (const ToolEntry& each : ToolEntries()) {
+    SCOPED_TRACE(each.Window);
+    EXPECT_EQ(Check(each.Which).objectName(), QString::fromLatin1(each.Check));
+    QTest::mouseClick(&Check(each.Which), Qt::LeftButton);
+    EXPECT_FALSE(Window(each.Which).isVisible());
+    EXPECT_FALSE(Action(each.Menu).isChecked());
+    Action(each.Menu).trigger();
+    EXPECT_TRUE(Window(each.Which).isVisible());
+    EXPECT_TRUE(Check(each.Which).isChecked());
+    EXPECT_TRUE(Action(each.Menu).isChecked());
+    EXPECT_FALSE(State(each.Which).Hidden);
+  }
+}
+
+TEST_F(FloatingWindows, StatusButtonsAndLampsKeepTheirOrderFromTheLeft) {
+  Start();
+  Frame().resize(1280, 700);
+  int last = -1;
+  for (const char* name :
+       {"chkClients", "chkOPtions", "chkBullseye", "chkCursor", "chkAreas", "chkPlayback", "chkMinimap", "chkFreq",
+        "StatPic_Conn", "StatPic_Act", "StatPic_Rec", "StatPic_UHF", "StatPic_VHF", "StatPic_Guard", "lblPosition",
+        "lblZoom", "lblLat", "lblLong", "lblElevation"}) {
+    auto* part = Frame().Strip().findChild<QWidget*>(QString::fromLatin1(name));
+    ASSERT_NE(part, nullptr) << name;
+    EXPECT_TRUE(part->isVisible()) << name;
+    EXPECT_GT(part->mapTo(&Frame().Strip(), QPoint(0, 0)).x(), last) << name;
+    last = part->mapTo(&Frame().Strip(), QPoint(0, 0)).x();
+  }
+}
+
+TEST_F(FloatingWindows, NarrowFrameGivesUpReadOutsAndDrawsNoMap) {
+  Start();
+  const std::uint64_t draws = Picture().MapDraws();
+  Frame().Strip().resize(Frame().Strip().minimumSizeHint().width() + 260, Frame().Strip().height());
+  EXPECT_TRUE(Frame().Strip().findChild<QLabel*>(QStringLiteral("lblLat"))->isVisible());
+  EXPECT_FALSE(Frame().Strip().findChild<QLabel*>(QStringLiteral("lblPosition"))->isVisible());
+  EXPECT_EQ(Picture().MapDraws(), draws);
+}
+
+TEST_F(FloatingWindows, ShowAllAndHideAllPressEveryButton) {
+  Start();
+  Action("mnuHideAll").trigger();
+  for (const ToolEntry& each : ToolEntries()) {
+    EXPECT_FALSE(Check(each.Which).isChecked()) << each.Check;
+    EXPECT_FALSE(Window(each.Which).isVisible()) << each.Window;
+  }
+  Action("mnuShowAll").trigger();
+  for (const ToolEntry& each : ToolEntries()) {
+    EXPECT_TRUE(Check(each.Which).isChecked()) << each.Check;
+    EXPECT_TRUE(Window(each.Which).isVisible()) << each.Window;
+  }
+}
+
+TEST_F(FloatingWindows, OpacityIsTakenFromTheSettings) {
+  StartWith("RECFORMTR=0\r\nVIEWFORMTR=255\r\nAREASFORMTR=51\r\nMINIMAPFORMTR=300\r\nFREQFORMTR=-7\r\n");
+  EXPECT_EQ(Window(ToolWindow::Rec).windowOpacity(), 0);
+  EXPECT_TRUE(Window(ToolWindow::Rec).isVisible()) << "invisible, though it stays open";
+  EXPECT_EQ(Window(ToolWindow::View).windowOpacity(), 1);
+  EXPECT_NEAR(Window(ToolWindow::Areas).windowOpacity(), 0.2, 0.01);
+  EXPECT_EQ(Window(ToolWindow::MiniMap).windowOpacity(), 1);
+  EXPECT_EQ(Window(ToolWindow::Freq).windowOpacity(), 0);
+}
+
+TEST_F(FloatingWindows, ResetTransparencyChangesWhatIsSeenAndNotWhatIsKept) {
+  StartWith("RECFORMTR=0\r\nAREASFORMTR=51\r\n");
+  constexpr struct {
+    const char* Menu;
+    int Alpha;
+  } cases[] = {{"mnuTR5", 13}, {"mnuTR25", 64}, {"mnuTR50", 127}, {"mnuTR75", 191}, {"mnuTR100", 255}};
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.Menu);
+    Action(each.Menu).trigger();
+    for (const ToolEntry& entry : ToolEntries()) {
+      EXPECT_NEAR(Window(entry.Which).windowOpacity() * 255, each.Alpha, 0.5) << entry.Window;
+    }
+    EXPECT_EQ(State(ToolWindow::Rec).Transparency, 0);
+    EXPECT_EQ(State(ToolWindow::Areas).Transparency, 51);
+    EXPECT_EQ(State(ToolWindow::Curs).Transparency, 255);
+  }
+}
+
+TEST_F(FloatingWindows, OpacitySliderActsAtOnceAndIsKept) {
+  StartWith("CURSORFORMX=1500\r\nCURSORFORMTR=51\r\n");
+  QTest::mouseClick(&Part(ToolWindow::Curs, "Command_TR"), Qt::LeftButton);
+  QPointer<SliderFrm1> popUp = Window(ToolWindow::Curs).findChild<SliderFrm1*>(QStringLiteral("SliderFrm1"));
+  ASSERT_TRUE(popUp);
+  EXPECT_TRUE(popUp->isVisible());
+  auto* slider = popUp->findChild<QSlider*>(QStringLiteral("Slider1"));
+  EXPECT_EQ(slider->value(), 51);
+  EXPECT_EQ(slider->toolTip(), QStringLiteral("20%"));
+  slider->setValue(128);
+  EXPECT_NEAR(Window(ToolWindow::Curs).windowOpacity() * 255, 128, 0.5);
+  EXPECT_EQ(State(ToolWindow::Curs).Transparency, 128);
+  EXPECT_EQ(slider->toolTip(), QStringLiteral("50%"));
+  slider->setValue(0);
+  EXPECT_EQ(Window(ToolWindow::Curs).windowOpacity(), 0);
+  EXPECT_EQ(slider->toolTip(), QStringLiteral("0%"));
+  EXPECT_EQ(State(ToolWindow::Bulls).Transparency, 255) << "of its own window only";
+}
+
+TEST_F(FloatingWindows, OpacitySliderStandsBesideItsButtonAndGoesWithTheFocus) {
+  StartWith("CURSORFORMX=1500\r\nCURSORFORMY=1500\r\n");
+  QToolButton& button = Part(ToolWindow::Curs, "Command_TR");
+  QTest::mouseClick(&button, Qt::LeftButton);
+  QPointer<SliderFrm1> popUp = Window(ToolWindow::Curs).findChild<SliderFrm1*>(QStringLiteral("SliderFrm1"));
+  ASSERT_TRUE(popUp);
+  EXPECT_EQ(popUp->pos(), button.mapToGlobal(QPoint(0, button.height())));
+  QEvent lost(QEvent::WindowDeactivate);
+  QCoreApplication::sendEvent(popUp, &lost);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_FALSE(popUp);
+}
+
+TEST_F(FloatingWindows, CaptionDragsTheWindowAndItsPlaceIsSaved) {
+  StartWith("CLIENTSFORMX=1500\r\nCLIENTSFORMY=1500\r\n");
+  auto& caption = Part<QLabel>(ToolWindow::Clients, "Label1");
+  QTest::mousePress(&caption, Qt::LeftButton, {}, QPoint(10, 10));
+  QTest::mouseMove(&caption, QPoint(40, 25));
+  QTest::mouseRelease(&caption, Qt::LeftButton, {}, QPoint(10, 10));
+  EXPECT_EQ(Window(ToolWindow::Clients).pos(), QPoint(130, 115));
+  QTest::mouseMove(&caption, QPoint(60, 30));
+  EXPECT_EQ(Window(ToolWindow::Clients).pos(), QPoint(130, 115)) << "let go";
+  Frame().close();
+  const QByteArray saved = Read("KESTREL.ini");
+  EXPECT_TRUE(saved.contains("\r\nCLIENTSFORMX=1950\r\n")) << saved.constData();
+  EXPECT_TRUE(saved.contains("\r\nCLIENTSFORMY=1725\r\n")) << saved.constData();
+}
+
+TEST_F(FloatingWindows, OnlyTheLeftButtonDrags) {
+  StartWith("CLIENTSFORMX=1500\r\nCLIENTSFORMY=1500\r\n");
+  auto& caption = Part<QLabel>(ToolWindow::Clients, "Label1");
+  QTest::mousePress(&caption, Qt::RightButton, {}, QPoint(10, 10));
+  QTest::mouseMove(&caption, QPoint(40, 25));
+  EXPECT_EQ(Window(ToolWindow::Clients).pos(), QPoint(100, 100));
+}
+
+TEST_F(FloatingWindows, PressedCaptionBringsAllToTheFront) {
+  Start();
+  QSignalSpy pressed(&Window(ToolWindow::Bulls), &ToolFrm::CaptionPressed);
+  QTest::mousePress(&Part<QLabel>(ToolWindow::Bulls, "Label1"), Qt::LeftButton);
+  EXPECT_EQ(pressed.count(), 1);
+}
+
+TEST_F(FloatingWindows, PlaceThatIsNotTouchedIsSavedToTheUnit) {
+  StartWith("CLIENTSFORMX=1501\r\nCLIENTSFORMY=2998\r\nCLIENTSFORMMIN=0\r\nFREQFORMHID=1\r\nRECFORMTR=17\r\n");
+  Frame().close();
+  const QByteArray saved = Read("KESTREL.ini");
+  for (const char* line : {"CLIENTSFORMX=1501", "CLIENTSFORMY=2998", "CLIENTSFORMMIN=0", "CLIENTSFORMHID=0",
+                           "FREQFORMHID=1", "RECFORMTR=17", "RECFORMMIN=1"}) {
+    EXPECT_TRUE(saved.contains(QByteArray("\r\n") + line + "\r\n")) << line;
+  }
+}
+
+TEST_F(FloatingWindows, PlaceThatNoScreenShowsIsBroughtBack) {
+  StartWith(
+      "CLIENTSFORMX=900000\r\nCLIENTSFORMY=1500\r\nRECFORMX=-90000\r\nRECFORMY=-90000\r\n"
+      "AREASFORMX=1500\r\nAREASFORMY=2000000000\r\nVIEWFORMX=1500\r\nVIEWFORMY=1500\r\n");
+  const QRect screen = Frame().screen()->availableGeometry();
+  for (const ToolWindow which : {ToolWindow::Clients, ToolWindow::Rec, ToolWindow::Areas}) {
+    EXPECT_TRUE(screen.contains(Placed(which))) << qPrintable(Window(which).objectName());
+    EXPECT_EQ(State(which).X, Window(which).pos().x() * 15);
+    EXPECT_EQ(State(which).Y, Window(which).pos().y() * 15);
+  }
+  EXPECT_EQ(Window(ToolWindow::View).pos(), QPoint(100, 100));
+}
+
+TEST_F(FloatingWindows, FirstStartPutsThemInOrderOverTheMap) {
+  StartWith("CLIENTSFORMMIN=0\r\nVIEWFORMHID=1\r\nAREASFORMHID=1\r\nRECFORMHID=1\r\nFREQFORMHID=1\r\n");
+  const QRect screen = Frame().screen()->availableGeometry();
+  ExpectNoneOverlaps();
+  for (const ToolEntry& each : ToolEntries()) {
+    EXPECT_TRUE(screen.contains(Placed(each.Which))) << each.Window;
+    EXPECT_NE(State(each.Which).X, 0) << each.Window;
+  }
+  EXPECT_LT(Window(ToolWindow::Clients).pos().y(), Window(ToolWindow::Bulls).pos().y());
+}
+
+TEST_F(FloatingWindows, ResetPositionsMakesACascadeFromTheFrame) {
+  StartWith("CLIENTSFORMX=1501\r\nCLIENTSFORMMIN=0\r\n");
+  Window(ToolWindow::Rec).hide();
+  Action("mnuResetFloating").trigger();
+  const QRect frame = Frame().frameGeometry();
+  EXPECT_EQ(Window(ToolWindow::Clients).pos(), frame.topLeft() + QPoint(900 / 15, 240 / 15));
+  EXPECT_EQ(State(ToolWindow::Clients).X, (frame.left() + 60) * 15);
+  ExpectNoneOverlaps();
+  for (const ToolEntry& each : ToolEntries()) EXPECT_LE(Placed(each.Which).bottom(), frame.bottom()) << each.Window;
+  EXPECT_FALSE(Window(ToolWindow::Rec).isVisible()) << "a place is not a showing";
+}
+
+TEST_F(FloatingWindows, DialogTakesThemAwayAndBringsBackThoseThatWereThere) {
+  StartWith("FREQFORMHID=1\r\n", "1");
+  InNextDialog([this](QWidget& dialog) {
+    for (const ToolEntry& each : ToolEntries()) EXPECT_FALSE(Window(each.Which).isVisible()) << each.Window;
+    EXPECT_TRUE(Frame().isVisible());
+    EXPECT_TRUE(dialog.isVisible());
+    dialog.close();
+  });
+  QDialog dialog(&Frame());
+  RunDialog(dialog, dialogs);
+  for (const ToolEntry& each : ToolEntries()) {
+    EXPECT_EQ(Window(each.Which).isVisible(), each.Which != ToolWindow::Freq) << each.Window;
+  }
+  EXPECT_TRUE(State(ToolWindow::Freq).Hidden);
+  EXPECT_FALSE(State(ToolWindow::Clients).Hidden) << "suspended is not hidden";
+  Frame().close();
+  const QByteArray text = Read("KESTRELLog.txt");
+  EXPECT_EQ(text.count("Showallwindows"), 2) << text.constData();
+  EXPECT_LT(text.indexOf("Showallwindows False"), text.indexOf("Showallwindows True"));
+}
+
+TEST_F(FloatingWindows, DialogOnADialogTakesThemAwayOnce) {
+  StartWith({}, "1");
+  {
+    const ModalCount::Scope outer(dialogs);
+    {
+      const ModalCount::Scope inner(dialogs);
+      EXPECT_FALSE(Window(ToolWindow::Clients).isVisible());
+    }
+    EXPECT_FALSE(Window(ToolWindow::Clients).isVisible());
+  }
+  EXPECT_TRUE(Window(ToolWindow::Clients).isVisible());
+  Frame().close();
+  EXPECT_EQ(Read("KESTRELLog.txt").count("Showallwindows"), 2);
+}
+
+TEST_F(FloatingWindows, SuspendingTwiceKeepsWhatWasThere) {
+  Start();
+  Frame().Tools().ShowAllWindows(false);
+  Frame().Tools().ShowAllWindows(false);
+  Frame().Tools().ShowAllWindows(true);
+  EXPECT_TRUE(Window(ToolWindow::Clients).isVisible());
+}
+
+TEST_F(FloatingWindows, NothingIsSuspendedWhileStarting) {
+  Start();
+  station.Loading = true;
+  Frame().Tools().ShowAllWindows(false);
+  EXPECT_TRUE(Window(ToolWindow::Clients).isVisible());
+}
+
+TEST_F(FloatingWindows, ToggledWhileSuspendedItCountsAtTheReturn) {
+  StartWith("FREQFORMHID=1\r\n");
+  Frame().Tools().ShowAllWindows(false);
+  Check(ToolWindow::Clients).setChecked(false);
+  Check(ToolWindow::Freq).setChecked(true);
+  EXPECT_FALSE(Window(ToolWindow::Freq).isVisible());
+  Frame().Tools().ShowAllWindows(true);
+  EXPECT_FALSE(Window(ToolWindow::Clients).isVisible());
+  EXPECT_TRUE(Window(ToolWindow::Freq).isVisible());
+}
+
+TEST_F(FloatingWindows, OtherWindowsOfTheFrameAreSuspendedToo) {
+  Start();
+  QWidget other(&Frame(), Qt::Window);
+  other.show();
+  QWidget closed(&Frame(), Qt::Window);
+  Frame().Tools().ShowAllWindows(false);
+  EXPECT_FALSE(other.isVisible());
+  Frame().Tools().ShowAllWindows(true);
+  EXPECT_TRUE(other.isVisible());
+  EXPECT_FALSE(closed.isVisible());
+}
+
+TEST_F(FloatingWindows, NoneIsLeftAfterTheClosing) {
+  Start();
+  Frame().Tools().ShowAllWindows(false);
+  Frame().close();
+  Frame().Tools().ShowAllWindows(true);
+  for (const ToolEntry& each : ToolEntries()) EXPECT_FALSE(Window(each.Which).isVisible()) << each.Window;
+}
+
+}  // namespace
+}  // namespace kestrel::shell

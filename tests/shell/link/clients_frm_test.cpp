@@ -1,0 +1,582 @@
+#include "shell/link/clients_frm.h"
+
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QListView>
+#include <QMenu>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QToolButton>
+#include <QTreeView>
+#include <functional>
+
+#include "link/feed_text.h"
+#include "shell/station_fixture.h"
+
+namespace kestrel::shell {
+namespace {
+
+using test::AIRecord;
+using test::ClientData;
+using test::Message;
+using Texts = std::vector<std::string>;
+
+class ClientsWindow : public StationTest {
+ protected:
+  void SetUp() override {
+    StationTest::SetUp();
+    if (HasFatalFailure()) return;
+    Start();
+    SetAutoFriends(false);
+    if (!Window().Expanded()) Window().MaxFrm();
+    Frame().Strip().Check(core::ToolWindow::Clients).setChecked(true);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&Window()));
+  }
+
+  /// Connects, and three players join: 10 Adams, 20 Baker, 30 Clark.
+  void Join() {
+    Connect();
+    socket.Arrive(Message("NEWCLT", ClientData("10", "Adams", "i", "O")) +
+                  Message("NEWCLT", ClientData("20", "Baker", "i", "X")) +
+                  Message("NEWCLT", ClientData("30", "Clark", "i", "-")));
+  }
+  void SetAutoFriends(bool on) {
+    station.LinkOptions.AUTOFRIENDS = on;
+    Window().ShowOptions();
+  }
+  void Snapshot(const std::vector<std::string>& names) {
+    std::string data;
+    for (const std::string& name : names) data += AIRecord(name, "090", "10", "20");
+    socket.Arrive(Message("AILOCA", data));
+  }
+
+  ClientsFrm& Window() { return Frame().Tools().Clients(); }
+  template <class Widget>
+  Widget& Part(const char* name) {
+    auto* part = Window().findChild<Widget*>(QString::fromLatin1(name));
+    EXPECT_NE(part, nullptr) << name;
+    return *part;
+  }
+  QTreeView& Tree() { return Part<QTreeView>("TreeView1"); }
+  QListView& List() { return Part<QListView>("List1"); }
+  QLineEdit& Callsign() { return Part<QLineEdit>("Text1"); }
+  QCheckBox& Check(const char* name) { return Part<QCheckBox>(name); }
+  QString User() { return Part<QLabel>("Label10").text(); }
+  link::PlotRecord& Client(std::size_t index) { return station.Plots.Clients[index]; }
+  std::size_t SelectedPlot() { return station.Session.SelectedPlot; }
+
+  Texts Names() { return TextsOf(*Tree().model()); }
+  Texts Items() { return TextsOf(*List().model()); }
+  static Texts TextsOf(const QAbstractItemModel& model, int role = Qt::DisplayRole) {
+    Texts texts;
+    for (int row = 0; row < model.rowCount(); ++row)
+      texts.push_back(model.index(row, 0).data(role).toString().toStdString());
+    return texts;
+  }
+  QModelIndex Node(int row) { return Tree().model()->index(row, 0); }
+  QVariant NodeData(int row, int role) { return Node(row).data(role); }
+  bool Checked(int row) { return List().model()->index(row, 0).data(Qt::CheckStateRole) == Qt::Checked; }
+  Texts Friends() {
+    const auto live = station.Plots.FriendlyList.Live();
+    return {live.begin(), live.end()};
+  }
+
+  void Click(int row, Qt::MouseButton button = Qt::LeftButton) {
+    QTest::mouseClick(Tree().viewport(), button, {}, Tree().visualRect(Node(row)).center());
+  }
+  void ClickEmptyPlace() {
+    QTest::mouseClick(Tree().viewport(), Qt::LeftButton, {}, QPoint(20, Tree().viewport()->height() - 3));
+  }
+  static void Press(QCheckBox& box) { QTest::mouseClick(&box, Qt::LeftButton, {}, QPoint(8, box.height() / 2)); }
+  /// Presses the check of an item of List1.
+  void PressCheck(int row) {
+    const QRect item = List().visualRect(List().model()->index(row, 0));
+    QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, QPoint(item.left() + 10, item.center().y()));
+  }
+
+  void ExpectReset() {
+    EXPECT_EQ(User(), QStringLiteral("USER:"));
+    EXPECT_EQ(Callsign().text(), QString());
+    EXPECT_FALSE(Check("Check1").isChecked());
+    EXPECT_FALSE(Check("chkHide").isChecked());
+    for (const char* name : {"Text1", "cmdPlotColor", "Check1", "chkHide"}) {
+      EXPECT_FALSE(Part<QWidget>(name).isEnabled()) << name;
+    }
+    EXPECT_FALSE(Tree().selectionModel()->hasSelection());
+  }
+};
+
+TEST_F(ClientsWindow, NodesHaveKeyTextAndPictureOfTheirClient) {
+  Join();
+  socket.Arrive(Message("NEWCLT", ClientData("-4", " Dent ", "i", "?")));
+  EXPECT_EQ(Names(), (Texts{"Adams", "Baker", "Clark", "Dent"}));
+  EXPECT_EQ(TextsOf(*Tree().model(), ClientsModel::KeyRole), (Texts{"10N", "20N", "30N", "-4N"}));
+  const int pictures[] = {1, 2, 3, 0};
+  for (int row = 0; row < 4; ++row) {
+    EXPECT_EQ(NodeData(row, ClientsModel::PictureRole).toInt(), pictures[row]);
+  }
+}
+
+TEST_F(ClientsWindow, PicturesDifferInShape) {
+  Join();
+  socket.Arrive(Message("NEWCLT", ClientData("40", "Dent", "i", "?")));
+  std::vector<QImage> shapes;
+  for (int row = 0; row < 4; ++row) {
+    const QImage drawn = NodeData(row, Qt::DecorationRole).value<QIcon>().pixmap(16, 16).toImage();
+    shapes.push_back(drawn.convertToFormat(QImage::Format_Alpha8));
+  }
+  for (std::size_t a = 0; a < shapes.size(); ++a) {
+    for (std::size_t b = 0; b < a; ++b) EXPECT_NE(shapes[a], shapes[b]) << a << " and " << b;
+  }
+}
+
+TEST_F(ClientsWindow, UpdateChangesTextAndPictureOfTheNode) {
+  Join();
+  socket.Arrive(Message("PLSUPD", ClientData("20", "Bishop", "i", "O")));
+  EXPECT_EQ(Names(), (Texts{"Adams", "Bishop", "Clark"}));
+  EXPECT_EQ(NodeData(1, ClientsModel::PictureRole).toInt(), 1);
+  socket.Arrive(Message("PLSUPD", ClientData("21", "Nobody", "i", "X")));
+  EXPECT_EQ(Names(), (Texts{"Adams", "Bishop", "Clark"}));
+}
+
+TEST_F(ClientsWindow, LeavingClientTakesItsNodeAlong) {
+  Join();
+  socket.Arrive(Message("DELCLT", "20"));
+  EXPECT_EQ(Names(), (Texts{"Adams", "Clark"}));
+}
+
+TEST_F(ClientsWindow, SameIdTwiceStandsTwiceInTheTree) {
+  Join();
+  socket.Arrive(Message("NEWCLT", ClientData("20", "Twin")));
+  EXPECT_EQ(Names(), (Texts{"Adams", "Baker", "Clark", "Twin"}));
+  Click(3);
+  EXPECT_EQ(SelectedPlot(), 2U) << "the first one that holds the Id";
+  EXPECT_EQ(User(), QStringLiteral("USER: Baker"));
+  socket.Arrive(Message("DELCLT", "20"));
+  EXPECT_EQ(Names(), (Texts{"Adams", "Clark", "Twin"}));
+  ExpectReset();
+}
+
+TEST_F(ClientsWindow, DetailsAreResetAtTheStart) { ExpectReset(); }
+
+TEST_F(ClientsWindow, ClickedNodeFillsTheDetails) {
+  Join();
+  Client(2).Label = "Viper 1";
+  Client(2).ShowAllHistory = true;
+  Client(2).PlotVisible = false;
+  Client(2).Color = 0x0000FF;
+  Click(1);
+  EXPECT_EQ(SelectedPlot(), 2U);
+  EXPECT_EQ(User(), QStringLiteral("USER: Baker"));
+  EXPECT_EQ(Callsign().text(), QStringLiteral("Viper 1"));
+  EXPECT_TRUE(Check("Check1").isChecked());
+  EXPECT_TRUE(Check("chkHide").isChecked());
+  for (const char* name : {"Text1", "cmdPlotColor", "Check1", "chkHide"}) {
+    EXPECT_TRUE(Part<QWidget>(name).isEnabled()) << name;
+  }
+  const QSize size = Part<QPushButton>("cmdPlotColor").iconSize();
+  const QImage field = Part<QPushButton>("cmdPlotColor").icon().pixmap(size).toImage();
+  EXPECT_EQ(field.pixelColor(field.rect().center()), QColor(Qt::red));
+  // Filling is not editing.
+  EXPECT_TRUE(Client(2).ShowAllHistory);
+  EXPECT_FALSE(Client(2).PlotVisible);
+}
+
+TEST_F(ClientsWindow, ArrowKeysSelectToo) {
+  Join();
+  Click(0);
+  QTest::keyClick(&Tree(), Qt::Key_Down);
+  EXPECT_EQ(SelectedPlot(), 2U);
+  EXPECT_EQ(User(), QStringLiteral("USER: Baker"));
+}
+
+TEST_F(ClientsWindow, KeyboardThatComesToTheTreeSelectsNobody) {
+  Join();
+  Window().activateWindow();
+  Callsign().setEnabled(true);
+  Callsign().setFocus();
+  Tree().setFocus();
+  ASSERT_TRUE(QTest::qWaitFor([this] { return Tree().hasFocus(); }));
+  EXPECT_EQ(SelectedPlot(), 0U);
+  EXPECT_EQ(User(), QStringLiteral("USER:"));
+  QTest::keyClick(&Tree(), Qt::Key_Down);
+  EXPECT_NE(SelectedPlot(), 0U);
+}
+
+TEST_F(ClientsWindow, PressBesideTheNodesResetsTheDetails) {
+  Join();
+  Click(1);
+  ClickEmptyPlace();
+  EXPECT_EQ(SelectedPlot(), 0U);
+  ExpectReset();
+}
+
+TEST_F(ClientsWindow, PressOnTheSelectedNodeFillsTheDetailsAnew) {
+  Join();
+  Click(1);
+  Client(2).Label = "Changed";
+  Click(1);
+  EXPECT_EQ(SelectedPlot(), 2U);
+  EXPECT_EQ(Callsign().text(), QStringLiteral("Changed"));
+}
+
+TEST_F(ClientsWindow, TypedCallsignIsTheLabelAndIsDrawnAtOnce) {
+  Join();
+  Click(1);
+  Callsign().selectAll();
+  const std::uint64_t draws = Picture().PlotDraws();
+  QTest::keyClicks(&Callsign(), QStringLiteral("Vi"));
+  EXPECT_EQ(Client(2).Label, "Vi");
+  EXPECT_EQ(Picture().PlotDraws(), draws + 2);
+  EXPECT_EQ(Client(1).Label, "Airplane 10");
+  EXPECT_EQ(Client(3).Label, "Airplane 30");
+}
+
+TEST_F(ClientsWindow, UpdateResetsTheCallsignThatWasTyped) {
+  Join();
+  Click(1);
+  Callsign().selectAll();
+  QTest::keyClicks(&Callsign(), QStringLiteral("Viper"));
+  Tree().setFocus();
+  socket.Arrive(Message("PLSUPD", ClientData("20", "Baker")));
+  EXPECT_EQ(Client(2).Label, "Airplane 20");
+  EXPECT_EQ(Callsign().text(), QStringLiteral("Airplane 20"));
+}
+
+TEST_F(ClientsWindow, ColorIsAskedForFromThePresentOne) {
+  Join();
+  Click(1);
+  Client(2).Color = 0x010203;
+  Click(1);
+  desk.ColourAnswers = {0x112233, std::nullopt};
+  QTest::mouseClick(&Part<QPushButton>("cmdPlotColor"), Qt::LeftButton);
+  EXPECT_EQ(desk.ColourQuestions, (std::vector<base::Colour>{0x010203}));
+  EXPECT_EQ(Client(2).Color, 0x112233U);
+  QTest::mouseClick(&Part<QPushButton>("cmdPlotColor"), Qt::LeftButton);
+  EXPECT_EQ(desk.ColourQuestions.back(), 0x112233U);
+  EXPECT_EQ(Client(2).Color, 0x112233U) << "cancelled";
+}
+
+TEST_F(ClientsWindow, BoxesSetHistoryAndVisibility) {
+  Join();
+  Click(1);
+  Press(Check("Check1"));
+  EXPECT_TRUE(Client(2).ShowAllHistory);
+  Press(Check("Check1"));
+  EXPECT_FALSE(Client(2).ShowAllHistory);
+  const std::uint64_t draws = Picture().PlotDraws();
+  Press(Check("chkHide"));
+  EXPECT_FALSE(Client(2).PlotVisible);
+  EXPECT_EQ(Picture().PlotDraws(), draws + 1);
+  Press(Check("chkHide"));
+  EXPECT_TRUE(Client(2).PlotVisible);
+}
+
+TEST_F(ClientsWindow, ClientThatLeavesWhileSelectedResetsTheDetails) {
+  Join();
+  Click(1);
+  socket.Arrive(Message("DELCLT", "20"));
+  EXPECT_EQ(SelectedPlot(), 2U) << "it stays, now the place of the next client";
+  ExpectReset();
+  EXPECT_EQ(Client(2).Label, "Airplane 30");
+  socket.Arrive(Message("DELCLT", "30"));  // at SelectedPlot again
+  ExpectReset();
+}
+
+TEST_F(ClientsWindow, SelectionStaysOnItsNodeWhenAnotherClientLeaves) {
+  Join();
+  Click(1);
+  socket.Arrive(Message("DELCLT", "10"));
+  EXPECT_EQ(Tree().currentIndex().data().toString(), QStringLiteral("Baker"));
+  EXPECT_EQ(User(), QStringLiteral("USER: Baker"));
+  EXPECT_EQ(SelectedPlot(), 2U) << "it is not moved";
+  Callsign().selectAll();
+  QTest::keyClicks(&Callsign(), QStringLiteral("V"));
+  EXPECT_EQ(Client(1).Label, "Airplane 20");
+  EXPECT_EQ(Client(2).Label, "V") << "the edit goes where SelectedPlot points";
+  socket.Arrive(Message("DELCLT", "30"));  // found where SelectedPlot points
+  ExpectReset();
+}
+
+TEST_F(ClientsWindow, EditPastTheLastClientChangesNothing) {
+  Join();
+  Click(2);
+  socket.Arrive(Message("DELCLT", "10"));
+  QTest::keyClicks(&Callsign(), QStringLiteral("V"));
+  Press(Check("Check1"));
+  Press(Check("chkHide"));
+  desk.ColourAnswers = {0x112233};
+  QTest::mouseClick(&Part<QPushButton>("cmdPlotColor"), Qt::LeftButton);
+  for (std::size_t index = 0; index <= 2; ++index) {
+    EXPECT_NE(Client(index).Label, "V");
+    EXPECT_EQ(Client(index).Color, 0U);
+    EXPECT_FALSE(Client(index).ShowAllHistory);
+    EXPECT_TRUE(Client(index).PlotVisible);
+  }
+}
+
+TEST_F(ClientsWindow, RightClickOpensTheMenuForItsNode) {
+  Join();
+  QMenu& menu = Frame().PopUp("PopUp3");
+  for (const int row : {1, 0}) {
+    const QPoint place = Tree().visualRect(Node(row)).center();
+    QTest::mousePress(Tree().viewport(), Qt::RightButton, {}, place);
+    EXPECT_EQ(SelectedPlot(), static_cast<std::size_t>(row) + 1);
+    QContextMenuEvent asked(QContextMenuEvent::Mouse, place, Tree().viewport()->mapToGlobal(place));
+    QCoreApplication::sendEvent(Tree().viewport(), &asked);
+    ASSERT_TRUE(menu.isVisible());
+    Action("mnuP3HidePlot").trigger();
+    menu.close();
+    EXPECT_FALSE(Client(static_cast<std::size_t>(row) + 1).PlotVisible);
+    EXPECT_TRUE(Check("chkHide").isChecked());
+  }
+  const std::uint64_t draws = Picture().PlotDraws();
+  Action("mnuP3ShowPlot").trigger();
+  EXPECT_TRUE(Client(1).PlotVisible);
+  EXPECT_FALSE(Check("chkHide").isChecked());
+  EXPECT_FALSE(Client(2).PlotVisible);
+  EXPECT_EQ(Picture().PlotDraws(), draws + 1);
+}
+
+TEST_F(ClientsWindow, MenuIsForItsClientThoughOthersLeaveMeanwhile) {
+  Join();
+  const QPoint place = Tree().visualRect(Node(1)).center();
+  QContextMenuEvent asked(QContextMenuEvent::Mouse, place, Tree().viewport()->mapToGlobal(place));
+  QCoreApplication::sendEvent(Tree().viewport(), &asked);
+  socket.Arrive(Message("DELCLT", "10"));
+  Action("mnuP3HidePlot").trigger();
+  EXPECT_FALSE(Client(1).PlotVisible);
+  EXPECT_TRUE(Client(2).PlotVisible);
+  socket.Arrive(Message("DELCLT", "20"));
+  Action("mnuP3HidePlot").trigger();
+  EXPECT_TRUE(Client(1).PlotVisible);
+  Frame().PopUp("PopUp3").close();
+}
+
+TEST_F(ClientsWindow, MenuDoesNotOpenBesideTheNodes) {
+  Join();
+  const QPoint place(20, Tree().viewport()->height() - 3);
+  QContextMenuEvent asked(QContextMenuEvent::Mouse, place, Tree().viewport()->mapToGlobal(place));
+  QCoreApplication::sendEvent(Tree().viewport(), &asked);
+  EXPECT_FALSE(Frame().PopUp("PopUp3").isVisible());
+}
+
+TEST_F(ClientsWindow, SnapshotFillsTheListWithItsChecks) {
+  Connect();
+  station.Plots.FriendlyList.Append("Viper1");
+  Snapshot({"Viper12", "Cobra11", "Ajax31"});
+  EXPECT_EQ(Items(), (Texts{"Ajax31    ", "Cobra11   ", "Viper12   "}));
+  EXPECT_FALSE(Checked(0));
+  EXPECT_FALSE(Checked(1));
+  EXPECT_TRUE(Checked(2));
+  EXPECT_EQ(Friends(), (Texts{"Viper1"})) << "filling is not checking";
+  Snapshot({});
+  EXPECT_TRUE(Items().empty());
+}
+
+TEST_F(ClientsWindow, ChangedCheckChangesTheFriendlyList) {
+  Connect();
+  Snapshot({"Ajax31", "Cobra11"});
+  PressCheck(1);
+  EXPECT_TRUE(Checked(1));
+  EXPECT_EQ(Friends(), (Texts{"Cobra11   "}));
+  EXPECT_EQ(station.Plots.AIPlots[2].Hostile, 1) << "judged by the next snapshot";
+  Snapshot({"Ajax31", "Cobra11", "Cobra12"});
+  EXPECT_FALSE(Checked(0));
+  EXPECT_TRUE(Checked(1));
+  EXPECT_TRUE(Checked(2)) << "the same flight";
+  PressCheck(1);
+  EXPECT_FALSE(Checked(1));
+  EXPECT_TRUE(Friends().empty());
+}
+
+TEST_F(ClientsWindow, SpaceKeyChangesTheCheckToo) {
+  Connect();
+  Snapshot({"Ajax31"});
+  List().setFocus();
+  List().setCurrentIndex(List().model()->index(0, 0));
+  QTest::keyClick(&List(), Qt::Key_Space);
+  EXPECT_EQ(Friends(), (Texts{"Ajax31    "}));
+}
+
+TEST_F(ClientsWindow, CheckThatTheNextSnapshotDoesNotBearOutIsTakenBack) {
+  Connect();
+  station.Plots.FriendlyList.Append("Cobra1");
+  station.Plots.FriendlyList.Append("the Cobra1 flight");
+  Snapshot({"Cobra11"});
+  PressCheck(0);
+  EXPECT_FALSE(Checked(0));
+  EXPECT_EQ(Friends(), (Texts{"the Cobra1 flight"}));
+  Snapshot({"Cobra11"});
+  EXPECT_TRUE(Checked(0));
+}
+
+TEST_F(ClientsWindow, ResetUnchecksAllAndEmptiesTheFriendlyList) {
+  Connect();
+  Snapshot({"Ajax31", "Cobra11"});
+  PressCheck(0);
+  PressCheck(1);
+  QTest::mouseClick(&Part<QPushButton>("Command2"), Qt::LeftButton);
+  EXPECT_FALSE(Checked(0));
+  EXPECT_FALSE(Checked(1));
+  EXPECT_TRUE(Friends().empty());
+}
+
+TEST_F(ClientsWindow, ResetIsDisabledWhileFriendsAreAutomatic) {
+  Connect();
+  station.Plots.FriendlyList.Append("Ajax3");
+  SetAutoFriends(true);
+  Snapshot({"Ajax31"});
+  EXPECT_FALSE(Part<QPushButton>("Command2").isEnabled());
+  QTest::mouseClick(&Part<QPushButton>("Command2"), Qt::LeftButton);
+  EXPECT_EQ(Friends(), (Texts{"Ajax3"}));
+  EXPECT_TRUE(Checked(0));
+  SetAutoFriends(false);
+  EXPECT_TRUE(Part<QPushButton>("Command2").isEnabled());
+}
+
+TEST_F(ClientsWindow, PictureTellsWhetherThereIsAConnection) {
+  EXPECT_FALSE(Part<QLabel>("ImageCon").isVisible());
+  EXPECT_TRUE(Part<QLabel>("ImageDiscon").isVisible());
+  Connect();
+  EXPECT_TRUE(Part<QLabel>("ImageCon").isVisible());
+  EXPECT_FALSE(Part<QLabel>("ImageDiscon").isVisible());
+  Action("mnuDisconnect").trigger();
+  EXPECT_FALSE(Part<QLabel>("ImageCon").isVisible());
+  EXPECT_TRUE(Part<QLabel>("ImageDiscon").isVisible());
+}
+
+TEST_F(ClientsWindow, EndOfTheConnectionEmptiesTreeListAndDetails) {
+  Join();
+  Snapshot({"Ajax31"});
+  Click(1);
+  Action("mnuDisconnect").trigger();
+  EXPECT_TRUE(Names().empty());
+  EXPECT_TRUE(Items().empty());
+  EXPECT_EQ(SelectedPlot(), 0U);
+  ExpectReset();
+}
+
+TEST_F(ClientsWindow, NothingIsDoneUnseenAndCaughtUpWhenSeen) {
+  struct {
+    const char* What;
+    std::function<void()> Away, Back;
+  } const ways[] = {
+      {"hidden", [this] { Frame().Strip().Check(core::ToolWindow::Clients).setChecked(false); },
+       [this] { Frame().Strip().Check(core::ToolWindow::Clients).setChecked(true); }},
+      {"rolled up", [this] { Window().MinFrm(); }, [this] { Window().MaxFrm(); }},
+  };
+  for (const auto& way : ways) {
+    SCOPED_TRACE(way.What);
+    Join();
+    Snapshot({"Ajax31"});
+    Click(1);
+    way.Away();
+    socket.Arrive(Message("DELCLT", "20") + Message("NEWCLT", ClientData("40", "Dent")));
+    Snapshot({"Ajax31", "Cobra11"});
+    EXPECT_EQ(Names(), (Texts{"Adams", "Baker", "Clark"}));
+    EXPECT_EQ(Items().size(), 1U);
+    way.Back();
+    EXPECT_EQ(Names(), (Texts{"Adams", "Clark", "Dent"}));
+    EXPECT_EQ(Items().size(), 2U);
+    ExpectReset();
+    way.Away();
+    Action("mnuDisconnect").trigger();
+    way.Back();
+    EXPECT_TRUE(Names().empty());
+    EXPECT_TRUE(Part<QLabel>("ImageDiscon").isVisible());
+  }
+}
+
+TEST_F(ClientsWindow, EveryControlTellsWhatItIsFor) {
+  for (const char* name : {"Text1", "cmdPlotColor", "Check1", "chkHide", "Command2"}) {
+    EXPECT_FALSE(Part<QWidget>(name).toolTip().isEmpty()) << name;
+  }
+  EXPECT_EQ(Part<QLabel>("lblCallsign").text(), QStringLiteral("Callsign:"));
+  EXPECT_EQ(Part<QLabel>("lblColor").text(), QStringLiteral("Color:"));
+  EXPECT_EQ(Check("Check1").text(), QStringLiteral("Show All History Points"));
+  EXPECT_EQ(Part<QPushButton>("Command2").text(), QStringLiteral("Reset"));
+}
+
+/// Names that sort by number: "Flight017".
+std::string FlightName(int number) {
+  std::string digits = std::to_string(number);
+  return "Flight" + std::string(3 - digits.size(), '0') + digits;
+}
+
+TEST_F(ClientsWindow, StreamLeavesSelectionPlaceAndTypingAlone) {
+  Connect();
+  std::string joining;
+  for (int id = 1; id <= 64; ++id) {
+    joining += Message("NEWCLT", ClientData(std::to_string(id), "Player " + std::to_string(id)));
+  }
+  socket.Arrive(joining);
+  std::vector<std::string> names;
+  for (int number = 0; number < 400; ++number) names.push_back(FlightName(number));
+  Snapshot(names);
+
+  // The chosen client stands above all those that leave, so that SelectedPlot keeps pointing at it.
+  Tree().scrollTo(Node(29), QAbstractItemView::PositionAtTop);
+  Click(31);
+  ASSERT_EQ(User(), QStringLiteral("USER: Player 32"));
+  List().scrollTo(List().model()->index(200, 0), QAbstractItemView::PositionAtTop);
+  ASSERT_GT(List().verticalScrollBar()->value(), 0);
+  List().setCurrentIndex(List().indexAt(QPoint(5, 30)));
+  const QString item = List().currentIndex().data().toString();
+  const int itemTop = List().visualRect(List().currentIndex()).top();
+  const int nodeTop = Tree().visualRect(Tree().currentIndex()).top();
+  Window().activateWindow();
+  Callsign().setFocus();
+  ASSERT_TRUE(QTest::qWaitFor([this] { return Callsign().hasFocus(); }));
+  Callsign().selectAll();
+  QTest::keyClicks(&Callsign(), QStringLiteral("Vper"));
+  Callsign().setCursorPosition(1);
+
+  for (int round = 0; round < 200; ++round) {
+    SCOPED_TRACE(round);
+    const std::string joins = std::to_string(100 + round);
+    const std::string leaves = round < 100 ? std::to_string(round % 32 + 33) : std::to_string(round);
+    socket.Arrive(Message("NEWCLT", ClientData(joins, "Late " + joins)) + Message("DELCLT", leaves) +
+                  Message("PLSUPD", ClientData("5", "Player 5", "", round % 2 == 0 ? "X" : "O")) +
+                  Message("PLSUPD", ClientData("32", "Player 32")));
+    // Names come and go above and below what is seen.
+    std::vector<std::string> seen;
+    for (int number = 0; number < 400; ++number) {
+      const bool above = number < 50, below = number >= 350;
+      if ((above || below) && (number + round) % 3 == 0) continue;
+      seen.push_back(FlightName(number));
+    }
+    Snapshot(seen);
+    ASSERT_EQ(Names().size(), station.Plots.Clients.UpperBound());
+    ASSERT_EQ(Items().size(), seen.size());
+    ASSERT_EQ(SelectedPlot(), 32U);
+    ASSERT_EQ(User(), QStringLiteral("USER: Player 32"));
+    ASSERT_EQ(Tree().currentIndex().data().toString(), QStringLiteral("Player 32"));
+    ASSERT_EQ(Tree().visualRect(Tree().currentIndex()).top(), nodeTop);
+    ASSERT_EQ(List().currentIndex().data().toString(), item);
+    ASSERT_EQ(List().visualRect(List().currentIndex()).top(), itemTop);
+    ASSERT_EQ(Callsign().text(), QStringLiteral("Vper"));
+    ASSERT_EQ(Callsign().cursorPosition(), 1);
+  }
+  EXPECT_EQ(Client(32).Label, "Airplane 32") << "an update of the server takes the callsign back";
+  QTest::keyClicks(&Callsign(), QStringLiteral("i"));
+  EXPECT_EQ(Client(32).Label, "Viper");
+}
+
+TEST_F(ClientsWindow, TreeKeepsItsPlaceWhenClientsAboveItLeave) {
+  Connect();
+  std::string joining;
+  for (int id = 1; id <= 64; ++id) joining += Message("NEWCLT", ClientData(std::to_string(id), std::to_string(id)));
+  socket.Arrive(joining);
+  Tree().scrollTo(Node(40), QAbstractItemView::PositionAtTop);
+  const QPersistentModelIndex seen = Tree().indexAt(QPoint(5, 5));
+  const int top = Tree().visualRect(seen).top();
+  for (int id = 1; id <= 20; ++id) socket.Arrive(Message("DELCLT", std::to_string(id)));
+  ASSERT_TRUE(seen.isValid());
+  EXPECT_EQ(Tree().visualRect(seen).top(), top);
+}
+
+}  // namespace
+}  // namespace kestrel::shell

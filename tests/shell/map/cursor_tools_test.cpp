@@ -1,0 +1,189 @@
+#include "map/cursor_tools.h"
+
+#include "shell/map/measure_fixture.h"
+
+namespace kestrel::shell {
+namespace {
+
+class Measuring : public MeasureTest {};
+
+TEST_F(Measuring, LineAppearsWhileDraggingAndGoesWithTheNextMove) {
+  Move({200, 300});
+  EXPECT_EQ(LinePixels(), 0);
+  QTest::mousePress(&Picture(), Qt::LeftButton, {}, QPoint(200, 300));
+  EXPECT_FALSE(View().CursorLineActive);
+  Move({500, 300}, Qt::LeftButton);
+  EXPECT_TRUE(View().CursorLineActive);
+  EXPECT_GT(LinePixels(), 250);
+  EXPECT_EQ(Text(Curs(), "Label2"), QStringLiteral("090\u00b0 / 270\u00b0"));
+  EXPECT_EQ(Text(Curs(), "Label3"), QStringLiteral("161.99 NM"));  // 300 / 1.852
+  QTest::mouseRelease(&Picture(), Qt::LeftButton, {}, QPoint(500, 300));
+  Move({501, 300});
+  EXPECT_FALSE(View().CursorLineActive);
+  EXPECT_EQ(LinePixels(), 0);
+  EXPECT_EQ(Text(Curs(), "Label2"), QString());
+  EXPECT_EQ(Text(Curs(), "Label3"), QString());
+}
+
+TEST_F(Measuring, TheRightButtonDrawsNoLine) {
+  Move({300, 300}, Qt::RightButton);
+  EXPECT_FALSE(View().CursorLineActive);
+}
+
+TEST_F(Measuring, AMoveOfTheMouseDrawsNoMap) {
+  Check1().setChecked(true);
+  const std::uint64_t plotDraws = Picture().PlotDraws();
+  for (int x = 100; x < 400; x += 10) Move({static_cast<qreal>(x), 250});
+  EXPECT_EQ(Picture().MapDraws(), draws);
+  EXPECT_EQ(Picture().PlotDraws(), plotDraws);
+}
+
+TEST_F(Measuring, AMovePaintsOnlyThePlacesOfTheOldAndTheNewLine) {
+  Check1().setChecked(true);
+  Move({100, 100});
+  QTest::mousePress(&Picture(), Qt::LeftButton, {}, QPoint(100, 100));
+  CursorLine line;
+  map::Options options;
+  View().CursorLineActive = true;
+  View().MouseX = 900 * 15;
+  View().MouseY = 600 * 15;
+  const QRegion painted = line.Take(View(), options, QStringLiteral("120\u00b0 - 500.00nm"), QSize(1280, 720));
+  qint64 area = 0;
+  for (const QRect& part : painted) area += qint64(part.width()) * part.height();
+  EXPECT_TRUE(painted.contains(QPoint(500, 350)));
+  EXPECT_LT(area, 1280 * 720 / 10);
+  View().CursorLineActive = false;
+  EXPECT_EQ(line.Take(View(), options, {}, QSize(1280, 720)), painted);
+  EXPECT_TRUE(line.Take(View(), options, {}, QSize(1280, 720)).isEmpty());
+}
+
+TEST_F(Measuring, NothingOfAnOldLineStays) {
+  Check1().setChecked(true);
+  const QImage before = Picture().grab().toImage();
+  for (int step = 0; step < 40; ++step) {
+    Move({100.0 + step * 20, 600.0 - step * 11});
+    QCoreApplication::processEvents();
+  }
+  Check1().setChecked(false);
+  Move({400, 400});
+  QCoreApplication::processEvents();
+  EXPECT_EQ(Picture().grab().toImage(), before);
+}
+
+TEST_F(Measuring, StaticCursorKeepsTheLineWithoutAButton) {
+  QTest::mousePress(&Picture(), Qt::LeftButton, {}, QPoint(300, 400));
+  QTest::mouseRelease(&Picture(), Qt::LeftButton, {}, QPoint(300, 400));
+  QTest::mouseClick(&Check1(), Qt::LeftButton, {}, QPoint(8, Check1().height() / 2));
+  EXPECT_TRUE(station.MapOptions.STATICCURSOR);
+  Move({300, 300});
+  EXPECT_TRUE(View().CursorLineActive);
+  EXPECT_EQ(Text(Curs(), "Label2"), QStringLiteral("360\u00b0 / 180\u00b0"));
+  EXPECT_GT(LinePixels(), 80);
+}
+
+TEST_F(Measuring, Check1EmptiesTheReadOutsBothWays) {
+  for (const bool on : {true, false}) {
+    View().CursorLineActive = true;
+    windows.Refresh(base::Changed::CursorLine);
+    EXPECT_FALSE(Text(Curs(), "Label2").isEmpty());
+    QTest::mouseClick(&Check1(), Qt::LeftButton, {}, QPoint(8, Check1().height() / 2));
+    EXPECT_EQ(station.MapOptions.STATICCURSOR, on);
+    EXPECT_EQ(Text(Curs(), "Label2"), QString());
+    EXPECT_EQ(Text(Curs(), "Label3"), QString());
+  }
+}
+
+TEST_F(Measuring, Check1ShowsTheSettingAndItsHint) {
+  EXPECT_EQ(Check1().text(), QStringLiteral("Static Cursor"));
+  EXPECT_EQ(Check1().toolTip(), QStringLiteral("Hotkey: C"));
+  EXPECT_FALSE(Check1().isChecked());
+  Curs().ToggleStaticCursor();
+  EXPECT_TRUE(station.MapOptions.STATICCURSOR);
+  station.MapOptions.STATICCURSOR = false;
+  Curs().ShowStaticCursor();
+  EXPECT_FALSE(Check1().isChecked());
+}
+
+TEST_F(Measuring, BullseyeGoesOnWithoutALine) {
+  const QPointF bulls(View().BullsX / 15, View().BullsY / 15);
+  Move(bulls + QPointF(37.04, 0));
+  EXPECT_EQ(Text(Bulls(), "Label2"), QStringLiteral("090\u00b0"));
+  EXPECT_EQ(Text(Bulls(), "Label3"), QStringLiteral("20.00 NM"));
+  EXPECT_EQ(Text(Curs(), "Label2"), QString());
+  Move(bulls + QPointF(0, 18.52));
+  EXPECT_EQ(Text(Bulls(), "Label2"), QStringLiteral("180\u00b0"));
+  EXPECT_EQ(Text(Bulls(), "Label3"), QStringLiteral("10.00 NM"));
+}
+
+TEST_F(Measuring, AHiddenWindowIsUpToDateWhenItComesBack) {
+  Frame().Strip().Check(core::ToolWindow::Bulls).setChecked(false);
+  const QPointF bulls(View().BullsX / 15, View().BullsY / 15);
+  Move(bulls + QPointF(0, 18.52));
+  EXPECT_NE(Text(Bulls(), "Label3"), QStringLiteral("10.00 NM"));
+  Frame().Strip().Check(core::ToolWindow::Bulls).setChecked(true);
+  EXPECT_EQ(Text(Bulls(), "Label3"), QStringLiteral("10.00 NM"));
+}
+
+TEST_F(Measuring, LineStaysOnItsGroundPointThroughAZoom) {
+  Check1().setChecked(true);
+  QTest::mousePress(&Picture(), Qt::LeftButton, {}, QPoint(300, 200));
+  const map::Point ground = map::MapFromSurface(View(), View().AnchorX, View().AnchorY);
+  Picture().TurnWheel(120);
+  const map::Point after = map::MapFromSurface(View(), View().AnchorX, View().AnchorY);
+  EXPECT_DOUBLE_EQ(after.X, ground.X);
+  EXPECT_DOUBLE_EQ(after.Y, ground.Y);
+  EXPECT_NE(View().AnchorX, 300 * 15);
+}
+
+TEST_F(Measuring, ALineFromVeryFarIsDrawnOnTheMap) {
+  Check1().setChecked(true);
+  View().AnchorViewX = 0;
+  View().AnchorViewY = View().ViewCenterY;
+  windows.Refresh(map::ChangeRes(View(), 1024));
+  Move({Picture().width() / 2.0, Picture().height() / 2.0});
+  EXPECT_LT(View().AnchorX, -5e6);
+  EXPECT_GT(LinePixels(), Picture().width() / 3);
+}
+
+TEST_F(Measuring, ElevationFollowsThePointer) {
+  std::string bytes(2 * 1024 * 1024, '\0');
+  for (std::size_t at = 0; at + 1 < bytes.size(); at += 2) bytes[at + 1] = 2;  // 512 feet everywhere
+  Write("Theaters/one_Elevation.dat", QByteArray::fromStdString(bytes));
+  const QPointF middle(Picture().width() / 2.0, Picture().height() / 2.0);
+  EXPECT_EQ(station.Elevations.At(512, 512), std::nullopt);
+  Move(middle);
+  EXPECT_EQ(ReadOut("lblElevation"), QStringLiteral("512 ft"));
+  // The eastern edge itself, and beyond.
+  windows.Refresh(map::MoveScreen(View(), 4) | map::MoveScreen(View(), 4) | map::MoveScreen(View(), 4));
+  ASSERT_EQ(View().ViewCenterX, 1024 * 15);
+  Move(middle - QPointF(1, 0));
+  EXPECT_EQ(ReadOut("lblElevation"), QStringLiteral("512 ft"));
+  Move(middle);
+  EXPECT_EQ(View().CursorMapX, 1024);
+  EXPECT_EQ(ReadOut("lblElevation"), QStringLiteral(" "));
+  EXPECT_TRUE(ReadOut("lblPosition").startsWith(QStringLiteral("x:1024.00 / y:")));
+}
+
+TEST_F(Measuring, ATheaterWithoutHeightsShowsABlank) {
+  Move({Picture().width() / 2.0, Picture().height() / 2.0});
+  EXPECT_EQ(ReadOut("lblElevation"), QStringLiteral(" "));
+}
+
+TEST_F(Measuring, ReadOutsDoNotChangeTheSizeOfTheirWindows) {
+  Check1().setChecked(true);
+  const QSize curs = Curs().size();
+  const QSize bulls = Bulls().size();
+  for (const double resolution : {0.125, 1024.0}) {
+    windows.Refresh(map::ChangeRes(View(), resolution));
+    Move({10, 10});
+    EXPECT_EQ(Curs().size(), curs);
+    EXPECT_EQ(Bulls().size(), bulls);
+    for (const char* name : {"Label2", "Label3"}) {
+      auto* label = Curs().findChild<QLabel*>(QString::fromLatin1(name));
+      EXPECT_GE(label->width(), label->fontMetrics().horizontalAdvance(label->text())) << name;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace kestrel::shell

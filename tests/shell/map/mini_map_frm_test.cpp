@@ -1,0 +1,133 @@
+#include "shell/map/mini_map_frm.h"
+
+#include "shell/map/measure_fixture.h"
+
+namespace kestrel::shell {
+namespace {
+
+class MiniMapWindow : public MeasureTest {
+ protected:
+  void SetUp() override {
+    MeasureTest::SetUp();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&MiniMap()));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return Small().Scalings() == 1; }));
+  }
+
+  MiniMapPicture& Small() { return MiniMap().Picture(); }
+  QImage Shown() { return Small().grab().toImage(); }
+};
+
+TEST_F(MiniMapWindow, SideIsTheSizeByTheScale) {
+  EXPECT_EQ(Small().objectName(), QStringLiteral("Picture1"));
+  EXPECT_EQ(Small().size(), QSize(205, 205));  // 1024 / 5
+  EXPECT_EQ(MiniMap().height(), 205 + ToolFrm::StripHeight + 2);
+  station.MapOptions.MINIMAPSCALE = 2;
+  windows.Refresh(base::Changed::MiniMap);
+  EXPECT_EQ(Small().size(), QSize(512, 512));
+  EXPECT_EQ(MiniMap().size(), QSize(512 + 2, 512 + ToolFrm::StripHeight + 2));
+}
+
+TEST_F(MiniMapWindow, AScaleThatCannotBeIsGuarded) {
+  for (const int wrong : {0, -3, -32768}) {
+    station.MapOptions.MINIMAPSCALE = static_cast<std::int16_t>(wrong);
+    windows.Refresh(base::Changed::MiniMap);
+    EXPECT_EQ(Small().width(), 205) << wrong;
+  }
+  station.MapOptions.MINIMAPSCALE = 32767;
+  windows.Refresh(base::Changed::MiniMap);
+  EXPECT_EQ(Small().width(), 32);
+  EXPECT_GE(MiniMap().width(), 3 * ToolFrm::StripHeight);
+}
+
+TEST_F(MiniMapWindow, RolledUpItStaysSoAndKeepsItsNewHeight) {
+  MiniMap().MinFrm();
+  station.MapOptions.MINIMAPSCALE = 4;
+  windows.Refresh(base::Changed::MiniMap);
+  EXPECT_FALSE(MiniMap().Expanded());
+  EXPECT_EQ(MiniMap().height(), ToolFrm::StripHeight + 2);
+  MiniMap().MaxFrm();
+  EXPECT_EQ(MiniMap().height(), 256 + ToolFrm::StripHeight + 2);
+}
+
+TEST_F(MiniMapWindow, ThePictureIsScaledOnceForAllMovesOfTheBox) {
+  for (int direction = 1; direction <= 5; ++direction) {
+    windows.Refresh(map::MoveScreen(View(), direction));
+    Shown();
+  }
+  windows.Refresh(map::ChangeRes(View(), 4));
+  Shown();
+  EXPECT_EQ(Small().Scalings(), 1);
+  station.MapOptions.MINIMAPSCALE = 4;
+  windows.Refresh(base::Changed::MiniMap);
+  Shown();
+  EXPECT_EQ(Small().Scalings(), 2);
+}
+
+TEST_F(MiniMapWindow, AnotherTheaterBringsItsPictureAndSize) {
+  Action("mnuTheatername_2").trigger();
+  EXPECT_EQ(Small().size(), QSize(102, 102));  // 512 / 5
+  Shown();
+  EXPECT_EQ(Small().Scalings(), 2);
+}
+
+TEST_F(MiniMapWindow, NothingIsScaledWhileItIsHidden) {
+  Frame().Strip().Check(core::ToolWindow::MiniMap).setChecked(false);
+  Action("mnuTheatername_2").trigger();
+  Action("mnuTheatername_1").trigger();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(Small().Scalings(), 1);
+}
+
+TEST_F(MiniMapWindow, TheBoxStandsOnWhatTheMapShows) {
+  windows.Refresh(map::ChangeRes(View(), 8));
+  const QImage shown = Shown();
+  const map::MiniMapBox box = map::BoxOnMiniMap(View(), 5);
+  const int left = qRound(box.Left / 15);
+  const int middle = shown.height() / 2;
+  const QColor ground = shown.pixelColor(4, 4);
+  EXPECT_GT(shown.pixelColor(left, middle).lightness(), ground.lightness() + 60);
+  EXPECT_EQ(shown.pixelColor(shown.width() / 2, middle), ground);
+}
+
+TEST_F(MiniMapWindow, ABoxBeyondTheMiniMapIsNotClippedToIt) {
+  windows.Refresh(map::ChangeRes(View(), 0.125));
+  ASSERT_GT(map::BoxOnMiniMap(View(), 5).Width, map::MiniMapSide(View(), 5));
+  const QImage shown = Shown();
+  // No line along any edge: they all lie outside.
+  const QColor ground = shown.pixelColor(shown.width() / 2, shown.height() / 2);
+  for (int at = 0; at < shown.width(); ++at) {
+    EXPECT_EQ(shown.pixelColor(at, 0), ground);
+    EXPECT_EQ(shown.pixelColor(0, at), ground);
+  }
+}
+
+TEST_F(MiniMapWindow, AClickCentresTheMapThere) {
+  QTest::mouseClick(&Small(), Qt::LeftButton, {}, QPoint(40, 120));
+  EXPECT_EQ(View().ViewCenterX, 5 * 40 * 15);
+  EXPECT_EQ(View().ViewCenterY, 5 * 120 * 15);
+  EXPECT_EQ(Picture().MapDraws(), draws + 1);
+  const map::Point bulls = map::SurfaceFromView(View(), View().BullsViewX, View().BullsViewY);
+  EXPECT_EQ(View().BullsX, bulls.X);
+  EXPECT_EQ(View().BullsY, bulls.Y);
+}
+
+TEST_F(MiniMapWindow, AClickAtTheLastPixelIsNotClamped) {
+  // 204.8 pixels of theater stand on 205 of the mini map.
+  station.MapOptions.MINIMAPSCALE = 30;  // 34.13 pixels on 34
+  windows.Refresh(base::Changed::MiniMap);
+  QTest::mouseClick(&Small(), Qt::LeftButton, {}, QPoint(33, 0));
+  EXPECT_EQ(View().ViewCenterX, 30 * 33 * 15);
+  EXPECT_EQ(View().ViewCenterY, 0);
+}
+
+TEST_F(MiniMapWindow, APressTakenOffThePictureOrAnotherButtonIsNoClick) {
+  const double before = View().ViewCenterX;
+  QTest::mousePress(&Small(), Qt::LeftButton, {}, QPoint(40, 120));
+  QTest::mouseRelease(&Small(), Qt::LeftButton, {}, QPoint(-20, 120));
+  QTest::mouseClick(&Small(), Qt::RightButton, {}, QPoint(40, 120));
+  EXPECT_EQ(View().ViewCenterX, before);
+  EXPECT_EQ(Picture().MapDraws(), draws);
+}
+
+}  // namespace
+}  // namespace kestrel::shell
