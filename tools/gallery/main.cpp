@@ -1,0 +1,167 @@
+// Pictures of every window for the user guide: the whole station on the offscreen platform over a copy of the program
+// folder, connected to a demo session, each window brought up through its menu entry and grabbed.
+//
+//   gallery STATION-FOLDER SESSION-SIM light|dark PICTURE-FOLDER
+
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QPixmap>
+#include <QProcess>
+#include <QPushButton>
+#include <QStyle>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QTreeView>
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <vector>
+
+#include "base/profile_file.h"
+#include "shell/core/run_station.h"
+#include "shell/frame/look.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace kestrel;
+
+QWidget* Top(const QString& name) {
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->objectName() == name) return window;
+  }
+  return nullptr;
+}
+
+/// Does one thing after another, each in a turn of its own, also within the loops of dialogs.
+class Script {
+ public:
+  Script(QString palette, QString folder) : suffix(std::move(palette)), pictures(std::move(folder)) {
+    QObject::connect(&timer, &QTimer::timeout, [this] { Turn(); });
+  }
+  void Start() { timer.start(40); }
+  /// Runs once `ready` holds.
+  void Add(std::function<bool()> ready, std::function<void()> run) {
+    steps.push_back({std::move(ready), std::move(run)});
+  }
+  /// Triggers a menu entry; it may run a dialog, so it is not waited for.
+  void Menu(const char* name) {
+    Add([] { return true; },
+        [name] {
+          auto* action = Top(QStringLiteral("MDIForm1"))->findChild<QAction*>(QLatin1String(name));
+          QTimer::singleShot(0, action, &QAction::trigger);
+        });
+  }
+  void Press(const char* window, const char* button) {
+    Add([window] { return Shown(window); },
+        [window, button] {
+          auto* pressed = Top(QLatin1String(window))->findChild<QAbstractButton*>(QLatin1String(button));
+          QTimer::singleShot(0, pressed, &QAbstractButton::click);
+        });
+  }
+  /// Keeps the window's picture.
+  void Grab(const char* window) {
+    Add([window] { return Shown(window); },
+        [this, window] {
+          const QString file = pictures + u'/' + QLatin1String(window) + u'-' + suffix + QStringLiteral(".png");
+          if (!Top(QLatin1String(window))->grab().save(file)) std::fprintf(stderr, "%s not saved\n", window);
+        });
+  }
+  void Close(const char* window) {
+    Add([window] { return Shown(window); }, [window] { Top(QLatin1String(window))->close(); });
+    Add([window] { return !Shown(window); }, [] {});
+  }
+  void GrabAndClose(const char* window) {
+    Grab(window);
+    Close(window);
+  }
+
+ private:
+  struct Step {
+    std::function<bool()> Ready;
+    std::function<void()> Run;
+  };
+  static bool Shown(const char* name) {
+    const QWidget* window = Top(QLatin1String(name));
+    return window != nullptr && window->isVisible();
+  }
+  void Turn() {
+    if (next < steps.size() && steps[next].Ready()) {
+      turns = 0;
+      // Before it runs: a step may close what runs this loop.
+      const std::size_t now = next++;
+      steps[now].Run();
+    } else if (++turns > 500) {
+      std::fprintf(stderr, "stuck at step %zu\n", next);
+      std::exit(1);
+    }
+  }
+
+  QString suffix;
+  QString pictures;
+  QTimer timer;
+  std::vector<Step> steps;
+  std::size_t next = 0;
+  int turns = 0;
+};
+
+int ConnectedCycles(const fs::path& log) { return static_cast<int>(fs::exists(log) ? fs::file_size(log) / 10000 : 0); }
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  QApplication application(argc, argv);
+  if (argc != 5) {
+    std::fprintf(stderr, "usage: gallery STATION-FOLDER SESSION-SIM light|dark PICTURE-FOLDER\n");
+    return 1;
+  }
+  const QString palette = QString::fromLocal8Bit(argv[3]);
+  shell::ApplyLook(application, palette == QLatin1String("dark"));
+  QTemporaryDir place;
+  const fs::path folder = fs::path(place.path().toStdU16String()) / "station";
+  fs::copy(argv[1], folder, fs::copy_options::recursive);
+
+  QProcess server;
+  server.start(
+      QString::fromLocal8Bit(argv[2]),
+      {QStringLiteral("--port"), QStringLiteral("0"), QStringLiteral("--players"), QStringLiteral("10"),
+       QStringLiteral("--period-ms"), QStringLiteral("200"), QStringLiteral("--duration-s"), QStringLiteral("300")});
+  server.waitForReadyRead(10000);
+  const QString port = QString::fromLatin1(server.readAllStandardOutput()).section(u' ', 2).section(u'\n', 0, 0);
+  base::ProfileFile ini = base::ProfileFile::Load(folder / "KESTREL.ini");
+  ini.WriteIniValue("OPTIONS", "CONNPORT", port.toStdString());
+  ini.WriteIniValue("LOG", "DEBUG", "1");
+  ini.Save(folder / "KESTREL.ini");
+
+  Script script(palette, QString::fromLocal8Bit(argv[4]));
+  script.Menu("mnuConnList_1");
+  script.Grab("frmSelectChannel");
+  script.Press("frmSelectChannel", "cmdOk");
+  script.Add([folder] { return ConnectedCycles(folder / "KESTRELLog.txt") > 3; },
+             [] {
+               auto* tree = Top(QStringLiteral("ClientsFrm"))->findChild<QTreeView*>(QStringLiteral("TreeView1"));
+               tree->setCurrentIndex(tree->model()->index(0, 0));
+             });
+  for (const char* window : {"MDIForm1", "ClientsFrm", "CursFrm", "BullsFrm", "MiniMapFrm"}) script.Grab(window);
+  const std::pair<const char*, const char*> dialogs[] = {{"mnuConnCustom", "VldFrom2"},
+                                                         {"mnuConnPort", "frmConnPort"},
+                                                         {"mnuPhonebookEdit", "PreferForm"},
+                                                         {"mnuAbout", "AboutFrm"}};
+  for (const auto& [entry, window] : dialogs) {
+    script.Menu(entry);
+    script.GrabAndClose(window);
+  }
+  script.Menu("mnuModifyTheater");
+  script.Grab("MdfTheatersFrm");
+  script.Press("MdfTheatersFrm", "Command1_1");
+  script.GrabAndClose("TheateDetailsFrm");
+  script.Close("MdfTheatersFrm");
+  script.Menu("mnuModifyBullseyes");
+  script.GrabAndClose("MdfBullsFrm");
+  script.Menu("mnuSetNewBulls");
+  script.GrabAndClose("BullsDetailsFrm");
+  script.Add([] { return true; }, [] { Top(QStringLiteral("MDIForm1"))->close(); });
+  return shell::RunStation(folder, [&script] { script.Start(); });
+}
