@@ -519,6 +519,7 @@ TEST_F(SessionTest, WhatAChangedPortLeftIsClearedByWhateverComesNext) {
   };
   for (const auto& [name, way] : ways) {
     SCOPED_TRACE(name);
+    options.CONNPORT = 5556;
     Connect();
     socket.Arrive(Message("NEWCLT", ClientData("5", "Smith")));
     session.DropSocket();
@@ -530,7 +531,7 @@ TEST_F(SessionTest, WhatAChangedPortLeftIsClearedByWhateverComesNext) {
     EXPECT_TRUE(tables.Clients.Empty());
     EXPECT_EQ(FrameCaption(state), ProgramTitle());
     socket.Accept();
-    if (name != "Disconnect") EXPECT_EQ(socket.Port, 7000);
+    EXPECT_EQ(socket.Port, name == "Disconnect" ? 5556 : 7000);
     session.Disconnect();
   }
 }

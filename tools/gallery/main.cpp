@@ -138,7 +138,7 @@ int main(int argc, char** argv) {
   Script script(palette, QString::fromLocal8Bit(argv[4]));
   script.Menu("mnuConnList_1");
   script.Grab("frmSelectChannel");
-  script.Press("frmSelectChannel", "cmdOk");
+  script.Press("frmSelectChannel", "Command1");
   script.Add([folder] { return ConnectedCycles(folder / "KESTRELLog.txt") > 3; },
              [] {
                auto* tree = Top(QStringLiteral("ClientsFrm"))->findChild<QTreeView*>(QStringLiteral("TreeView1"));
