@@ -30,9 +30,12 @@ TEST(Phonebook, LettersOfTheCodePageStay) {
   EXPECT_EQ(TrimmedEntry("\xC4\xFF", "h\xF6me").Ip, "h\xF6me");
 }
 
-TEST(Phonebook, OnlyAnEmptyAddressIsObjectedTo) {
+TEST(Phonebook, AddressIsNeededAndHasNoBlanks) {
   EXPECT_EQ(Objection(TrimmedEntry("Home", " \t ")), "Please enter the address or the name of a server.");
-  EXPECT_EQ(Objection(TrimmedEntry("", "10.0.0.1")), std::nullopt);
+  for (const char* address : {"10.0. 0.1", "relay example", "10.0.0.1\r\n10.0.0.2"}) {
+    EXPECT_EQ(Objection(TrimmedEntry("Home", address)), "An address has no blanks in it.") << address;
+  }
+  EXPECT_EQ(Objection(TrimmedEntry("", " 10.0.0.1 ")), std::nullopt);
   EXPECT_EQ(Objection(TrimmedEntry("Home", "fe80::1%eth0")), std::nullopt);
 }
 

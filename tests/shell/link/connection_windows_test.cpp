@@ -140,6 +140,43 @@ TEST_F(ConnectionWindows, OldServerGetsItsFarewellBeforeTheNewAttempt) {
   EXPECT_FALSE(station.Session.Connected);
 }
 
+TEST_F(ConnectionWindows, SecondPressOfOkWhileTheServerIsBeingLeftDoesNothing) {
+  Connect();
+  socket.Log.clear();
+  VldFrom2 dialog(program, &Frame());
+  dialog.show();
+  Type(dialog, "Text1", "Third");
+  Type(dialog, "Text2", "10.0.0.3");
+  desk.WhenEventsRun = [&dialog] { Press(dialog, "cmdOK"); };
+  Press(dialog, "cmdOK");
+  EXPECT_EQ(socket.Log, (Lines{"send AWAEND", "close", "connect 10.0.0.3:5556"}));
+  EXPECT_EQ(Entries().UpperBound(), 3u);
+}
+
+TEST_F(ConnectionWindows, TypedEntryIsOneLineOfBoundedLength) {
+  VldFrom2 dialog(program, &Frame());
+  dialog.show();
+  In<QLineEdit>(dialog, "Text1").setText(QStringLiteral("[MAPS]\r\nx") + QString(300, u'n'));
+  In<QLineEdit>(dialog, "Text2").setText(QStringLiteral("10.0.0.3\r\n"));
+  Press(dialog, "cmdOK");
+  ASSERT_EQ(Entries().UpperBound(), 3u);
+  EXPECT_EQ(Entries()[3].Name, "[MAPS]  x" + std::string(246, 'n'));
+  EXPECT_EQ(Entries()[3].Ip, "10.0.0.3");
+  EXPECT_TRUE(Read("KESTREL.ini").contains("\r\nNAME=[MAPS]  xnnn"));
+}
+
+TEST_F(ConnectionWindows, EachButtonHasAToolTip) {
+  VldFrom2 connecting(program, &Frame());
+  PreferForm book(program, &Frame());
+  frmConnPort port(program, &Frame());
+  for (QWidget* window :
+       {static_cast<QWidget*>(&connecting), static_cast<QWidget*>(&book), static_cast<QWidget*>(&port)}) {
+    const auto buttons = window->findChildren<QPushButton*>();
+    EXPECT_GE(buttons.size(), 2);
+    for (const QPushButton* button : buttons) EXPECT_FALSE(button->toolTip().isEmpty()) << qPrintable(button->text());
+  }
+}
+
 TEST_F(ConnectionWindows, EmptyAddressIsRefusedInTheWindow) {
   VldFrom2 dialog(program, &Frame());
   dialog.show();

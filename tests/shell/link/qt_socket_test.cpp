@@ -129,6 +129,26 @@ TEST_F(Socket, RefusedPortIsAnErrorWithTheSystemsDescription) {
   EXPECT_EQ(socket->State(), SocketState::Closed);
 }
 
+TEST_F(Socket, AddressesOfTheNewerKindConnectToo) {
+  QTcpServer newer;
+  if (!newer.listen(QHostAddress::LocalHostIPv6)) GTEST_SKIP() << "this machine has none";
+  socket->Connect("::1", newer.serverPort());
+  EXPECT_TRUE(QTest::qWaitFor([this] { return told == "connect "; })) << error;
+}
+
+TEST_F(Socket, AddressThatIsNoneIsAnError) {
+  // RFC 2606 keeps ".invalid" from ever being a name.
+  for (const char* address : {"nobody.invalid", "", "127.0.0.1:5556", "[::1", "::zz"}) {
+    told.clear();
+    error.clear();
+    socket->Connect(address, server.serverPort());
+    EXPECT_EQ(told, "");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return told == "error "; }, 20000)) << address;
+    EXPECT_NE(error, "") << address;
+    socket->Close();
+  }
+}
+
 TEST_F(Socket, PortThatIsNoneIsAnError) {
   for (const std::int32_t port : {0, -1, 65536}) {
     told.clear();
