@@ -23,6 +23,8 @@ ConnEntry TrimmedEntry(std::string_view name, std::string_view ip) { return {One
 
 std::optional<std::string> Objection(const ConnEntry& entry) {
   if (entry.Ip.empty()) return "Please enter the address or the name of a server.";
+  // The system may take what stands before a blank for the whole address, and connect somewhere else.
+  if (entry.Ip.find(' ') != std::string::npos) return "An address has no blanks in it.";
   return std::nullopt;
 }
 

@@ -18,7 +18,8 @@ inline constexpr std::size_t MaxEntryText = 255;
 /// The entry that was typed: characters that no line of text holds become blanks, blanks at the ends go.
 ConnEntry TrimmedEntry(std::string_view name, std::string_view ip);
 
-/// Why the entry cannot be taken, in words for the person; nothing when it can. Only an address is needed.
+/// Why the entry cannot be taken, in words for the person; nothing when it can. An address is
+/// needed, without blanks in it; a name is not.
 std::optional<std::string> Objection(const ConnEntry& entry);
 
 /// Indices in the phonebook, 0 for none.

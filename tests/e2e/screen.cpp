@@ -96,6 +96,29 @@ void Screen::Press(const QStringList& keys) const {
        QStringList{QStringLiteral("key"), QStringLiteral("--delay"), QStringLiteral("150")} + keys);
 }
 
+void Screen::Type(const QString& text) const {
+  Tool(QStringLiteral("xdotool"), {QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("50"), text});
+}
+
+QRect Screen::Geometry(const QString& window) const {
+  QRect place;
+  const QString lines =
+      Tool(QStringLiteral("xdotool"), {QStringLiteral("getwindowgeometry"), QStringLiteral("--shell"), window});
+  for (const QString& line : lines.split(u'\n')) {
+    const int value = line.section(u'=', 1).toInt();
+    if (line.startsWith(QStringLiteral("X="))) place.moveLeft(value);
+    if (line.startsWith(QStringLiteral("Y="))) place.moveTop(value);
+    if (line.startsWith(QStringLiteral("WIDTH="))) place.setWidth(value);
+    if (line.startsWith(QStringLiteral("HEIGHT="))) place.setHeight(value);
+  }
+  return place;
+}
+
+void Screen::Click(QPoint place) const {
+  Tool(QStringLiteral("xdotool"), {QStringLiteral("mousemove"), QStringLiteral("--sync"), QString::number(place.x()),
+                                   QString::number(place.y()), QStringLiteral("click"), QStringLiteral("1")});
+}
+
 QImage Screen::Picture() const {
   const QString file = folder.filePath(QStringLiteral("screen.png"));
   Tool(QStringLiteral("scrot"), {QStringLiteral("--overwrite"), file});

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QImage>
+#include <QPoint>
 #include <QProcess>
+#include <QRect>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -43,6 +45,12 @@ class Screen {
   bool HasWindow(const QString& titlePattern) const;
   void Activate(const QString& window) const;
   void Press(const QStringList& keys) const;
+  /// Types into the field that has the keyboard.
+  void Type(const QString& text) const;
+  /// The inside of a window, in pixels of the screen; empty when the window has gone.
+  QRect Geometry(const QString& window) const;
+  /// Presses the left button at a place on the screen.
+  void Click(QPoint place) const;
   QImage Picture() const;
 
  private:

@@ -2,33 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <QDir>
-#include <QFile>
 #include <QRegularExpression>
 
 #include "e2e/screen.h"
+#include "e2e/station_folder.h"
 
 namespace kestrel::e2e {
 namespace {
-
-QString S(const char* text) { return QString::fromLatin1(text); }
-
-QString ReadText(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? QString::fromLatin1(file.readAll()) : QString();
-}
-
-void CopyFolder(const QString& from, const QString& to) {
-  QDir().mkpath(to);
-  for (const QFileInfo& entry : QDir(from).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot)) {
-    const QString target = to + u'/' + entry.fileName();
-    if (entry.isDir()) {
-      CopyFolder(entry.filePath(), target);
-    } else {
-      ASSERT_TRUE(QFile::copy(entry.filePath(), target)) << qPrintable(entry.filePath());
-    }
-  }
-}
 
 /// Pixels of the colour of hostile AI aircraft: their carets and altitudes.
 int HostilePixels(const QImage& picture) {
@@ -44,7 +24,7 @@ class StationSession : public testing::Test {
   /// A copy of the program folder with the log on, a server with `faults`, and the station on a screen.
   void Start(const QStringList& faults) {
     folder = place.filePath(S("station"));
-    CopyFolder(S(KESTREL_BINARY_DIR "/station"), folder);
+    CopyStation(folder);
     server = std::make_unique<Child>(
         S(KESTREL_BINARY_DIR "/tools/session-sim"),
         QStringList{S("--port"), S("0"), S("--players"), S("8"), S("--ai"), S("40"), S("--period-ms"), S("200"),
@@ -56,10 +36,7 @@ class StationSession : public testing::Test {
     QString settings = ReadText(folder + S("/KESTREL.ini"));
     settings.replace(QRegularExpression(S("CONNPORT=\\d+")), S("CONNPORT=") + port.captured(1));
     settings.replace(QRegularExpression(S("DEBUG=\\d")), S("DEBUG=1"));
-    QFile file(folder + S("/KESTREL.ini"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(settings.toLatin1());
-    file.close();
+    WriteText(folder + S("/KESTREL.ini"), settings);
     station = std::make_unique<Child>(folder + S("/kestrel"), QStringList{}, screen.Environment());
     window = screen.Window(S("^KESTREL v"));
     ASSERT_FALSE(window.isEmpty()) << qPrintable(station->Output());

@@ -21,11 +21,12 @@ inline link::ConnEntry TypedEntry(const QLineEdit& name, const QLineEdit& addres
   return link::TrimmedEntry(ToBytes(name.text()), ToBytes(address.text()));
 }
 
-/// False, with a word in `refused`, when there is nothing to connect to.
-inline bool HasAddress(const link::ConnEntry& entry, QLabel& refused) {
+/// False, with the reason in `refused` and the keyboard in `address`, when the entry cannot be taken.
+inline bool MayBeTaken(const link::ConnEntry& entry, QLabel& refused, QLineEdit& address) {
   const std::optional<std::string> objection = link::Objection(entry);
   refused.setText(objection ? FromBytes(*objection) : QString());
   refused.setVisible(objection.has_value());
+  if (objection) address.setFocus();
   return !objection;
 }
 

@@ -55,7 +55,7 @@ void PreferForm::ShowPicked() {
 
 void PreferForm::Add() {
   link::ConnEntry entry = TypedEntry(*form->Text1, *form->Text2);
-  if (!HasAddress(entry, *form->lblRefused)) return;
+  if (!MayBeTaken(entry, *form->lblRefused, *form->Text2)) return;
   core::AddEntry(station, std::move(entry));
   Refill();
 }
@@ -68,7 +68,7 @@ void PreferForm::Remove() {
 
 void PreferForm::Replace() {
   link::ConnEntry entry = TypedEntry(*form->Text1, *form->Text2);
-  if (Picked() == 0 || !HasAddress(entry, *form->lblRefused)) return;
+  if (Picked() == 0 || !MayBeTaken(entry, *form->lblRefused, *form->Text2)) return;
   core::ReplaceEntry(station, Picked(), std::move(entry));
   Refill();
 }
