@@ -193,14 +193,14 @@ void ToolFrm::paintEvent(QPaintEvent*) {
 
 bool ToolFrm::eventFilter(QObject* watched, QEvent* event) {
   if (watched != Label1) return QWidget::eventFilter(watched, event);
-  const auto* mouse = static_cast<QMouseEvent*>(event);
-  if (event->type() == QEvent::MouseButtonPress && mouse->button() == Qt::LeftButton) {
+  const auto* mouse = dynamic_cast<QMouseEvent*>(event);
+  if (event->type() == QEvent::MouseButtonPress && mouse != nullptr && mouse->button() == Qt::LeftButton) {
     Q_EMIT CaptionPressed();
     // The system drags the window where it can; where it cannot, we do.
     if (!windowHandle()->startSystemMove()) grabbed = mouse->globalPosition().toPoint() - pos();
     return true;
   }
-  if (event->type() == QEvent::MouseMove && grabbed) {
+  if (event->type() == QEvent::MouseMove && mouse != nullptr && grabbed) {
     move(mouse->globalPosition().toPoint() - *grabbed);
     return true;
   }
