@@ -1,4 +1,4 @@
-// The floating windows of the built station: where they stand at the very first start.
+// The floating windows of the built station: where they stand at the very first start, and at the next one.
 
 #include <gtest/gtest.h>
 
@@ -54,7 +54,7 @@ class FirstStart : public testing::Test {
   QString frame;
 };
 
-TEST_F(FirstStart, OpensFourWindowsSideBySide) {
+TEST_F(FirstStart, OpensFourWindowsSideBySideAndTheNextStartPutsThemThereAgain) {
   ASSERT_NO_FATAL_FAILURE(Start());
   const QMap<QString, QRect> first = Places();
   const QRect within = screen.Geometry(frame);
@@ -65,6 +65,11 @@ TEST_F(FirstStart, OpensFourWindowsSideBySide) {
       EXPECT_FALSE(one.value().intersects(other.value())) << qPrintable(one.key() + S(" covers ") + other.key());
     }
   }
+  for (const char* caption : Hidden) EXPECT_FALSE(screen.HasWindow(Title(caption))) << caption;
+  ASSERT_NO_FATAL_FAILURE(Exit());
+
+  ASSERT_NO_FATAL_FAILURE(Start());
+  EXPECT_EQ(Places(), first);
   for (const char* caption : Hidden) EXPECT_FALSE(screen.HasWindow(Title(caption))) << caption;
   ASSERT_NO_FATAL_FAILURE(Exit());
 }

@@ -6,6 +6,7 @@
 #include <QMenuBar>
 #include <QScreen>
 #include <QStatusBar>
+#include <QStyle>
 
 #include "base/failure.h"
 #include "core/auto_update.h"
@@ -55,7 +56,9 @@ MDIForm1::MDIForm1(core::Program& program, ModalCount& dialogs) : station(progra
   statusBar()->addPermanentWidget(strip, 1);
   bullseyes = new BullseyeWindows(program, modal, *this);
   Entry("mnuDisconnect").setEnabled(false);
-  const QRect room = screen()->availableGeometry();
+  // What a window manager adds around it is not known yet: a title bar's height is left above and a little below.
+  const int title = style()->pixelMetric(QStyle::PM_TitleBarHeight);
+  const QRect room = screen()->availableGeometry().adjusted(0, title, 0, -title / 2);
   resize(StartSize.boundedTo(room.size()));
   // The floating windows find their first places by it, before the system has had its say.
   move(room.left() + (room.width() - width()) / 2, room.top() + (room.height() - height()) / 4);

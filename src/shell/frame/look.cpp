@@ -3,7 +3,8 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
-#include <QStyleFactory>
+
+#include "shell/frame/look_style.h"
 
 namespace kestrel::shell {
 namespace {
@@ -79,7 +80,7 @@ void PaintIcon(QPainter& painter) {
 bool SystemIsDark() { return IsDark(QGuiApplication::palette()); }
 
 void ApplyLook(QApplication& application, bool dark) {
-  QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  QApplication::setStyle(new LookStyle);
   QApplication::setPalette(PaletteOf(dark ? DarkTones : LightTones));
   application.setWindowIcon(ProgramIcon());
 }

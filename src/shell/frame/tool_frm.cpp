@@ -165,6 +165,11 @@ void ToolFrm::BringIntoView() {
           qMax(area.top(), qMin(pos().y(), area.bottom() + 1 - height()))});
 }
 
+void ToolFrm::setVisible(bool visible) {
+  if (visible && !isVisible()) move(Pixels(State().X), Pixels(State().Y));
+  QWidget::setVisible(visible);
+}
+
 void ToolFrm::Unload() {
   unloading = true;
   close();
@@ -173,8 +178,10 @@ void ToolFrm::Unload() {
 void ToolFrm::moveEvent(QMoveEvent* event) {
   QWidget::moveEvent(event);
   core::ToolWindowState& kept = State();
+  // While a window manager takes a window up or lets it go, it reports places that nobody chose (its own frame's 0,0).
+  if (station.State.Loading || !windowHandle() || !windowHandle()->isExposed()) return;
   // A place that is already kept stays as it is written, to the unit.
-  if (station.State.Loading || pos() == QPoint(Pixels(kept.X), Pixels(kept.Y))) return;
+  if (pos() == QPoint(Pixels(kept.X), Pixels(kept.Y))) return;
   kept.X = Units(pos().x());
   kept.Y = Units(pos().y());
 }

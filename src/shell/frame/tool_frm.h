@@ -37,6 +37,8 @@ class ToolFrm : public QWidget {
   /// Moves the window where a screen shows its strip, if none does.
   void BringIntoView();
 
+  /// Shown, the window stands where it is kept, whatever the window manager has done to it meanwhile.
+  void setVisible(bool visible) override;
   /// Closes it for good.
   void Unload();
 

@@ -275,6 +275,28 @@ TEST_F(FloatingWindows, CaptionDragsTheWindowAndItsPlaceIsSaved) {
   EXPECT_TRUE(saved.contains("\r\nCLIENTSFORMY=1725\r\n")) << saved.constData();
 }
 
+TEST_F(FloatingWindows, PlaceThatAWindowManagerGivesAHiddenWindowIsNotKept) {
+  StartWith("CLIENTSFORMX=1500\r\nCLIENTSFORMY=3000\r\nCLIENTSFORMHID=0\r\n");
+  ToolFrm& window = Window(ToolWindow::Clients);
+  Frame().Tools().ShowAllWindows(false);
+  window.move(0, 0);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(State(ToolWindow::Clients).X, 1500);
+  EXPECT_EQ(State(ToolWindow::Clients).Y, 3000);
+  Frame().Tools().ShowAllWindows(true);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(window.pos(), QPoint(100, 200));
+}
+
+TEST_F(FloatingWindows, WindowThatIsMovedWithoutItsCaptionKeepsThatPlaceToo) {
+  StartWith("CLIENTSFORMX=1500\r\nCLIENTSFORMY=3000\r\nCLIENTSFORMHID=0\r\n");
+  QCoreApplication::processEvents();
+  Window(ToolWindow::Clients).move(80, 60);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(State(ToolWindow::Clients).X, 80 * 15);
+  EXPECT_EQ(State(ToolWindow::Clients).Y, 60 * 15);
+}
+
 TEST_F(FloatingWindows, OnlyTheLeftButtonDrags) {
   StartWith("CLIENTSFORMX=1500\r\nCLIENTSFORMY=1500\r\n");
   auto& caption = Part<QLabel>(ToolWindow::Clients, "Label1");

@@ -1,0 +1,89 @@
+#include "shell/frame/look_style.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QStyleOption>
+
+namespace kestrel::shell {
+namespace {
+
+/// The field of an indicator and what its mark is drawn with.
+struct Tones {
+  QColor Outline, Field, Mark;
+};
+
+/// `a` with a share of `b`, 0..1.
+QColor Mixed(const QColor& a, const QColor& b, float share) {
+  const auto mix = [share](float x, float y) { return x + share * (y - x); };
+  return QColor::fromRgbF(mix(a.redF(), b.redF()), mix(a.greenF(), b.greenF()), mix(a.blueF(), b.blueF()));
+}
+
+Tones TonesOf(const QStyleOption& option) {
+  const QPalette& palette = option.palette;
+  const bool enabled = option.state & QStyle::State_Enabled;
+  const bool focused = enabled && (option.state & QStyle::State_HasFocus);
+  const QColor muted = palette.color(QPalette::PlaceholderText);
+  // Between muted and plain text, for a contrast of 3 to 1 with the window in either palette.
+  const QColor outline = Mixed(muted, palette.color(QPalette::Text), 0.2F);
+  Tones tones{outline, palette.color(QPalette::Base), enabled ? palette.color(QPalette::Link) : muted};
+  if (focused || (enabled && (option.state & QStyle::State_MouseOver))) tones.Outline = palette.color(QPalette::Link);
+  if (!enabled) tones.Field = palette.color(QPalette::Window);
+  return tones;
+}
+
+/// The largest square in the middle of `rect`, its edges on pixels.
+QRectF Square(const QRect& rect) {
+  const int side = qMin(rect.width(), rect.height());
+  const QRect square(rect.x() + (rect.width() - side) / 2, rect.y() + (rect.height() - side) / 2, side, side);
+  return QRectF(square).adjusted(0.5, 0.5, -0.5, -0.5);
+}
+
+void DrawCheckBox(QPainter& painter, const QStyleOption& option) {
+  const Tones tones = TonesOf(option);
+  const QRectF box = Square(option.rect);
+  painter.setPen(QPen(tones.Outline, 1));
+  painter.setBrush(tones.Field);
+  painter.drawRoundedRect(box, 2, 2);
+  const qreal side = box.width();
+  QPen pen(tones.Mark, qMax(1.6, side / 7), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+  painter.setPen(pen);
+  painter.setBrush(Qt::NoBrush);
+  if (option.state & QStyle::State_NoChange) {
+    painter.drawLine(box.center() - QPointF(side / 4, 0), box.center() + QPointF(side / 4, 0));
+  } else if (option.state & QStyle::State_On) {
+    QPainterPath tick(box.topLeft() + QPointF(0.22, 0.54) * side);
+    tick.lineTo(box.topLeft() + QPointF(0.42, 0.74) * side);
+    tick.lineTo(box.topLeft() + QPointF(0.79, 0.28) * side);
+    painter.drawPath(tick);
+  }
+}
+
+void DrawRadioButton(QPainter& painter, const QStyleOption& option) {
+  const Tones tones = TonesOf(option);
+  const QRectF box = Square(option.rect);
+  painter.setPen(QPen(tones.Outline, 1));
+  painter.setBrush(tones.Field);
+  painter.drawEllipse(box);
+  if (!(option.state & QStyle::State_On)) return;
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(tones.Mark);
+  painter.drawEllipse(box.center(), box.width() / 4, box.width() / 4);
+}
+
+}  // namespace
+
+LookStyle::LookStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const {
+  if (element != PE_IndicatorCheckBox && element != PE_IndicatorRadioButton) {
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    return;
+  }
+  painter->save();
+  painter->setRenderHint(QPainter::Antialiasing);
+  (element == PE_IndicatorCheckBox ? DrawCheckBox : DrawRadioButton)(*painter, *option);
+  painter->restore();
+}
+
+}  // namespace kestrel::shell
