@@ -1,5 +1,6 @@
 #include "base/bytes.h"
 
+#include <algorithm>
 #include <bit>
 
 #include "base/failure.h"
@@ -14,11 +15,6 @@ Unsigned FromLittleEndian(std::span<const std::byte> source) {
     value = static_cast<Unsigned>((value << 8) | std::to_integer<Unsigned>(source[at]));
   }
   return value;
-}
-
-template <class Unsigned>
-void AppendLittleEndian(std::string& buffer, Unsigned value) {
-  for (std::size_t at = 0; at < sizeof(Unsigned); ++at) buffer += static_cast<char>(value >> (8 * at));
 }
 
 }  // namespace
@@ -45,19 +41,12 @@ std::string BinaryReader::Text(std::size_t count) {
 
 void BinaryReader::Skip(std::size_t count) { Take(count); }
 
-void BinaryWriter::U8(std::uint8_t value) { buffer += static_cast<char>(value); }
-void BinaryWriter::U16(std::uint16_t value) { AppendLittleEndian(buffer, value); }
-void BinaryWriter::I16(std::int16_t value) { U16(static_cast<std::uint16_t>(value)); }
-void BinaryWriter::U32(std::uint32_t value) { AppendLittleEndian(buffer, value); }
-void BinaryWriter::I32(std::int32_t value) { U32(static_cast<std::uint32_t>(value)); }
-void BinaryWriter::F32(float value) { U32(std::bit_cast<std::uint32_t>(value)); }
-void BinaryWriter::F64(double value) { AppendLittleEndian(buffer, std::bit_cast<std::uint64_t>(value)); }
-void BinaryWriter::Text(std::string_view text) { buffer += text; }
-
 void BinaryWriter::PaddedText(std::string_view text, std::size_t width) {
   text = text.substr(0, width);
-  buffer += text;
-  buffer.append(width - text.size(), ' ');
+  Text(text);
+  std::fill_n(Next(width - text.size()), width - text.size(), ' ');
 }
+
+void BinaryWriter::Grow(std::size_t count) { buffer.resize(std::max(2 * buffer.size(), used + count)); }
 
 }  // namespace kestrel::base

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 // The only code that touches raw offsets of binary files. Little endian.
 namespace kestrel::base {
@@ -33,23 +35,41 @@ class BinaryReader {
   std::size_t position = 0;
 };
 
-/// Appends values in order to a buffer.
+/// Appends values in order to a buffer. Inline, since a tape's record has thousands of them.
 class BinaryWriter {
  public:
-  void U8(std::uint8_t value);
-  void U16(std::uint16_t value);
-  void I16(std::int16_t value);
-  void U32(std::uint32_t value);
-  void I32(std::int32_t value);
-  void F32(float value);
-  void F64(double value);
-  void Text(std::string_view text);
+  void U8(std::uint8_t value) { LittleEndian(value); }
+  void U16(std::uint16_t value) { LittleEndian(value); }
+  void I16(std::int16_t value) { LittleEndian(static_cast<std::uint16_t>(value)); }
+  void U32(std::uint32_t value) { LittleEndian(value); }
+  void I32(std::int32_t value) { LittleEndian(static_cast<std::uint32_t>(value)); }
+  void F32(float value) { LittleEndian(std::bit_cast<std::uint32_t>(value)); }
+  void F64(double value) { LittleEndian(std::bit_cast<std::uint64_t>(value)); }
+  void Text(std::string_view text) { text.copy(Next(text.size()), text.size()); }
   /// `text` cut or padded with blanks to `width` characters.
   void PaddedText(std::string_view text, std::size_t width);
-  const std::string& Bytes() const { return buffer; }
+  /// All that was written; good until more is.
+  std::string_view Bytes() const { return {buffer.data(), used}; }
+  /// Empties the buffer; its memory is kept for the next filling.
+  void Clear() { used = 0; }
 
  private:
-  std::string buffer;
+  /// Room for the next `count` bytes.
+  char* Next(std::size_t count) {
+    if (count > buffer.size() - used) Grow(count);
+    char* const room = buffer.data() + used;
+    used += count;
+    return room;
+  }
+  template <class Unsigned>
+  void LittleEndian(Unsigned value) {
+    char* const bytes = Next(sizeof(Unsigned));
+    for (std::size_t at = 0; at < sizeof(Unsigned); ++at) bytes[at] = static_cast<char>(value >> (8 * at));
+  }
+  void Grow(std::size_t count);
+
+  std::vector<char> buffer;
+  std::size_t used = 0;
 };
 
 }  // namespace kestrel::base

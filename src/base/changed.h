@@ -19,6 +19,7 @@ enum class Changed : std::uint32_t {
   NameMenus = 1 << 8,        ///< theater and bullseye menus
   ConnectionMenus = 1 << 9,  ///< phonebook menu
   CursorLine = 1 << 10,      ///< the bearing line, its text and the pointer read-outs
+  Tape = 1 << 11,            ///< recording or replay: RecFrm, the recording lamp, what a tape disables
 };
 
 constexpr Changed operator|(Changed a, Changed b) {

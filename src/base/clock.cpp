@@ -11,6 +11,8 @@ namespace {
 
 constexpr double UnixEpoch = 25569;  // 1970-01-01 as days since 1899-12-30
 constexpr double SecondsPerDay = 86400;
+constexpr double FirstDate = -657435;  // the day before the year 100
+constexpr double EndDate = 2958466;    // the day after the year 9999
 
 std::tm LocalTime(std::time_t time) {
   std::tm parts{};
@@ -35,6 +37,35 @@ double SystemClock::Now() const {
                                     std::chrono::day(static_cast<unsigned>(parts.tm_mday));
   const double seconds = parts.tm_hour * 3600.0 + parts.tm_min * 60.0 + parts.tm_sec;
   return UnixEpoch + static_cast<double>(day.time_since_epoch().count()) + seconds / SecondsPerDay;
+}
+
+CalendarTime CalendarOf(double date) {
+  if (!(date > FirstDate && date < EndDate)) date = 0;
+  auto day = static_cast<int>(std::trunc(date));
+  // Before day 0 the fraction still counts forward from midnight.
+  auto seconds = static_cast<int>(std::lround(std::abs(date - day) * SecondsPerDay));
+  if (seconds == static_cast<int>(SecondsPerDay)) {
+    seconds = 0;
+    ++day;
+  }
+  const std::chrono::year_month_day parts(std::chrono::sys_days(std::chrono::days(day - static_cast<int>(UnixEpoch))));
+  return {int(parts.year()),
+          static_cast<int>(unsigned(parts.month())),
+          static_cast<int>(unsigned(parts.day())),
+          seconds / 3600,
+          seconds / 60 % 60,
+          seconds % 60};
+}
+
+std::string DateText(double date) {
+  const CalendarTime time = CalendarOf(date);
+  std::string text;
+  AppendFormat(text, time.Day, "00");
+  text += '/';
+  AppendFormat(text, time.Month, "00");
+  text += '/';
+  AppendFormat(text, time.Year, "0000");
+  return text;
 }
 
 std::string TimeText(double date) {

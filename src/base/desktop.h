@@ -35,6 +35,11 @@ class Desktop {
   /// True while a dialog of the program is on the screen.
   virtual bool ModalOpen() const = 0;
 
+  /// Shows a box with OK once what is being handled now has been, and waits for nothing: what told of it goes on.
+  virtual void MessageSoon(std::string_view title, std::string_view text, MessageIcon icon) {
+    Message(title, text, icon);
+  }
+
   void Message(std::string_view title, std::string_view text, MessageIcon icon) {
     Ask(title, text, icon, MessageButtons::Ok);
   }

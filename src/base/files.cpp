@@ -191,6 +191,13 @@ bool DeleteFile(const fs::path& path) {
   return !failure;
 }
 
+std::optional<std::uint64_t> FreeSpace(const fs::path& folder) {
+  std::error_code failure;
+  const fs::space_info space = fs::space(folder, failure);
+  if (failure) return std::nullopt;
+  return space.available;
+}
+
 std::string NameForMessage(const fs::path& path) {
   // UTF-8, because a name on the disk need not be one of the code page.
   const std::u8string name = path.filename().u8string();

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -36,6 +37,9 @@ void MakeFolder(const std::filesystem::path& folder);
 
 /// Deletes a file if it is there. False when it is there and stays.
 bool DeleteFile(const std::filesystem::path& path);
+
+/// Bytes that may still be written in `folder`; nothing when the system does not tell.
+std::optional<std::uint64_t> FreeSpace(const std::filesystem::path& folder);
 
 /// The last part of a path, for a message.
 std::string NameForMessage(const std::filesystem::path& path);

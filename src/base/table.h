@@ -39,6 +39,9 @@ class Table {
     slots.emplace_back();
   }
 
+  /// Elements are added or taken at the end until the last index is `upperBound`.
+  void Resize(std::size_t upperBound) { slots.resize(upperBound + 1); }
+
   void Reserve(std::size_t upperBound) { slots.reserve(upperBound + 1); }
 
   /// The elements 1..UpperBound(), for walking.

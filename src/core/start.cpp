@@ -133,7 +133,8 @@ constexpr Step mapLoadSteps[] = {
     {"Size the map", [](Program& program) { map::RefreshPositions(program.State.View); }},
     {"ReloadNameMenu", [](Program& program) { program.Shown.Refresh(base::Changed::NameMenus); }},
     {"ResetTheaterData", [](Program& program) { ResetTheaterData(program); }},
-    {"Status pictures", [](Program& program) { program.Shown.Refresh(base::Changed::Connection); }},
+    {"Status pictures",
+     [](Program& program) { program.Shown.Refresh(base::Changed::Connection | base::Changed::Tape); }},
     {"LoadConnectionMenus", [](Program& program) { program.Shown.Refresh(base::Changed::ConnectionMenus); }},
 };
 

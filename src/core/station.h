@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,8 @@
 #include "link/tables.h"
 #include "map/options.h"
 #include "map/view_state.h"
+#include "tape/player.h"
+#include "tape/recorder.h"
 #include "theaters/elevations.h"
 #include "theaters/theater.h"
 
@@ -44,6 +47,15 @@ inline constexpr std::array<std::int32_t, ShortcutCount> BuiltInShortcuts = {
     33, 34, 37, 39, 38, 40,     36,     186,    222, 190, 191, 66, 72,
     78, 76, 49, 50, 51, 200049, 200050, 200051, 67,  112, 113, 114};
 
+/// The tapes: the one that is being recorded and the one that is on show.
+struct Tapes {
+  tape::Recorder Recorder;
+  std::optional<std::uint64_t> FreeBytes;  ///< where the tape is recorded; nothing when that is not known
+  bool SpaceTold = false;                  ///< the person knows that the present tape will soon have no room
+  tape::Player Player;
+  std::optional<tape::BullseyePlace> Bullseye;  ///< of the loaded tape; in force instead of the theater's
+};
+
 /// The state of the whole station: made once in main.cpp and handed on by reference. Procedures take the records that
 /// they read and write, not all of this; only start, stop and theater switch take it whole.
 struct Station {
@@ -60,6 +72,7 @@ struct Station {
   map::ViewState View;
   base::Picture MapPicture;         ///< the current theater's
   theaters::Elevations Elevations;  ///< the current theater's
+  core::Tapes Tapes;
   std::array<ToolWindowState, ToolWindowCount> ToolWindows = {};
   EditorPositions Editors;
   std::array<std::int32_t, ShortcutCount> Shortcuts = BuiltInShortcuts;

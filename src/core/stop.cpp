@@ -1,5 +1,6 @@
 #include "core/program.h"
 #include "core/settings.h"
+#include "core/tapes.h"
 
 // The lists of the closing: the frame, then the map window within it.
 namespace kestrel::core {
@@ -21,7 +22,7 @@ constexpr Step mapUnloadSteps[] = {
     // Before the session is left, so the last AWAEND is not in the log: this stands.
     {"close the log", [](Program& program) { program.Log.File.Close(); }},
     {"leave the session", [](Program& program) { program.Link.Leave(); }},
-    {"RecordingEnd"},
+    {"RecordingEnd", UnloadTapes},
 };
 
 }  // namespace

@@ -38,7 +38,7 @@ void ReloadEditedTheater(Program& program);
 /// Menu entry mnuBullseyesName.
 base::Changed SelectBullseye(Program& program, std::size_t index);
 
-/// Puts the bullseye mark at `place` (map units, Y north; a tape gives it), or at the current bullseye.
+/// Puts the bullseye at `place` (map units, Y north), or at the loaded tape's, or at the current one of the theater.
 base::Changed ReloadBulls(Station& station, std::optional<map::Point> place = std::nullopt);
 
 }  // namespace kestrel::core

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "base/changed.h"
 
 namespace kestrel::core {
@@ -18,6 +20,8 @@ class Windows {
   virtual void Refresh(base::Changed what) = 0;
   /// Shows frmSavingMessage and lets it paint, or hides it.
   virtual void ShowSavingMessage(bool shown) = 0;
+  /// "Loading the requested file..." in the middle of the map window with its bar at `percent`; nothing hides it.
+  virtual void ShowLoading(std::optional<int> percent) = 0;
   /// Unloads every open window except the frame.
   virtual void UnloadWindows() = 0;
 };

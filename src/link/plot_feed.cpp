@@ -76,15 +76,43 @@ Direction KnownDirection(double degrees) {
   return static_cast<double>(whole) == degrees ? table[whole] : DirectionOf(degrees);
 }
 
-/// One record of the wire as it is drawn. The way through surface units that the position is told by cancels out.
+/// X and Y from Bearing and Range. The way through surface units that the position is told by cancels out.
+void PlaceAIPlot(theaters::DownPoint bullseye, AIPlotRecord& plot) {
+  const Direction direction = KnownDirection(plot.Bearing);
+  plot.X = static_cast<float>(bullseye.X + direction.Sin * plot.Range * MapUnitsPerMile);
+  plot.Y = static_cast<float>(bullseye.Y - direction.Cos * plot.Range * MapUnitsPerMile);
+}
+
+AIHistoryPoint DotOf(const AIPlotRecord& plot, base::Colour AICOLOR) {
+  return {plot.X, plot.Y, 1, plot.Hostile != 0 ? AICOLOR : FriendlyHistoryColour};
+}
+
+/// Answers whether names are hostile, one after another.
+class HostileTest {
+ public:
+  explicit HostileTest(const base::Table<std::string>& FriendlyList)
+      : friends(FriendlyList), hostile(friends.Holds(flight) ? 0 : 1) {}
+  std::uint8_t operator()(std::string_view name) {
+    if (const std::string_view text = FlightText(name); text != flight) {
+      flight = text;
+      hostile = friends.Holds(flight) ? 0 : 1;
+    }
+    return hostile;
+  }
+
+ private:
+  FriendlyIndex friends;
+  std::string_view flight;  ///< of the name before: those of one flight stand together
+  std::uint8_t hostile;
+};
+
+/// One record of the wire as it is drawn.
 void ReadAIRecord(std::string_view record, theaters::DownPoint bullseye, AIPlotRecord& plot) {
   plot.Name = Piece(record, 0, NameLength);
   plot.Bearing = FeedNumberOrZero(Piece(record, NameLength, AngleLength));
   plot.Range = FeedNumberOrZero(Piece(record, NameLength + AngleLength, AngleLength));
   plot.Altitude = AIAltitude(Piece(record, NameLength + 2 * AngleLength, 2));
-  const Direction direction = KnownDirection(plot.Bearing);
-  plot.X = static_cast<float>(bullseye.X + direction.Sin * plot.Range * MapUnitsPerMile);
-  plot.Y = static_cast<float>(bullseye.Y - direction.Cos * plot.Range * MapUnitsPerMile);
+  PlaceAIPlot(bullseye, plot);
 }
 
 }  // namespace
@@ -127,14 +155,11 @@ void IncreasePlotHistories(base::Colour AICOLOR, Tables& tables) {
     ++live[kept++].Age;
   }
   // The new dots first take the places of the dropped ones.
-  const auto dotOf = [AICOLOR](const AIPlotRecord& plot) {
-    return AIHistoryPoint{plot.X, plot.Y, 1, plot.Hostile != 0 ? AICOLOR : FriendlyHistoryColour};
-  };
   for (const AIPlotRecord& plot : tables.AIPlots.Live()) {
     if (kept < dots.UpperBound()) {
-      dots[++kept] = dotOf(plot);
+      dots[++kept] = DotOf(plot, AICOLOR);
     } else {
-      dots.Append(dotOf(plot));
+      dots.Append(DotOf(plot, AICOLOR));
       kept = dots.UpperBound();
     }
   }
@@ -148,20 +173,26 @@ void ParseAI(std::string_view Data, theaters::DownPoint bullseye, Tables& tables
   for (std::size_t i = 0; i < count; ++i) names.push_back(Piece(Data, i * AIRecordLength, NameLength));
 
   // Read in sorted order: the table is the same as if it had been filled first and sorted then.
-  const FriendlyIndex friends(tables.FriendlyList);
+  HostileTest isHostile(tables.FriendlyList);
   tables.AIPlots.Clear();
   tables.AIPlots.Reserve(count);
-  std::string_view flight;  // of the record before: those of one flight stand together
-  std::uint8_t hostile = friends.Holds(flight) ? 0 : 1;
   for (const std::uint32_t i : NameOrder(names, 1)) {
     AIPlotRecord& plot = tables.AIPlots.Append({});
     ReadAIRecord(Piece(Data, i * AIRecordLength, AIRecordLength), bullseye, plot);
-    if (const std::string_view text = FlightText(names[i]); text != flight) {
-      flight = text;
-      hostile = friends.Holds(flight) ? 0 : 1;
-    }
-    plot.Hostile = hostile;
+    plot.Hostile = isHostile(names[i]);
   }
+}
+
+void PlaceAIPlots(theaters::DownPoint bullseye, Tables& tables) {
+  HostileTest isHostile(tables.FriendlyList);
+  for (AIPlotRecord& plot : tables.AIPlots.Live()) {
+    PlaceAIPlot(bullseye, plot);
+    plot.Hostile = isHostile(plot.Name);
+  }
+}
+
+void AddPlotDots(base::Colour AICOLOR, Tables& tables) {
+  for (const AIPlotRecord& plot : tables.AIPlots.Live()) tables.AIHistory.Append(DotOf(plot, AICOLOR));
 }
 
 void SortAIPlots(Tables& tables, std::size_t Low, std::size_t High) {

@@ -28,8 +28,14 @@ void GetAWACSPosData(std::string_view Data, std::int32_t SyncInterval, Tables& t
 /// counts.
 void ParseAI(std::string_view Data, theaters::DownPoint bullseye, Tables& tables);
 
+/// X, Y and Hostile of every AI plot from its Bearing, Range and Name, as ParseAI sets them; the order stays.
+void PlaceAIPlots(theaters::DownPoint bullseye, Tables& tables);
+
 /// Ages the AI trail and adds the present AIPlots to it; `AICOLOR` is the colour of hostile dots.
 void IncreasePlotHistories(base::Colour AICOLOR, Tables& tables);
+
+/// Adds one more dot of Age 1 for each of the present AIPlots.
+void AddPlotDots(base::Colour AICOLOR, Tables& tables);
 
 /// Speed of a client in knots from its last History slot to its position, over `IntervalMs`; 0 without an interval,
 /// without PosText, or when that slot is exactly 0, 0.

@@ -171,6 +171,7 @@ void Session::EndConnection() {
   session.Connected = false;
   DeselectPlot(session);  // the table that it points into is emptied
   plots.Empty();
+  owner.RecordingEnd();
   pending |= Changed::Connection | Changed::Roster | Changed::AIList | Changed::Plots;
 }
 
@@ -259,6 +260,7 @@ void Session::Synchronise(std::string_view) {
   constexpr std::uint32_t longest = std::numeric_limits<std::int32_t>::max();
   sync.SyncInterval = static_cast<std::int32_t>(std::min(passed, longest));
   sync.SyncLast = debugLog.Time().TickCount();
+  owner.ComputeRecData();
 }
 
 void Session::ClosedByServer(std::string_view) {

@@ -39,6 +39,10 @@ class SessionHost {
   virtual std::uint8_t ChooseChannel(std::uint8_t present) = 0;
   /// Refreshes each marked view once. Called at the end of an arrival and before a box is shown.
   virtual void Refresh(base::Changed what) = 0;
+  /// SYNCRO has come and its times are in the state. A host without tapes does nothing.
+  virtual void ComputeRecData() {}
+  /// The session has ended: its tables are empty and its times 0. Comes again when ConnectionEnd does.
+  virtual void RecordingEnd() {}
 };
 
 /// The session: socket events in, tables and Refresh out. Bytes -> InData -> ParseData -> Commands -> handlers. Not
@@ -68,6 +72,11 @@ class Session final : public SocketEvents {
   void DropSocket();
   /// On the unload of the map window: AWAEND when the socket is not closed, pending events, close.
   void Leave();
+
+  /// True while bytes would go to a server.
+  bool SocketConnected() const { return socket.State() == SocketState::Connected; }
+  /// True from a connect, also one that is not answered yet, until the socket is closed and the session has ended.
+  bool Open() const { return session.Connected || socket.State() != SocketState::Closed; }
 
   void OnConnect() override;
   void OnDataArrival() override;

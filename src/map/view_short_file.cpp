@@ -48,7 +48,7 @@ std::string WriteViewShorts(const ViewShorts& shorts) {
     writer.F64(slot.ViewCenterY);
     writer.F64(slot.Resolution);
   }
-  return writer.Bytes();
+  return std::string(writer.Bytes());
 }
 
 }  // namespace kestrel::map

@@ -64,6 +64,14 @@ TEST(Bytes, HugeCountsThrowWithoutOverflow) {
   EXPECT_EQ(reader.Left(), 2u);
 }
 
+TEST(Bytes, ClearedWriterBeginsAgain) {
+  BinaryWriter writer;
+  writer.U32(1);
+  writer.Clear();
+  writer.U8(2);
+  EXPECT_EQ(writer.Bytes(), "\x02");
+}
+
 TEST(Bytes, PaddedTextIsCutToItsWidth) {
   BinaryWriter writer;
   writer.PaddedText("abcdef", 3);

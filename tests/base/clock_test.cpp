@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <limits>
+#include <string>
 
 namespace kestrel::base {
 namespace {
@@ -31,6 +33,38 @@ TEST(Clock, TimeTextOfStrangeDatesIsATime) {
   EXPECT_EQ(TimeText(std::numeric_limits<double>::infinity()), "00:00:00");
   // Before the epoch the fraction counts forward as well.
   EXPECT_EQ(TimeText(-1.25), "06:00:00");
+}
+
+/// "1899-12-30 00:00:00"
+std::string Written(const CalendarTime& time) {
+  char text[80];
+  std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", time.Year, time.Month, time.Day, time.Hour,
+                time.Minute, time.Second);
+  return text;
+}
+
+TEST(Clock, CalendarIsTheDateAndTimeToTheNearestSecond) {
+  EXPECT_EQ(Written(CalendarOf(0)), "1899-12-30 00:00:00");
+  EXPECT_EQ(Written(CalendarOf(36526.5)), "2000-01-01 12:00:00");
+  EXPECT_EQ(Written(CalendarOf(46347 + 32707.0 / 86400)), "2026-11-21 09:05:07");
+  EXPECT_EQ(Written(CalendarOf(46387 + 86399.4 / 86400)), "2026-12-31 23:59:59");
+  EXPECT_EQ(Written(CalendarOf(46387 + 86399.6 / 86400)), "2027-01-01 00:00:00");
+  EXPECT_EQ(Written(CalendarOf(-1.25)), "1899-12-29 06:00:00");
+  EXPECT_EQ(Written(CalendarOf(-657434)), "0100-01-01 00:00:00");
+  EXPECT_EQ(Written(CalendarOf(2958465.5)), "9999-12-31 12:00:00");
+}
+
+TEST(Clock, DateTextIsDayMonthAndYear) {
+  EXPECT_EQ(DateText(46347.5), "21/11/2026");
+  EXPECT_EQ(DateText(36526), "01/01/2000");
+  EXPECT_EQ(DateText(std::numeric_limits<double>::quiet_NaN()), "30/12/1899");
+}
+
+TEST(Clock, CalendarOfStrangeDatesIsDay0) {
+  for (const double date : {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(), 1e300,
+                            -1e300, 2958466.0, -657435.0}) {
+    EXPECT_EQ(Written(CalendarOf(date)), "1899-12-30 00:00:00") << date;
+  }
 }
 
 TEST(Clock, NowIsTheLocalTimeOfTheSystem) {

@@ -157,6 +157,12 @@ TEST(Files, DeleteFileIsContentWithAMissingFile) {
   EXPECT_FALSE(DeleteFile(folder / "full"));
 }
 
+TEST(Files, FreeSpaceIsToldForAFolderThatIsThere) {
+  const test::TempFolder folder;
+  EXPECT_EQ(FreeSpace(folder.Path()), fs::space(folder.Path()).available);
+  EXPECT_EQ(FreeSpace(folder / "none"), std::nullopt);
+}
+
 TEST(Files, NamesAreCutOffTheirFolders) {
   EXPECT_EQ(BareName("a/b\\c.txt"), "c.txt");
   EXPECT_EQ(BareName("c.txt"), "c.txt");

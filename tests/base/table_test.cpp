@@ -24,6 +24,17 @@ TEST(Table, RemovingKeepsTheOrderOfTheRest) {
   EXPECT_EQ(table[2], "c");
 }
 
+TEST(Table, ResizingKeepsWhatStays) {
+  Table<std::string> table;
+  table[0] = "dummy";
+  table.Append("a");
+  table.Resize(3);
+  EXPECT_THAT(table.Live(), testing::ElementsAre("a", "", ""));
+  table.Resize(0);
+  EXPECT_TRUE(table.Empty());
+  EXPECT_EQ(table[0], "dummy");
+}
+
 TEST(Table, ClearMakesTheDummyNew) {
   Table<std::string> table;
   table[0] = "old";

@@ -82,7 +82,7 @@ TEST_F(Life, AStartShowsTheFirstMapWithoutABox) {
                                               "OpenFreqFrm", "Refresh"));
   ASSERT_THAT(around.Shown.Refreshes, SizeIs(4));
   EXPECT_EQ(around.Shown.Refreshes[0], base::Changed::NameMenus);
-  EXPECT_EQ(around.Shown.Refreshes[1], base::Changed::Connection);
+  EXPECT_EQ(around.Shown.Refreshes[1], base::Changed::Connection | base::Changed::Tape);
   EXPECT_EQ(around.Shown.Refreshes[2], base::Changed::ConnectionMenus);
   EXPECT_TRUE(Has(around.Shown.Refreshes[3], base::Changed::Map));
   EXPECT_TRUE(Has(around.Shown.Refreshes[3], base::Changed::Zoom));

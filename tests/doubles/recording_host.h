@@ -21,12 +21,20 @@ class RecordingHost final : public link::SessionHost {
     Refreshes.push_back(what);
     if (WhenRefreshed) WhenRefreshed(what);
   }
+  void ComputeRecData() override {
+    if (WhenSynchronised) WhenSynchronised();
+  }
+  void RecordingEnd() override {
+    if (WhenEnded) WhenEnded();
+  }
 
   std::uint8_t Choice = 1;                           ///< the channel that the person picks
   std::vector<std::uint8_t> Preselected;             ///< one for each dialog shown
   std::vector<base::Changed> Refreshes;              ///< in order
   std::function<void()> WhileChoosing;               ///< run while the channel dialog is open
   std::function<void(base::Changed)> WhenRefreshed;  ///< run inside Refresh
+  std::function<void()> WhenSynchronised;            ///< run inside ComputeRecData
+  std::function<void()> WhenEnded;                   ///< run inside RecordingEnd
 };
 
 }  // namespace kestrel::doubles

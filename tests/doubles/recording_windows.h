@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,15 +23,17 @@ class RecordingWindows final : public core::Windows {
     Refreshes.push_back(what);
   }
   void ShowSavingMessage(bool shown) override { Calls.push_back(shown ? "saving message" : "no saving message"); }
+  void ShowLoading(std::optional<int> percent) override { Loading.push_back(percent); }
   void UnloadWindows() override {
     Calls.push_back("UnloadWindows");
     if (WhenUnloaded) WhenUnloaded();
   }
 
-  std::vector<std::string> Calls;        ///< in order
-  std::vector<base::Changed> Refreshes;  ///< in order
-  std::function<void()> WhenShown;       ///< run inside ShowMainFrm
-  std::function<void()> WhenUnloaded;    ///< run inside UnloadWindows
+  std::vector<std::string> Calls;           ///< in order
+  std::vector<base::Changed> Refreshes;     ///< in order
+  std::vector<std::optional<int>> Loading;  ///< what ShowLoading was called with
+  std::function<void()> WhenShown;          ///< run inside ShowMainFrm
+  std::function<void()> WhenUnloaded;       ///< run inside UnloadWindows
 };
 
 }  // namespace kestrel::doubles

@@ -545,6 +545,48 @@ TEST_F(SessionTest, ChangedPortEndsAnAttemptToConnect) {
   EXPECT_EQ(socket.Log, (Lines{"connect 10.0.0.1:5556", "close"}));
 }
 
+TEST_F(SessionTest, TheHostHearsOfEachSynchronisationInItsPlaceAmongTheMessages) {
+  Connect();
+  std::vector<std::pair<std::size_t, std::int32_t>> seen;
+  host.WhenSynchronised = [&] {
+    clock.Ticks += 400;
+    seen.emplace_back(tables.Clients.UpperBound(), state.Sync.SyncInterval);
+  };
+  clock.Ticks = 1000;
+  socket.Arrive(Message("NEWCLT", ClientData("1", "Smith")) + Message("SYNCRO") +
+                Message("NEWCLT", ClientData("2", "Jones")) + Message("SYNCRO"));
+  EXPECT_EQ(seen, (std::vector<std::pair<std::size_t, std::int32_t>>{{1, 0}, {2, 400}}));
+}
+
+TEST_F(SessionTest, TheHostHearsOfTheEndOnceTheTablesAreEmptyAndTheTimesZero) {
+  Connect();
+  socket.Arrive(Message("NEWCLT", ClientData("1", "Smith")));
+  state.Sync.SyncInterval = 7;
+  int heard = 0;
+  host.WhenEnded = [&] {
+    ++heard;
+    EXPECT_TRUE(tables.Clients.Empty());
+    EXPECT_EQ(state.Sync.SyncInterval, 0);
+    EXPECT_FALSE(state.Connected);
+  };
+  socket.PeerCloses();
+  EXPECT_EQ(heard, 1);
+}
+
+TEST_F(SessionTest, IsOpenFromTheConnectToTheEnd) {
+  EXPECT_FALSE(session.Open());
+  session.ConnectTo("127.0.0.1");
+  EXPECT_TRUE(session.Open());
+  EXPECT_FALSE(session.SocketConnected());
+  socket.Accept();
+  EXPECT_TRUE(session.SocketConnected());
+  session.DropSocket();
+  EXPECT_FALSE(session.SocketConnected());
+  EXPECT_TRUE(session.Open()) << "what the changed port has left standing";
+  session.ConnectionEnd();
+  EXPECT_FALSE(session.Open());
+}
+
 TEST_F(SessionTest, EndingTwiceIsSafe) {
   session.ConnectionEnd();
   session.ConnectionEnd();

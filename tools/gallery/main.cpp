@@ -6,12 +6,15 @@
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
+#include <QLineEdit>
 #include <QPixmap>
 #include <QProcess>
 #include <QPushButton>
+#include <QSlider>
 #include <QStyle>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QToolButton>
 #include <QTreeView>
 #include <cstdio>
 #include <filesystem>
@@ -32,6 +35,16 @@ QWidget* Top(const QString& name) {
     if (window->objectName() == name) return window;
   }
   return nullptr;
+}
+
+bool Shown(const char* name) {
+  const QWidget* window = Top(QLatin1String(name));
+  return window != nullptr && window->isVisible();
+}
+
+template <class Control>
+Control* RecControl(const char* name) {
+  return Top(QStringLiteral("RecFrm"))->findChild<Control*>(QLatin1String(name));
 }
 
 /// Does one thing after another, each in a turn of its own, also within the loops of dialogs.
@@ -82,10 +95,6 @@ class Script {
     std::function<bool()> Ready;
     std::function<void()> Run;
   };
-  static bool Shown(const char* name) {
-    const QWidget* window = Top(QLatin1String(name));
-    return window != nullptr && window->isVisible();
-  }
   void Turn() {
     if (next < steps.size() && steps[next].Ready()) {
       turns = 0;
@@ -93,7 +102,11 @@ class Script {
       const std::size_t now = next++;
       steps[now].Run();
     } else if (++turns > 500) {
-      std::fprintf(stderr, "stuck at step %zu\n", next);
+      std::fprintf(stderr, "stuck at step %zu before", next);
+      for (const QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible()) std::fprintf(stderr, " %s", qPrintable(window->objectName()));
+      }
+      std::fprintf(stderr, "\n");
       std::exit(1);
     }
   }
@@ -162,6 +175,23 @@ int main(int argc, char** argv) {
   script.GrabAndClose("MdfBullsFrm");
   script.Menu("mnuSetNewBulls");
   script.GrabAndClose("BullsDetailsFrm");
+  // A replay of the demo tape, somewhat into it.
+  script.Add([] { return true; },
+             [] { Top(QStringLiteral("MDIForm1"))->findChild<QToolButton*>(QStringLiteral("chkPlayback"))->click(); });
+  script.Press("RecFrm", "Command1");
+  script.Add([] { return Shown("OpenFile"); },
+             [folder] {
+               QWidget* dialog = Top(QStringLiteral("OpenFile"));
+               dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))
+                   ->setText(QString::fromStdString((folder / "TAPES" / "Demo.tap").string()));
+               QTimer::singleShot(0, dialog, [dialog] { QMetaObject::invokeMethod(dialog, "accept"); });
+             });
+  script.Add([] { return RecControl<QAbstractButton>("Command2")->isEnabled(); },
+             [] { RecControl<QSlider>("HScroll1")->setValue(57); });
+  script.Press("RecFrm", "Command2");
+  script.Add([] { return RecControl<QAbstractButton>("Command3")->isEnabled(); },
+             [] { RecControl<QSlider>("Slider1")->setValue(2); });
+  script.Grab("RecFrm");
   script.Add([] { return true; }, [] { Top(QStringLiteral("MDIForm1"))->close(); });
   return shell::RunStation(folder, [&script] { script.Start(); });
 }

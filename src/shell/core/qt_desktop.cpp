@@ -10,6 +10,7 @@
 #include <QMessageBox>
 #include <QProcess>
 #include <QPushButton>
+#include <QTimer>
 #include <QUrl>
 #include <vector>
 
@@ -58,14 +59,16 @@ std::vector<BoxButton> ButtonsOf(base::MessageButtons buttons) {
   return {OkButton};
 }
 
-/// "Images |*.bmp;*.jpg" as the toolkit's "Images (*.bmp *.jpg)".
+/// "Images |*.bmp;*.jpg" as the toolkit's "Images (*.bmp *.jpg)". A label that names its pattern itself stays as it is.
 QStringList NameFilters(std::string_view filter) {
   const QStringList parts = FromBytes(filter).split(u'|');
   QStringList filters;
   for (qsizetype at = 0; at + 1 < parts.size(); at += 2) {
     QString patterns = parts[at + 1];
     patterns.replace(u';', u' ');
-    filters << parts[at].trimmed() + QStringLiteral(" (") + patterns + u')';
+    const QString named = u'(' + patterns + u')';
+    const QString label = parts[at].trimmed();
+    filters << (label.endsWith(named) ? label : label + u' ' + named);
   }
   return filters;
 }
@@ -92,6 +95,13 @@ base::Answer QtDesktop::Ask(std::string_view title, std::string_view text, base:
     if (chosen == each.Standard) return each.Meaning;
   }
   return offered.back().Meaning;
+}
+
+void QtDesktop::MessageSoon(std::string_view title, std::string_view text, base::MessageIcon icon) {
+  // Without a frame there is nobody left to tell.
+  if (owner.isNull()) return;
+  QTimer::singleShot(
+      0, owner, [this, title = std::string(title), text = std::string(text), icon] { Message(title, text, icon); });
 }
 
 void QtDesktop::LetEventsRun() { QCoreApplication::processEvents(); }

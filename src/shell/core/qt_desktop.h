@@ -19,6 +19,7 @@ class QtDesktop final : public base::Desktop {
 
   base::Answer Ask(std::string_view title, std::string_view text, base::MessageIcon icon,
                    base::MessageButtons buttons) override;
+  void MessageSoon(std::string_view title, std::string_view text, base::MessageIcon icon) override;
   void LetEventsRun() override;
   /// A file with an argument is started as a program when it exists; anything else (a page, a document) is handed to
   /// the system.

@@ -2,9 +2,11 @@
 
 #include <QApplication>
 
+#include "core/tapes.h"
 #include "shell/link/clients_frm.h"
 #include "shell/link/select_channel_dialog.h"
 #include "shell/map/mini_map_frm.h"
+#include "shell/tape/rec_frm.h"
 
 namespace kestrel::shell {
 
@@ -49,6 +51,8 @@ void StationWindows::Refresh(base::Changed what) {
   if (Has(what, Changed::Roster | Changed::AIList | Changed::Connection)) frame->Tools().Clients().Refresh(what);
   if (Has(what, Changed::Zoom)) frame->ShowZoom();
   if (Has(what, Changed::Connection)) frame->ShowConnection();
+  if (Has(what, Changed::Connection | Changed::Tape)) frame->ShowTape();
+  if (Has(what, Changed::Tape)) frame->Tools().Rec().Refresh();
   if (Has(what, Changed::Activity)) frame->Strip().ActivityPulse();
   if (Has(what, Changed::NameMenus)) frame->ReloadNameMenu();
   if (Has(what, Changed::ConnectionMenus)) frame->LoadConnectionMenus();
@@ -64,6 +68,10 @@ void StationWindows::ShowSavingMessage(bool shown) {
   }
   if (saving == nullptr) saving = new frmSavingMessage(frame.get());
   saving->ShowNow();
+}
+
+void StationWindows::ShowLoading(std::optional<int> percent) {
+  if (frame && !unloaded) frame->Map().ShowLoading(percent);
 }
 
 void StationWindows::UnloadWindows() {
@@ -82,5 +90,9 @@ std::uint8_t StationWindows::ChooseChannel(std::uint8_t present) {
   dialog.exec();
   return dialog.Channel();
 }
+
+void StationWindows::ComputeRecData() { core::ComputeRecData(*program); }
+
+void StationWindows::RecordingEnd() { core::RecordingEnd(*program); }
 
 }  // namespace kestrel::shell

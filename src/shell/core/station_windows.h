@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "core/program.h"
 #include "core/windows.h"
@@ -27,8 +28,11 @@ class StationWindows final : public core::Windows, public link::SessionHost {
   void OpenFreqFrm() override;
   void Refresh(base::Changed what) override;
   void ShowSavingMessage(bool shown) override;
+  void ShowLoading(std::optional<int> percent) override;
   void UnloadWindows() override;
   std::uint8_t ChooseChannel(std::uint8_t present) override;
+  void ComputeRecData() override;
+  void RecordingEnd() override;
 
  private:
   ModalCount& modal;

@@ -10,6 +10,7 @@
 
 #include "base/failure.h"
 #include "core/auto_update.h"
+#include "core/tapes.h"
 #include "core/theater_switch.h"
 #include "map/cursor_tools.h"
 #include "map/geometry.h"
@@ -55,7 +56,7 @@ MDIForm1::MDIForm1(core::Program& program, ModalCount& dialogs) : station(progra
   statusBar()->setContentsMargins(0, 0, 0, 0);
   statusBar()->addPermanentWidget(strip, 1);
   bullseyes = new BullseyeWindows(program, modal, *this);
-  Entry("mnuDisconnect").setEnabled(false);
+  for (const char* name : {"mnuDisconnect", "mnuStartRec", "mnuStopRecording"}) Entry(name).setEnabled(false);
   // What a window manager adds around it is not known yet: a title bar's height is left above and a little below.
   const int title = style()->pixelMetric(QStyle::PM_TitleBarHeight);
   const QRect room = screen()->availableGeometry().adjusted(0, title, 0, -title / 2);
@@ -185,6 +186,17 @@ void MDIForm1::ShowConnection() {
   Entry("mnuDisconnect").setEnabled(session.Connected);
 }
 
+void MDIForm1::ShowTape() {
+  const core::Tapes& tapes = station.State.Tapes;
+  strip->ShowRecording(tapes.Recorder.Recording(), FromBytes(core::RecordingTip(station.State)));
+  Entry("mnuStartRec").setEnabled(core::MayRecord(station));
+  Entry("mnuStopRecording").setEnabled(tapes.Recorder.Recording());
+  Entry("mnuConnection").setEnabled(!tapes.Player.State().Loaded());
+  if (bullseyeFromTape == tapes.Bullseye.has_value()) return;
+  bullseyeFromTape = tapes.Bullseye.has_value();
+  DisableBullsAction(!bullseyeFromTape);
+}
+
 void MDIForm1::ShowZoom() { strip->ShowZoom(FromBytes(map::ZoomText(station.State.View))); }
 
 void MDIForm1::ShowPointer() {
@@ -205,6 +217,10 @@ void MDIForm1::ShowPointer() {
 void MDIForm1::ShowAutoUpdate() { Entry("mnuAutoUpdate").setChecked(station.State.AutoUpdate); }
 
 void MDIForm1::Disconnect() { station.Link.Disconnect(); }
+
+void MDIForm1::StartRecording() { core::RecordingStart(station); }
+
+void MDIForm1::StopRecording() { core::RecordingEnd(station); }
 
 void MDIForm1::ResetZoomAndCenter() {
   station.State.View.Resolution = 1;

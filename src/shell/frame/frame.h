@@ -44,6 +44,8 @@ class MDIForm1 final : public QMainWindow {
   void ReloadNameMenu();
   /// Caption, lamp and mnuDisconnect.
   void ShowConnection();
+  /// The recording lamp and entries, and what a loaded tape disables.
+  void ShowTape();
   void ShowZoom();
   /// All that follows the pointer: its position and elevation, the measurements and their line on the map.
   void ShowPointer();
@@ -51,6 +53,8 @@ class MDIForm1 final : public QMainWindow {
 
   // What the menu entries run.
   void Disconnect();
+  void StartRecording();
+  void StopRecording();
   void ResetZoomAndCenter();
   void OpenOnlineDocs();
   void ToggleAutoUpdate();
@@ -97,6 +101,7 @@ class MDIForm1 final : public QMainWindow {
   FocusFilter focus;
   QTimer left;  ///< runs while no window of ours is active
   bool closing = false;
+  bool bullseyeFromTape = false;  ///< the actions of the bullseyes are disabled
 };
 
 }  // namespace kestrel::shell

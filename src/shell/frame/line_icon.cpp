@@ -67,6 +67,19 @@ void PaintOpacity(QPainter& painter) {
   painter.drawChord(QRectF(2.5, 2.5, 11, 11), -90 * 16, 180 * 16);
 }
 
+void PaintOpenFile(QPainter& painter) {
+  const QPointF folder[] = {{2, 12.5}, {2, 3.5}, {6, 3.5}, {7.5, 5.5}, {12.5, 5.5}, {12.5, 7.5}};
+  painter.drawPolyline(folder, std::size(folder));
+  const QPointF flap[] = {{2, 12.5}, {4.5, 7.5}, {14.5, 7.5}, {12, 12.5}};
+  painter.drawPolygon(flap, std::size(flap));
+}
+
+void PaintEject(QPainter& painter) {
+  const QPointF triangle[] = {{8, 3}, {13, 9}, {3, 9}};
+  painter.drawPolygon(triangle, std::size(triangle));
+  painter.drawLine(QPointF(3, 12.5), QPointF(13, 12.5));
+}
+
 void PaintIcon(QPainter& painter, IconKind kind) {
   switch (kind) {
     case IconKind::Clients:
@@ -105,6 +118,17 @@ void PaintIcon(QPainter& painter, IconKind kind) {
       painter.drawLine(QPointF(3.5, 3.5), QPointF(12.5, 12.5));
       painter.drawLine(QPointF(12.5, 3.5), QPointF(3.5, 12.5));
       return;
+    case IconKind::OpenFile:
+      return PaintOpenFile(painter);
+    case IconKind::Pause:
+      painter.drawRect(QRectF(4, 3, 2.4, 10));
+      painter.drawRect(QRectF(9.6, 3, 2.4, 10));
+      return;
+    case IconKind::Stop:
+      painter.drawRect(QRectF(3.5, 3.5, 9, 9));
+      return;
+    case IconKind::Eject:
+      return PaintEject(painter);
   }
 }
 

@@ -16,7 +16,11 @@ enum class IconKind {
   RollUp,
   RollDown,
   Opacity,
-  Close
+  Close,
+  OpenFile,
+  Pause,
+  Stop,
+  Eject
 };
 
 /// An icon of one stroke weight, drawn at the size and in the text colour that are asked of it, so that it is sharp at

@@ -71,8 +71,8 @@ constexpr MenuEntry MenuBar[] = {
     {"mnuResetMainWindowPosition", "Reset Ma&in Window Position", "mnuScreen", Nothing},
 
     {"mnuRecording", "Re&cording", "", Submenu},
-    {"mnuStartRec", "Star&t Recording", "mnuRecording", Later},
-    {"mnuStopRecording", "Sto&p Recording", "mnuRecording", Later},
+    {"mnuStartRec", "Star&t Recording", "mnuRecording", Runs, [](MDIForm1& frame) { frame.StartRecording(); }},
+    {"mnuStopRecording", "Sto&p Recording", "mnuRecording", Runs, [](MDIForm1& frame) { frame.StopRecording(); }},
     {"mnuPlaybackMode", "Play&back Mode", "mnuRecording", Nothing, nullptr, true},
     {"mnuOpenPlaybackFile", "Ope&n File for Playback", "mnuRecording", Nothing},
 

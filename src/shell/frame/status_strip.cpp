@@ -107,6 +107,8 @@ void StatusStrip::ShowConnected(bool connected) {
   StatPic_Conn->Set(connected, connected ? QStringLiteral("Connected") : QStringLiteral("Not connected"));
 }
 
+void StatusStrip::ShowRecording(bool recording, const QString& toolTip) { StatPic_Rec->Set(recording, toolTip); }
+
 void StatusStrip::ActivityPulse() {
   ActivityOn = false;
   if (!TimerAct.isActive()) TimerAct.start();

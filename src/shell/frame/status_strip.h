@@ -23,6 +23,8 @@ class StatusStrip final : public QWidget {
   explicit StatusStrip(QWidget* owner);
 
   void ShowConnected(bool connected);
+  /// `toolTip`: what the tape takes and what room is left, or that nothing is recorded.
+  void ShowRecording(bool recording, const QString& toolTip);
   /// A command came or went: the activity lamp lights for one tick.
   void ActivityPulse();
   void ShowZoom(const QString& text);

@@ -12,6 +12,7 @@
 #include "shell/map/bulls_frm.h"
 #include "shell/map/curs_frm.h"
 #include "shell/map/mini_map_frm.h"
+#include "shell/tape/rec_frm.h"
 
 namespace kestrel::shell {
 namespace {
@@ -36,9 +37,10 @@ std::unique_ptr<ToolFrm> MakeWindow(core::Program& program, const ToolEntry& ent
       return std::make_unique<BullsFrm>(program, frame);
     case core::ToolWindow::MiniMap:
       return std::make_unique<MiniMapFrm>(program, frame);
+    case core::ToolWindow::Rec:
+      return std::make_unique<RecFrm>(program, frame);
     case core::ToolWindow::View:
     case core::ToolWindow::Areas:
-    case core::ToolWindow::Rec:
     case core::ToolWindow::Freq:
       break;
   }
@@ -73,6 +75,7 @@ ToolWindows::~ToolWindows() = default;
 BullsFrm& ToolWindows::Bulls() { return static_cast<BullsFrm&>(Window(core::ToolWindow::Bulls)); }
 CursFrm& ToolWindows::Curs() { return static_cast<CursFrm&>(Window(core::ToolWindow::Curs)); }
 MiniMapFrm& ToolWindows::MiniMap() { return static_cast<MiniMapFrm&>(Window(core::ToolWindow::MiniMap)); }
+RecFrm& ToolWindows::Rec() { return static_cast<RecFrm&>(Window(core::ToolWindow::Rec)); }
 
 ClientsFrm& ToolWindows::Clients() { return static_cast<ClientsFrm&>(Window(core::ToolWindow::Clients)); }
 

@@ -14,6 +14,7 @@ class ClientsFrm;
 class BullsFrm;
 class CursFrm;
 class MiniMapFrm;
+class RecFrm;
 
 /// Owns the eight floating windows and does what is done to all of them.
 class ToolWindows final : public QObject {
@@ -27,6 +28,7 @@ class ToolWindows final : public QObject {
   BullsFrm& Bulls();
   CursFrm& Curs();
   MiniMapFrm& MiniMap();
+  RecFrm& Rec();
   ClientsFrm& Clients();
 
   /// Start: each window takes its place, opacity and roll from what is kept; with no place kept for any of them they

@@ -14,6 +14,15 @@ MainFrm::MainFrm(core::Program& program, QMenu& popUp2, QWidget* owner) : QWidge
   auto* fill = new QVBoxLayout(this);
   fill->setContentsMargins(0, 0, 0, 0);
   fill->addWidget(Picture1);
+  loading = new LoadingBox(this);
+}
+
+void MainFrm::ShowLoading(std::optional<int> percent) {
+  if (percent) {
+    loading->ShowAt(*percent);
+  } else {
+    loading->hide();
+  }
 }
 
 }  // namespace kestrel::shell

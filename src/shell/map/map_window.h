@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QWidget>
+#include <optional>
 
 #include "shell/map/map_picture.h"
+#include "shell/tape/loading_box.h"
 
 namespace kestrel::shell {
 
@@ -13,9 +15,12 @@ class MainFrm final : public QWidget {
   /// `program` and `popUp2` outlive the window.
   MainFrm(core::Program& program, QMenu& popUp2, QWidget* owner);
   MapPicture& Picture() { return *Picture1; }
+  /// The progress of a load in the middle of the window; nothing hides it.
+  void ShowLoading(std::optional<int> percent);
 
  private:
   MapPicture* Picture1;
+  LoadingBox* loading;
 };
 
 }  // namespace kestrel::shell

@@ -17,6 +17,7 @@
 #include <QTextBrowser>
 #include <QTimer>
 #include <QUrl>
+#include <memory>
 
 namespace kestrel::shell {
 namespace {
@@ -143,6 +144,40 @@ TEST_F(Desktop, ChosenColourHasRedInItsLowByte) {
 TEST_F(Desktop, ColourThatIsNotChosenIsNone) {
   QTimer::singleShot(0, qApp, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
   EXPECT_EQ(desktop.PickColour(0), std::nullopt);
+}
+
+TEST_F(Desktop, AFilterThatNamesItsPatternIsNotToldTwice) {
+  QTimer::singleShot(0, qApp, [] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(dialog->nameFilters(), QStringList{QStringLiteral("Tape Files (*.tap)")});
+    dialog->reject();
+  });
+  desktop.OpenFile("Load", "Tape Files (*.tap)|*.tap", {}, {});
+}
+
+TEST_F(Desktop, ABoxThatMayComeSoonLetsItsCallerGoOn) {
+  QWidget frame;
+  desktop.SetOwner(&frame);
+  desktop.MessageSoon("Recording", "The disk is full.", MessageIcon::Exclamation);
+  EXPECT_FALSE(desktop.ModalOpen()) << "nothing is waited for";
+  QString text;
+  InBox([&text](QMessageBox& box) {
+    text = box.text();
+    QTest::keyClick(&box, Qt::Key_Return);
+  });
+  EXPECT_TRUE(QTest::qWaitFor([&text] { return !text.isEmpty(); }));
+  EXPECT_EQ(text, QStringLiteral("The disk is full."));
+  EXPECT_FALSE(desktop.ModalOpen());
+}
+
+TEST_F(Desktop, ABoxForAFrameThatHasGoneDoesNotCome) {
+  auto frame = std::make_unique<QWidget>();
+  desktop.SetOwner(frame.get());
+  desktop.MessageSoon("Recording", "The disk is full.", MessageIcon::Exclamation);
+  frame.reset();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
 TEST_F(Desktop, EventsRun) {

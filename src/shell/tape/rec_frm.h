@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QTimer>
+#include <memory>
+
+#include "shell/frame/tool_frm.h"
+
+namespace Ui {
+class RecFrm;
+}
+
+namespace kestrel::shell {
+
+/// The tape player: which tape is loaded, its buttons, position bar and speed. Timer1 plays; it goes on while the
+/// window is rolled up or hidden.
+class RecFrm final : public ToolFrm {
+  Q_OBJECT
+ public:
+  RecFrm(core::Program& program, QWidget* frame);
+  ~RecFrm() override;
+
+  /// Shows the player as it stands and sets Timer1 by it.
+  void Refresh();
+
+ private:
+  void LookAlike();
+  void Connect();
+  void ShowButtons();
+  void ShowTimes();
+  void ShowBar();
+  void ShowSpeed();
+  void SetTimer();
+
+  std::unique_ptr<Ui::RecFrm> form;
+  QTimer Timer1;
+  bool ticking = false;  ///< what is shown comes from Timer1
+};
+
+}  // namespace kestrel::shell

@@ -1,0 +1,118 @@
+#include "tape/recorder.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <span>
+#include <utility>
+
+#include "base/clock.h"
+#include "base/failure.h"
+#include "base/files.h"
+#include "base/numbers.h"
+
+namespace kestrel::tape {
+namespace {
+
+/// Records over which growth and cycle are taken.
+constexpr std::size_t RecentRecords = 61;
+constexpr double MillisecondsPerMinute = 60'000;
+
+}  // namespace
+
+std::string TapeFileName(double now) {
+  const base::CalendarTime time = base::CalendarOf(now);
+  std::string name;
+  const auto twoDigits = [&name](int number) { base::AppendFormat(name, number, "00"); };
+  twoDigits(time.Day);
+  name += '-';
+  twoDigits(time.Month);
+  name += '-';
+  twoDigits(time.Year % 100);
+  name += '_';
+  twoDigits(time.Hour);
+  twoDigits(time.Minute);
+  twoDigits(time.Second);
+  return name + ".tap";
+}
+
+void Recorder::RecordingStart(const std::filesystem::path& folder, double now, const TapeHeader& start) {
+  base::MakeFolder(folder);
+  path = folder / TapeFileName(now);
+  count = 0;
+  size = 0;
+  recent.clear();
+  // Two starts in one second share a name: the second writes over the first. This stands.
+  base::PositionedFile fresh(path, base::PositionedFile::Mode::Replace);
+  TapeHeader header = start;
+  header.RecordCount = 0;
+  header.StartTime = now;
+  try {
+    fresh.Write(0, std::as_bytes(std::span(writer.Header(header))));
+  } catch (...) {
+    fresh = {};
+    base::DeleteFile(path);
+    throw;
+  }
+  size = FirstRecordAt;
+  file = std::move(fresh);
+}
+
+void Recorder::ComputeRecData(const link::Tables& tables, double now, std::int32_t SyncInterval) {
+  if (!Recording()) return;
+  const std::span<std::span<const std::byte>> pieces = writer.Record(now, tables);
+  std::uint64_t bytes = 0;
+  for (const auto& piece : pieces) bytes += piece.size();
+  try {
+    file.Write(size, pieces);
+  } catch (const base::RuntimeFailure&) {
+    CloseAfterFailure(SyncInterval);
+    throw;
+  }
+  size += bytes;
+  ++count;
+  recent.push_back({SyncInterval, bytes});
+  if (recent.size() > RecentRecords) recent.pop_front();
+}
+
+void Recorder::CloseAfterFailure(std::int32_t SyncInterval) {
+  try {
+    file.CutTo(size);
+  } catch (const base::RuntimeFailure&) {
+    // The part of a record that stays is not counted, so nobody reads it.
+  }
+  try {
+    RecordingEnd(SyncInterval);
+  } catch (const base::RuntimeFailure&) {
+    // Told already by the failure that led here.
+  }
+}
+
+void Recorder::RecordingEnd(std::int32_t SyncInterval) {
+  if (!Recording()) return;
+  // Closed whatever happens.
+  base::PositionedFile closing = std::move(file);
+  file = {};
+  base::BinaryWriter head;
+  head.I32(count);
+  head.I32(SyncInterval);
+  closing.Write(RecordCountAt, std::as_bytes(std::span(head.Bytes())));
+  closing.Close();
+}
+
+std::optional<double> Recorder::MinutesLeft(std::uint64_t freeBytes) const {
+  if (recent.size() < 2) return std::nullopt;
+  const auto steps = static_cast<double>(recent.size() - 1);
+  const auto bytes = static_cast<double>(recent.back().Bytes);
+  const double growth = std::max(0.0, (bytes - static_cast<double>(recent.front().Bytes)) / steps);
+  double cycles = 0;
+  for (const Appended& record : recent) cycles += record.SyncInterval;
+  if (cycles <= 0) return std::nullopt;
+  const double cycle = cycles / static_cast<double>(recent.size()) / MillisecondsPerMinute;
+  // n records more take n * bytes + n * n / 2 * growth; the root in the form that knows growth 0.
+  const auto room = static_cast<double>(freeBytes);
+  const double records = 2 * room / (bytes + std::sqrt(bytes * bytes + 2 * growth * room));
+  return records * cycle;
+}
+
+}  // namespace kestrel::tape

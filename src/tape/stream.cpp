@@ -1,0 +1,76 @@
+#include "tape/stream.h"
+
+#include <algorithm>
+
+#include "base/failure.h"
+
+namespace kestrel::tape {
+namespace {
+
+/// What stands at the start of a record, the AI aircraft, is read at once.
+constexpr std::size_t FirstWindow = 16 << 10;
+constexpr std::size_t LargestWindow = 64 << 10;
+/// To read so many bytes takes about as long as to ask for others behind them. What is stepped over in one go is read
+/// when it is less.
+constexpr std::uint64_t FarStep = 8 << 10;
+
+}  // namespace
+
+void TapeStream::Start(const base::PositionedFile& source, std::uint64_t from, std::uint64_t limit) {
+  if (&source != file || from != position) windowBytes = 0;
+  file = &source;
+  position = from;
+  const std::uint64_t size = source.Size();
+  nextWindow = FirstWindow;
+  steppedFar = false;
+  limited = from <= size && size - from > limit;
+  end = limited ? from + limit : std::max(size, from);
+}
+
+void TapeStream::Require(std::uint64_t count) const {
+  if (count <= Left()) return;
+  if (limited) throw base::RuntimeFailure("a record of the tape is larger than any session makes it");
+  throw base::RuntimeFailure("the tape ends within a record");
+}
+
+void TapeStream::Refill() {
+  const std::size_t size = steppedFar ? SmallestWindow : nextWindow;
+  nextWindow = std::min(LargestWindow, 4 * size);
+  steppedFar = false;
+  window.resize(LargestWindow);
+  windowAt = position;
+  windowBytes = file->Read(position, std::span(window).first(std::min<std::uint64_t>(size, Left())));
+}
+
+std::span<const std::byte> TapeStream::Take(std::size_t count) {
+  Require(count);
+  const auto inWindow = [&] { return position >= windowAt && position + count <= windowAt + windowBytes; };
+  if (!inWindow()) {
+    Refill();
+    // The file has become shorter since its size was taken.
+    if (!inWindow()) throw base::RuntimeFailure("the tape ends within a record");
+  }
+  const std::span<const std::byte> taken = std::span(window).subspan(position - windowAt, count);
+  position += count;
+  return taken;
+}
+
+void TapeStream::Skip(std::uint64_t count) {
+  Require(count);
+  position += count;
+  if (count > FarStep) steppedFar = true;
+}
+
+void TapeStream::ReadTo(std::span<std::byte> into) {
+  Require(into.size());
+  if (into.size() <= SmallestWindow) {
+    const std::span<const std::byte> taken = Take(into.size());
+    std::copy(taken.begin(), taken.end(), into.begin());
+    return;
+  }
+  if (file->Read(position, into) != into.size()) throw base::RuntimeFailure("the tape ends within a record");
+  position += into.size();
+  steppedFar = true;
+}
+
+}  // namespace kestrel::tape

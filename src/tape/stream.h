@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "base/positioned_file.h"
+
+namespace kestrel::tape {
+
+/// The bytes of a tape in order, through a small window into the file: what is stepped over is not read, and what is
+/// large is read straight to where it belongs. Every step past `End` throws RuntimeFailure.
+class TapeStream {
+ public:
+  /// Starts at `position`; nothing behind the file's present end, or `limit` bytes on, can be read. The window is read
+  /// afresh unless the stream stands there already.
+  void Start(const base::PositionedFile& source, std::uint64_t from, std::uint64_t limit);
+  /// What the window holds is read again: the file may have changed.
+  void Forget() { windowBytes = 0; }
+  std::uint64_t Position() const { return position; }
+  /// Bytes before the end.
+  std::uint64_t Left() const { return end - position; }
+
+  /// The next `count` bytes, at most SmallestWindow of them, good until the next call.
+  std::span<const std::byte> Take(std::size_t count);
+  void Skip(std::uint64_t count);
+  void ReadTo(std::span<std::byte> into);
+
+  /// Most that Take gives at once.
+  static constexpr std::size_t SmallestWindow = 512;
+
+ private:
+  void Refill();
+  void Require(std::uint64_t count) const;
+
+  const base::PositionedFile* file = nullptr;
+  std::uint64_t position = 0;
+  std::uint64_t end = 0;
+  bool limited = false;         ///< `end` is the limit and not the end of the file
+  std::uint64_t windowAt = 0;   ///< position of the window's first byte
+  std::size_t windowBytes = 0;  ///< how many of it are good
+  std::size_t nextWindow = 0;   ///< bytes to be read into it next, unless after a far step
+  bool steppedFar = false;      ///< since the window was filled
+  std::vector<std::byte> window;
+};
+
+}  // namespace kestrel::tape

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace kestrel::tapeinfo {
+
+/// What the command line says.
+struct Options {
+  std::string File;
+  std::string RepairTo;  ///< empty: only tell
+  bool Help = false;
+};
+
+/// Reads the words after the program's name. std::invalid_argument, with a text for the user, for what cannot be read.
+Options ParseOptions(const std::vector<std::string>& words);
+
+/// The text of --help.
+std::string HelpText();
+
+}  // namespace kestrel::tapeinfo
