@@ -38,6 +38,7 @@ class StillDesktop final : public base::Desktop {
     return std::nullopt;
   }
   std::optional<base::Colour> PickColour(base::Colour) override { return std::nullopt; }
+  std::optional<base::FontRecord> PickFont(const base::FontRecord&, bool) override { return std::nullopt; }
   bool ModalOpen() const override { return false; }
 };
 

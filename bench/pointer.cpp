@@ -18,6 +18,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/global_keys.h"
+#include "platform/voice_windows.h"
 #include "shell/core/run_station.h"
 #include "shell/frame/frame.h"
 #include "shell/frame/look.h"
@@ -140,7 +142,9 @@ int main(int argc, char** argv) {
 
   QApplication application(argc, argv);
   kestrel::shell::ApplyLook(application, kestrel::shell::SystemIsDark());
-  const int code = kestrel::shell::RunStation(folder, [] {
+  const auto keys = kestrel::platform::MakeGlobalKeys();
+  const auto voice = kestrel::platform::MakeVoiceWindows();
+  const int code = kestrel::shell::RunStation(folder, {*keys, *voice}, [] {
     kestrel::Measure();
     QCoreApplication::exit(0);
   });

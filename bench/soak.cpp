@@ -27,6 +27,8 @@
 
 #include "base/profile_file.h"
 #include "link/tables.h"
+#include "platform/global_keys.h"
+#include "platform/voice_windows.h"
 #include "session-sim/encoder.h"
 #include "shell/core/run_station.h"
 #include "shell/frame/look.h"
@@ -172,7 +174,9 @@ int main(int argc, char** argv) {
     }
   };
   QObject::connect(&watch, &QTimer::timeout, step);
-  const int code = shell::RunStation(folder, [&] {
+  const auto keys = platform::MakeGlobalKeys();
+  const auto voice = platform::MakeVoiceWindows();
+  const int code = shell::RunStation(folder, {*keys, *voice}, [&] {
     FindTop<QWidget>("MDIForm1")->findChild<QAction*>(QStringLiteral("mnuConnList_1"))->trigger();
     whole.start();
     turn.start();

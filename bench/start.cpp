@@ -15,6 +15,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/global_keys.h"
+#include "platform/voice_windows.h"
 #include "shell/core/run_station.h"
 #include "shell/frame/look.h"
 
@@ -70,7 +72,10 @@ fs::path MapPicture(const fs::path& theaters) {
 int RunAsStation(int argc, char** argv) {
   QApplication application(argc, argv);
   kestrel::shell::ApplyLook(application, kestrel::shell::SystemIsDark());
-  return kestrel::shell::RunStation(argv[2], [] { _exit(0); });
+  // What the station's own main does.
+  const auto keys = kestrel::platform::MakeGlobalKeys();
+  const auto voice = kestrel::platform::MakeVoiceWindows();
+  return kestrel::shell::RunStation(argv[2], {*keys, *voice}, [] { _exit(0); });
 }
 
 }  // namespace

@@ -9,6 +9,8 @@ target_compile_options(kestrel_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-res
 target_compile_definitions(kestrel_flags INTERFACE _GLIBCXX_ASSERTIONS
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_NO_KEYWORDS QT_NO_FOREACH
   QT_STRICT_ITERATORS QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+# Of windows.h the macros min and max are not wanted.
+target_compile_definitions(kestrel_flags INTERFACE $<$<PLATFORM_ID:Windows>:NOMINMAX>)
 if(KESTREL_WERROR)
   target_compile_options(kestrel_flags INTERFACE -Werror)
 endif()
@@ -23,10 +25,16 @@ endif()
 
 configure_file(${PROJECT_SOURCE_DIR}/cmake/version.h.in ${PROJECT_BINARY_DIR}/generated/version.h @ONLY)
 
-# A room: a static library of all sources in src/<name>.
+# A room: a static library of all sources in src/<name>; of its folders windows/ and linux/ only the one that is built for.
 # kestrel_room(<name> <what it links>...)
 function(kestrel_room name)
+  set(other windows)
+  if(WIN32)
+    set(other linux)
+  endif()
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp)
+  file(GLOB_RECURSE foreign CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/${other}/*.cpp)
+  list(REMOVE_ITEM sources ${foreign})
   add_library(kestrel_${name} STATIC ${sources})
   target_link_libraries(kestrel_${name} PUBLIC kestrel_flags ${ARGN})
 endfunction()

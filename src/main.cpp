@@ -1,5 +1,7 @@
 #include <QApplication>
 
+#include "platform/global_keys.h"
+#include "platform/voice_windows.h"
 #include "shell/core/run_station.h"
 #include "shell/frame/look.h"
 
@@ -13,5 +15,7 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("KESTREL"));
   kestrel::shell::ApplyLook(application, kestrel::shell::SystemIsDark());
-  return kestrel::shell::RunStation(QCoreApplication::applicationDirPath().toStdU16String());
+  const auto keys = kestrel::platform::MakeGlobalKeys();
+  const auto voice = kestrel::platform::MakeVoiceWindows();
+  return kestrel::shell::RunStation(QCoreApplication::applicationDirPath().toStdU16String(), {*keys, *voice});
 }

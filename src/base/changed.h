@@ -20,6 +20,8 @@ enum class Changed : std::uint32_t {
   ConnectionMenus = 1 << 9,  ///< phonebook menu
   CursorLine = 1 << 10,      ///< the bearing line, its text and the pointer read-outs
   Tape = 1 << 11,            ///< recording or replay: RecFrm, the recording lamp, what a tape disables
+  Transmit = 1 << 12,        ///< the lamps of the three transmit keys
+  Options = 1 << 13,         ///< settings that the options window and the clients window show
 };
 
 constexpr Changed operator|(Changed a, Changed b) {

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "base/colour.h"
+#include "base/font.h"
 
 namespace kestrel::base {
 
@@ -32,6 +33,8 @@ class Desktop {
                                               const std::string& folder, std::string_view defaultName) = 0;
   /// Asks for a colour, beginning at `present`. Nothing when the person cancels.
   virtual std::optional<Colour> PickColour(Colour present) = 0;
+  /// Asks for a font, and for its colour when `withColour`, beginning at `present`. Nothing when the person cancels.
+  virtual std::optional<FontRecord> PickFont(const FontRecord& present, bool withColour) = 0;
   /// True while a dialog of the program is on the screen.
   virtual bool ModalOpen() const = 0;
 

@@ -6,10 +6,12 @@
 #include "base/debug_log.h"
 #include "base/desktop.h"
 #include "base/failure.h"
+#include "core/global_keys.h"
 #include "core/station.h"
 #include "core/windows.h"
 #include "link/capture.h"
 #include "link/session.h"
+#include "radio/voice_bridge.h"
 
 // The life of the process as lists of steps. A step whose window or file does not exist yet stands in its list without
 // a procedure, so that later work has its place.
@@ -23,6 +25,8 @@ struct Program {
   base::DebugLog& Log;
   link::Capture& Raw;
   link::Session& Link;
+  GlobalKeys& Keys;
+  radio::VoiceBridge& Voice;
 };
 
 struct Step {

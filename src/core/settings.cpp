@@ -71,7 +71,9 @@ std::string Written(const SettingsRow& row) {
 void ReadRows(const base::ProfileFile& ini, Station& station) {
   for (const SettingsRow& row : SettingsTable(station)) {
     if (row.Use == Access::WriteOnly) continue;
-    if (Assign(row, ini.ReadIniValue(row.Section, row.Key, row.ReadDefault))) continue;
+    const std::string text = ini.ReadIniValue(row.Section, row.Key, row.ReadDefault);
+    const bool missing = row.ZeroIsMissing && base::RoundHalfEven(base::LeadingNumber(text)) == 0;
+    if (Assign(row, missing ? row.ReadDefault : text)) continue;
     Assign(row, row.ReadDefault);
     station.Notes.push_back("KESTREL.ini, " + row.Section + ", " + row.Key + ": the number does not fit, \"" +
                             row.ReadDefault + "\" is used");

@@ -32,6 +32,7 @@ struct SettingsRow {
   std::string_view Picture = "0";  ///< how a number is written
   Reading As = Reading::Leading;
   Access Use = Access::ReadWrite;
+  bool ZeroIsMissing = false;  ///< a stored 0, though written, is read as ReadDefault: this stands
 };
 
 /// Every key of "KESTREL.ini" with a fixed name, in the order of writing. The pointers go into `station`.

@@ -132,8 +132,9 @@ std::vector<SettingsRow> SettingsTable(Station& station) {
   AddEditorPositions(rows, station.Editors);
   rows.push_back({"CONNLIST", "NUM", "0", &station.LinkOptions.ConnList});
   for (std::size_t n = 0; n < ShortcutCount; ++n) {
-    rows.push_back({"SHORTCUTS", "KEY" + std::to_string(n), base::FormatInvariant(BuiltInShortcuts[n], "0"),
-                    &station.Shortcuts[n]});
+    rows.push_back({"SHORTCUTS", "KEY" + std::to_string(n), base::FormatInvariant(Shortcuts[n].Default, "0"),
+                    &station.ShortcutKeys[n]});
+    rows.back().ZeroIsMissing = true;
   }
   rows.push_back({"IVC_WINDOW_NAME", "NAME", "IVC Client", &station.VoiceWindowName});
   return rows;

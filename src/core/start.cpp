@@ -3,10 +3,13 @@
 #include <string>
 
 #include "base/files.h"
+#include "core/debug_files.h"
+#include "core/execute_shortcut.h"
 #include "core/program.h"
 #include "core/settings.h"
 #include "core/side_files.h"
 #include "core/theater_switch.h"
+#include "core/view_options.h"
 #include "map/geometry.h"
 
 // The lists of the start: Main, the frame, the map window.
@@ -23,18 +26,6 @@ void ClearFlags(Program& program) {
 void LoadSettings(Program& program) {
   LoadSavedVars(program.State);
   if (program.State.Catalogue.Theaters.Empty()) throw NoTheaters();
-}
-
-/// A log that cannot be opened costs the log, not the session.
-void OpenLog(Program& program) {
-  Station& station = program.State;
-  if (!station.DebugLog) return;
-  try {
-    program.Log.File.Open(base::FindFile(station.AppPath, "KESTRELLog.txt"));
-  } catch (const base::RuntimeFailure& failure) {
-    station.Notes.push_back(std::string("No log is written: ") + failure.what());
-  }
-  for (const std::string& note : station.Notes) program.Log.LogLine(note);
 }
 
 /// Tries the program folder with a file of its own and says once when it cannot be written.
@@ -66,14 +57,15 @@ void ShowMap(Program& program) {
 void CopyViewOptions(Program& program) {
   Station& station = program.State;
   station.View.BullseyeVisible = station.LinkOptions.BULLSEYEVISIBLE;
-  if (station.LinkOptions.AUTOFRIENDS) station.Plots.FriendlyList = station.LinkOptions.FriendNames;
+  TakeFriends(program);
+  OpenCapture(program);
 }
 
 void FirstMap(Program& program) { program.Shown.Refresh(map::ChangeRes(program.State.View, 1.0)); }
 
 constexpr Step mainSteps[] = {
     {"Clear the flags", ClearFlags},
-    {"Install the keyboard hook"},
+    {"Install the keyboard hook", StartHook},
     {"AppPath: given by the entry of the process"},
     {"Read update.txt", [](Program& program) { LoadUpdateText(program.State); }},
     {"Read common.ini", [](Program& program) { LoadAutoUpdate(program.State); }},

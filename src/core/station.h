@@ -8,11 +8,13 @@
 #include <vector>
 
 #include "base/picture.h"
+#include "core/shortcuts.h"
 #include "link/options.h"
 #include "link/session.h"
 #include "link/tables.h"
 #include "map/options.h"
 #include "map/view_state.h"
+#include "radio/transmit.h"
 #include "tape/player.h"
 #include "tape/recorder.h"
 #include "theaters/elevations.h"
@@ -40,12 +42,6 @@ struct EditorPositions {
   std::int32_t AREAPOINTLEFT = 0, AREAPOINTTOP = 0;
   std::int32_t AREAPOINTFPLEFT = 0, AREAPOINTFPTOP = 0;
 };
-
-inline constexpr std::size_t ShortcutCount = 25;
-/// Built-in keys: modifier (1 Shift, 2 Ctrl, 4 Alt) times 100000 plus key code.
-inline constexpr std::array<std::int32_t, ShortcutCount> BuiltInShortcuts = {
-    33, 34, 37, 39, 38, 40,     36,     186,    222, 190, 191, 66, 72,
-    78, 76, 49, 50, 51, 200049, 200050, 200051, 67,  112, 113, 114};
 
 /// The tapes: the one that is being recorded and the one that is on show.
 struct Tapes {
@@ -75,7 +71,9 @@ struct Station {
   core::Tapes Tapes;
   std::array<ToolWindowState, ToolWindowCount> ToolWindows = {};
   EditorPositions Editors;
-  std::array<std::int32_t, ShortcutCount> Shortcuts = BuiltInShortcuts;
+  Bindings ShortcutKeys = DefaultBindings();
+  bool HookInstalled = false;  ///< the system's keys are heard
+  radio::Transmission Transmit;
   std::string VoiceWindowName = "IVC Client";  ///< caption of the voice program's window
   bool FolderReadOnly = false;                 ///< AppPath could not be written at the start; the person has been told
   bool Loading = false;                        ///< while windows are being placed at the start: nothing is drawn

@@ -1,3 +1,4 @@
+#include "core/execute_shortcut.h"
 #include "core/program.h"
 #include "core/settings.h"
 #include "core/tapes.h"
@@ -14,7 +15,7 @@ constexpr Step stopSteps[] = {
     {"save the settings", [](Program& program) { SaveVars(program.State); }},
     {"free the map bitmap", [](Program& program) { program.State.MapPicture = {}; }},
     {"put the frame's window procedure back"},
-    {"remove the keyboard hook"},
+    {"remove the keyboard hook", StopHook},
     {"unload the windows", [](Program& program) { program.Shown.UnloadWindows(); }},
 };
 

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <optional>
+#include <string_view>
 
 #include "base/changed.h"
+#include "core/station.h"
 
 namespace kestrel::core {
 
@@ -18,6 +20,8 @@ class Windows {
   virtual void OpenFreqFrm() = 0;
   /// Refreshes each marked view once, now.
   virtual void Refresh(base::Changed what) = 0;
+  /// Gives a check box of a floating window its other state as a press would: its own event does the rest.
+  virtual void ToggleBox(ToolWindow window, std::string_view box) = 0;
   /// Shows frmSavingMessage and lets it paint, or hides it.
   virtual void ShowSavingMessage(bool shown) = 0;
   /// "Loading the requested file..." in the middle of the map window with its bar at `percent`; nothing hides it.

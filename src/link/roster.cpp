@@ -67,6 +67,12 @@ std::size_t DelAWACSClient(std::string_view Data, Tables& tables) {
   return index;
 }
 
+void ShowLabels(bool shown, Tables& tables) {
+  for (PlotRecord& client : tables.Clients.Live()) {
+    if (client.ClientId != 0) client.ShowLabel = shown;
+  }
+}
+
 void AddToFriendlyList(std::string_view Name, Tables& tables) { tables.FriendlyList.Append(std::string(Name)); }
 
 void DeleteFromFriendlyList(std::string_view Name, Tables& tables) {

@@ -25,6 +25,9 @@ bool UpdateClientStatus(std::string_view Data, Tables& tables);
 /// DELCLT: takes the client out. Returns the index that it had, 0 when nobody holds the Id.
 std::size_t DelAWACSClient(std::string_view Data, Tables& tables);
 
+/// Sets ShowLabel of every client that has a ClientId.
+void ShowLabels(bool shown, Tables& tables);
+
 void AddToFriendlyList(std::string_view Name, Tables& tables);
 /// Takes out every entry equal to `Name` and every entry that is the trimmed `Name` less one last digit.
 void DeleteFromFriendlyList(std::string_view Name, Tables& tables);

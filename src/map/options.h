@@ -2,22 +2,13 @@
 
 #include <array>
 #include <cstdint>
-#include <string>
 
 #include "base/colour.h"
+#include "base/font.h"
 
 namespace kestrel::map {
 
-/// A font with its colour.
-struct FontRecord {
-  std::string FontName = "Verdana";
-  float FontSize = 10;  ///< points
-  bool FontBold = false;
-  bool FontItalic = false;
-  bool FontStrike = false;
-  bool FontUnder = false;
-  base::Colour Color = 0;
-};
+using base::FontRecord;
 
 /// Settings of the map; fields named as their keys.
 struct Options {

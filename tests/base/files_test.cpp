@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 
+#include "base/code_page.h"
 #include "base/failure.h"
 #include "temp_folder.h"
 
@@ -49,6 +50,18 @@ TEST(Files, NamesInTheCodePageAreFoundInBothSpellings) {
   test::WriteBytes(folder / "Z\xFCrich.ini", "bytes");
   EXPECT_EQ(test::ReadBytes(FindFile(folder.Path(), "k\xF6LN.ini")), "unicode");
   EXPECT_EQ(test::ReadBytes(FindFile(folder.Path(), "z\xFCrich.INI")), "bytes");
+}
+#endif
+
+#ifdef _WIN32
+TEST(Files, NamesInTheActiveCodePageAreFound) {
+  const test::TempFolder folder;
+  const std::u16string name = u"K\u00F6ln.ini";
+  const std::string bytes = FromUnicode(name);
+  if (bytes.find('?') != std::string::npos) GTEST_SKIP() << "the active code page has no such letter";
+  test::WriteBytes(folder.Path() / fs::path(name), "found");
+  EXPECT_EQ(test::ReadBytes(FindFile(folder.Path(), bytes)), "found");
+  EXPECT_EQ(ReadWholeFile(FindFile(folder.Path(), bytes), 100), "found");
 }
 #endif
 

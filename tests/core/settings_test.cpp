@@ -330,7 +330,7 @@ KEY20=51
 KEY21=700067
 KEY22=700112
 KEY23=700113
-KEY24=0
+KEY24=400114
 [IVC_WINDOW_NAME]
 NAME=Voice
 [CONNLIST1]
@@ -400,13 +400,28 @@ TEST_F(Settings, KeysReachTheFieldsOfTheirNames) {
   EXPECT_EQ(station.MapOptions.TACAN_LABEL_FONT.FontName, "Courier New");
   EXPECT_EQ(station.MapOptions.CURSOR_FONT.FontSize, 12.5F);
   EXPECT_EQ(station.Editors.AREAPOINTFPTOP, -8);
-  EXPECT_EQ(station.Shortcuts[21], 700067);
+  EXPECT_EQ(station.ShortcutKeys[21], 700067);
   EXPECT_EQ(station.VoiceWindowName, "Voice");
   ASSERT_EQ(station.LinkOptions.ConnList.UpperBound(), 2u);
   EXPECT_EQ(station.LinkOptions.ConnList[2].Name, "Home");
   EXPECT_EQ(station.LinkOptions.ConnList[2].Ip, "relay.example");
   EXPECT_EQ(station.Catalogue.CurrentTheater, 2);
   EXPECT_EQ(station.Catalogue.Current().Name, "balkans");
+}
+
+TEST_F(Settings, AShortcutStoredAsZeroTakesItsDefaultWhenItIsRead) {
+  folder.Write("KESTREL.ini", "[SHORTCUTS]\nKEY0=0\nKEY1=\nKEY18=0\nKEY21=88\nKEY22=none\n");
+  LoadSavedVars(station);
+  EXPECT_EQ(station.ShortcutKeys[0], 33);
+  EXPECT_EQ(station.ShortcutKeys[1], 34);
+  EXPECT_EQ(station.ShortcutKeys[18], 200049);
+  EXPECT_EQ(station.ShortcutKeys[21], 88);
+  EXPECT_EQ(station.ShortcutKeys[22], 112);
+  station.ShortcutKeys[0] = 0;
+  SaveVars(station);
+  EXPECT_NE(folder.Read("KESTREL.ini").find("\r\nKEY0=0\r\n"), std::string::npos) << "written as it is";
+  LoadSavedVars(station);
+  EXPECT_EQ(station.ShortcutKeys[0], 33);
 }
 
 TEST_F(Settings, OnlyBoldOfTheAreaTitleFontSurvivesARestart) {

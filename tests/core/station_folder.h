@@ -11,7 +11,9 @@
 
 #include "core/program.h"
 #include "doubles/fake_clock.h"
+#include "doubles/fake_global_keys.h"
 #include "doubles/fake_socket.h"
+#include "doubles/fake_voice.h"
 #include "doubles/recording_host.h"
 #include "doubles/recording_windows.h"
 #include "doubles/scripted_desktop.h"
@@ -87,7 +89,10 @@ struct Around {
   doubles::FakeSocket WS1;
   doubles::RecordingHost Host;
   link::Session Link{WS1, Desk, Host, Log, Raw, State.Session, State.Plots, State.LinkOptions};
-  Program All{State, Desk, Shown, Log, Raw, Link};
+  doubles::FakeGlobalKeys Keys;
+  doubles::FakeVoice VoiceWindows;
+  radio::VoiceBridge Voice{VoiceWindows, State.VoiceWindowName};
+  Program All{State, Desk, Shown, Log, Raw, Link, Keys, Voice};
 };
 
 /// The files of a station that starts: theaters "korea" (2 by 2 pixels, two bullseyes) and "balkans" (3 by 3, none).

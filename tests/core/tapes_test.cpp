@@ -108,7 +108,10 @@ class Taping : public testing::Test {
   doubles::FakeSocket WS1;
   TapeHost host;
   link::Session session{WS1, desk, host, log, raw, station.Session, station.Plots, station.LinkOptions};
-  Program all{station, desk, shown, log, raw, session};
+  doubles::FakeGlobalKeys keys;
+  doubles::FakeVoice voiceWindows;
+  radio::VoiceBridge voice{voiceWindows, station.VoiceWindowName};
+  Program all{station, desk, shown, log, raw, session, keys, voice};
 };
 
 TEST_F(Taping, RecordingIsOffUntilThereIsAConnection) {

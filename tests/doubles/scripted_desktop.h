@@ -34,6 +34,11 @@ class ScriptedDesktop final : public base::Desktop {
     std::string DefaultName;
   };
 
+  struct FontQuestion {
+    base::FontRecord Present;
+    bool WithColour;
+  };
+
   base::Answer Ask(std::string_view title, std::string_view text, base::MessageIcon icon,
                    base::MessageButtons buttons) override {
     Boxes.push_back({std::string(title), std::string(text), icon, buttons});
@@ -76,6 +81,11 @@ class ScriptedDesktop final : public base::Desktop {
     return Next(ColourAnswers);
   }
 
+  std::optional<base::FontRecord> PickFont(const base::FontRecord& present, bool withColour) override {
+    FontQuestions.push_back({present, withColour});
+    return Next(FontAnswers);
+  }
+
   bool ModalOpen() const override { return modal; }
 
   std::vector<Box> Boxes;               ///< in the order shown
@@ -89,6 +99,8 @@ class ScriptedDesktop final : public base::Desktop {
   std::deque<std::optional<std::string>> FileAnswers;     ///< used up from the front; nothing, as cancelled, when empty
   std::vector<base::Colour> ColourQuestions;              ///< what PickColour was called with
   std::deque<std::optional<base::Colour>> ColourAnswers;  ///< as FileAnswers
+  std::vector<FontQuestion> FontQuestions;                ///< what PickFont was called with
+  std::deque<std::optional<base::FontRecord>> FontAnswers;  ///< as FileAnswers
 
  private:
   template <class Answer>

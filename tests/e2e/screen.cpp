@@ -96,6 +96,13 @@ void Screen::Press(const QStringList& keys) const {
        QStringList{QStringLiteral("key"), QStringLiteral("--delay"), QStringLiteral("150")} + keys);
 }
 
+void Screen::Key(const QString& what, const QString& key) const { Tool(QStringLiteral("xdotool"), {what, key}); }
+
+void Screen::Shut() {
+  manager.reset();
+  server.reset();
+}
+
 void Screen::Type(const QString& text) const {
   Tool(QStringLiteral("xdotool"), {QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("50"), text});
 }

@@ -45,6 +45,8 @@ class Screen {
   bool HasWindow(const QString& titlePattern) const;
   void Activate(const QString& window) const;
   void Press(const QStringList& keys) const;
+  /// One key: "keydown", "keyup", or "key" for both.
+  void Key(const QString& what, const QString& key) const;
   /// Types into the field that has the keyboard.
   void Type(const QString& text) const;
   /// The inside of a window, in pixels of the screen; empty when the window has gone.
@@ -52,6 +54,10 @@ class Screen {
   /// Presses the left button at a place on the screen.
   void Click(QPoint place) const;
   QImage Picture() const;
+  /// Name of the screen, e.g. ":99".
+  QString Display() const { return display; }
+  /// Ends the screen; every program on it loses it.
+  void Shut();
 
  private:
   QString Tool(const QString& program, const QStringList& arguments) const;

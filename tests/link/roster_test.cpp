@@ -199,5 +199,17 @@ TEST(Roster, RemovingAFriendRemovesItsFlightToo) {
   }
 }
 
+TEST(Roster, LabelFlagsAreSetOnLiveRecordsAlone) {
+  Tables tables;
+  AddAWASCClient("10\x1eName\x1e\x1eO", false, tables);
+  AddAWASCClient("20\x1eName\x1e\x1eO", false, tables);
+  tables.Clients[2].ClientId = 0;
+  ShowLabels(true, tables);
+  EXPECT_TRUE(tables.Clients[1].ShowLabel);
+  EXPECT_FALSE(tables.Clients[2].ShowLabel);
+  ShowLabels(false, tables);
+  EXPECT_FALSE(tables.Clients[1].ShowLabel);
+}
+
 }  // namespace
 }  // namespace kestrel::link

@@ -14,7 +14,9 @@
 
 #include "core/program.h"
 #include "doubles/fake_clock.h"
+#include "doubles/fake_global_keys.h"
 #include "doubles/fake_socket.h"
+#include "doubles/fake_voice.h"
 #include "doubles/scripted_desktop.h"
 #include "shell/core/station_windows.h"
 
@@ -111,7 +113,10 @@ class StationTest : public testing::Test {
   StationWindows windows{dialogs};
   doubles::FakeSocket socket;
   link::Session session{socket, desk, windows, log, capture, station.Session, station.Plots, station.LinkOptions};
-  core::Program program{station, desk, windows, log, capture, session};
+  doubles::FakeGlobalKeys globalKeys;
+  doubles::FakeVoice voiceWindows;
+  radio::VoiceBridge voice{voiceWindows, station.VoiceWindowName};
+  core::Program program{station, desk, windows, log, capture, session, globalKeys, voice};
 };
 
 }  // namespace kestrel::shell

@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QSlider>
 #include <QStyle>
+#include <QTabBar>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QToolButton>
@@ -22,6 +23,8 @@
 #include <vector>
 
 #include "base/profile_file.h"
+#include "core/global_keys.h"
+#include "platform/voice_windows.h"
 #include "shell/core/run_station.h"
 #include "shell/frame/look.h"
 
@@ -73,11 +76,12 @@ class Script {
           QTimer::singleShot(0, pressed, &QAbstractButton::click);
         });
   }
-  /// Keeps the window's picture.
-  void Grab(const char* window) {
+  /// Keeps the window's picture; `page` tells one of several.
+  void Grab(const char* window, const char* page = "") {
     Add([window] { return Shown(window); },
-        [this, window] {
-          const QString file = pictures + u'/' + QLatin1String(window) + u'-' + suffix + QStringLiteral(".png");
+        [this, window, page] {
+          const QString file =
+              pictures + u'/' + QLatin1String(window) + QLatin1String(page) + u'-' + suffix + QStringLiteral(".png");
           if (!Top(QLatin1String(window))->grab().save(file)) std::fprintf(stderr, "%s not saved\n", window);
         });
   }
@@ -119,6 +123,14 @@ class Script {
   int turns = 0;
 };
 
+/// The pictures show the windows as they are where the transmit keys are heard.
+class KeysOfAnyDesktop final : public core::GlobalKeys {
+ public:
+  bool Start(Heard) override { return true; }
+  void Stop() override {}
+  std::string Missing() const override { return {}; }
+};
+
 int ConnectedCycles(const fs::path& log) { return static_cast<int>(fs::exists(log) ? fs::file_size(log) / 10000 : 0); }
 
 }  // namespace
@@ -158,6 +170,16 @@ int main(int argc, char** argv) {
                tree->setCurrentIndex(tree->model()->index(0, 0));
              });
   for (const char* window : {"MDIForm1", "ClientsFrm", "CursFrm", "BullsFrm", "MiniMapFrm"}) script.Grab(window);
+  script.Menu("mnuFOptions");
+  const char* const pages[] = {"1", "2", "3", "4"};
+  for (int page = 0; page < 4; ++page) {
+    script.Add(
+        [] { return true; },
+        [page] {
+          Top(QStringLiteral("ViewFrm"))->findChild<QTabBar*>(QStringLiteral("TabStrip1"))->setCurrentIndex(page);
+        });
+    script.Grab("ViewFrm", pages[page]);
+  }
   const std::pair<const char*, const char*> dialogs[] = {{"mnuConnCustom", "VldFrom2"},
                                                          {"mnuConnPort", "frmConnPort"},
                                                          {"mnuPhonebookEdit", "PreferForm"},
@@ -193,5 +215,7 @@ int main(int argc, char** argv) {
              [] { RecControl<QSlider>("Slider1")->setValue(2); });
   script.Grab("RecFrm");
   script.Add([] { return true; }, [] { Top(QStringLiteral("MDIForm1"))->close(); });
-  return shell::RunStation(folder, [&script] { script.Start(); });
+  KeysOfAnyDesktop keys;
+  const auto voice = platform::MakeVoiceWindows();
+  return shell::RunStation(folder, {keys, *voice}, [&script] { script.Start(); });
 }

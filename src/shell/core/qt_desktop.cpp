@@ -14,7 +14,9 @@
 #include <QUrl>
 #include <vector>
 
+#include "shell/core/colour_button.h"
 #include "shell/core/dialogs.h"
+#include "shell/core/font_dialog.h"
 #include "shell/core/text.h"
 
 namespace kestrel::shell {
@@ -132,12 +134,17 @@ std::optional<std::string> QtDesktop::OpenFile(std::string_view title, std::stri
 }
 
 std::optional<base::Colour> QtDesktop::PickColour(base::Colour present) {
-  QColorDialog dialog(QColor(base::RedOf(present), base::GreenOf(present), base::BlueOf(present)), owner);
+  QColorDialog dialog(ToQColor(present), owner);
   dialog.setObjectName(QStringLiteral("PickColour"));
   dialog.setOption(QColorDialog::DontUseNativeDialog);
   if (RunDialog(dialog, modal) != QDialog::Accepted) return std::nullopt;
-  const QColor chosen = dialog.selectedColor();
-  return static_cast<base::Colour>(chosen.red() | chosen.green() << 8 | chosen.blue() << 16);
+  return FromQColor(dialog.selectedColor());
+}
+
+std::optional<base::FontRecord> QtDesktop::PickFont(const base::FontRecord& present, bool withColour) {
+  FontDialog dialog(present, withColour, owner);
+  if (RunDialog(dialog, modal) != QDialog::Accepted) return std::nullopt;
+  return dialog.Chosen();
 }
 
 }  // namespace kestrel::shell

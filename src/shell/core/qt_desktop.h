@@ -24,10 +24,12 @@ class QtDesktop final : public base::Desktop {
   /// A file with an argument is started as a program when it exists; anything else (a page, a document) is handed to
   /// the system.
   void Open(const std::string& file, const std::string& argument, const std::string& folder) override;
-  /// The toolkit's own dialogs, which look the same everywhere; named "OpenFile" and "PickColour".
+  /// The toolkit's own dialogs, which look the same everywhere; named "OpenFile", "PickColour" and
+  /// "PickFont".
   std::optional<std::string> OpenFile(std::string_view title, std::string_view filter, const std::string& folder,
                                       std::string_view defaultName) override;
   std::optional<base::Colour> PickColour(base::Colour present) override;
+  std::optional<base::FontRecord> PickFont(const base::FontRecord& present, bool withColour) override;
   bool ModalOpen() const override { return modal.Open(); }
 
  private:

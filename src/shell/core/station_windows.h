@@ -27,6 +27,7 @@ class StationWindows final : public core::Windows, public link::SessionHost {
   void PlaceToolWindows() override;
   void OpenFreqFrm() override;
   void Refresh(base::Changed what) override;
+  void ToggleBox(core::ToolWindow window, std::string_view box) override;
   void ShowSavingMessage(bool shown) override;
   void ShowLoading(std::optional<int> percent) override;
   void UnloadWindows() override;

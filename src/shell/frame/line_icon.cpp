@@ -112,6 +112,17 @@ void PaintIcon(QPainter& painter, IconKind kind) {
       painter.drawPolyline(chevron, std::size(chevron));
       return;
     }
+    case IconKind::Leftward:
+    case IconKind::Rightward: {
+      const double tip = kind == IconKind::Leftward ? 5 : 11;
+      const QPointF chevron[] = {{16 - tip, 3}, {tip, 8}, {16 - tip, 13}};
+      painter.drawPolyline(chevron, std::size(chevron));
+      return;
+    }
+    case IconKind::Centre:
+      painter.drawEllipse(QPointF(8, 8), 5, 5);
+      painter.drawEllipse(QPointF(8, 8), 1, 1);
+      return;
     case IconKind::Opacity:
       return PaintOpacity(painter);
     case IconKind::Close:

@@ -20,6 +20,9 @@ StatusStrip::StatusStrip(QWidget* owner) : QWidget(owner) {
   StatPic_Conn = new Lamp(QStringLiteral("StatPic_Conn"), QStringLiteral("LINK"), lamps.Connection, this);
   StatPic_Act = new Lamp(QStringLiteral("StatPic_Act"), QStringLiteral("DATA"), lamps.Activity, this);
   StatPic_Rec = new Lamp(QStringLiteral("StatPic_Rec"), QStringLiteral("REC"), lamps.Recording, this);
+  StatPic_UHF = new Lamp(QStringLiteral("StatPic_UHF"), QStringLiteral("UHF"), lamps.Transmit, this);
+  StatPic_VHF = new Lamp(QStringLiteral("StatPic_VHF"), QStringLiteral("VHF"), lamps.Transmit, this);
+  StatPic_Guard = new Lamp(QStringLiteral("StatPic_Guard"), QStringLiteral("GUARD XMIT"), lamps.Transmit, this);
   lblPosition = ReadOut("lblPosition", QStringLiteral("x:-0000.00 / y:-0000.00"));
   lblZoom = ReadOut("lblZoom", QStringLiteral("Zoom: x000.000000"));
   lblLat = ReadOut("lblLat", QStringLiteral("N00\u00b0 00.000'"));
@@ -40,10 +43,9 @@ StatusStrip::StatusStrip(QWidget* owner) : QWidget(owner) {
     buttons->addWidget(button);
   }
   row->addLayout(buttons);
-  for (Lamp* lamp : {StatPic_Conn, StatPic_Act, StatPic_Rec}) row->addWidget(lamp);
-  row->addWidget(TransmitLamp("StatPic_UHF", "UHF", "UHF"));
-  row->addWidget(TransmitLamp("StatPic_VHF", "VHF", "VHF"));
-  row->addWidget(TransmitLamp("StatPic_Guard", "GUARD XMIT", "guard"));
+  for (Lamp* lamp : {StatPic_Conn, StatPic_Act, StatPic_Rec, StatPic_UHF, StatPic_VHF, StatPic_Guard}) {
+    row->addWidget(lamp);
+  }
   fixedWidth = row->sizeHint().width();
   row->addStretch(1);
   for (QLabel* readOut : {lblPosition, lblZoom, lblLat, lblLong, lblElevation}) row->addWidget(readOut);
@@ -54,6 +56,7 @@ StatusStrip::StatusStrip(QWidget* owner) : QWidget(owner) {
   ShowConnected(false);
   StatPic_Act->Set(false, QStringLiteral("No data"));
   StatPic_Rec->Set(false, QStringLiteral("Not recording"));
+  ShowTransmit({});
 }
 
 QToolButton* StatusStrip::CheckButton(const char* name, const QString& caption) {
@@ -71,12 +74,6 @@ QToolButton* StatusStrip::CheckButton(const char* name, const QString& caption) 
     button->setToolTip((on ? QStringLiteral("Hide ") : QStringLiteral("Show ")) + caption);
   });
   return button;
-}
-
-Lamp* StatusStrip::TransmitLamp(const char* name, const char* word, const char* key) {
-  auto* lamp = new Lamp(QString::fromLatin1(name), QString::fromLatin1(word), LampColoursOf(palette()).Transmit, this);
-  lamp->Set(false, QStringLiteral("Not transmitting on ") + QString::fromLatin1(key));
-  return lamp;
 }
 
 QSize StatusStrip::minimumSizeHint() const { return {fixedWidth, QWidget::minimumSizeHint().height()}; }
@@ -118,6 +115,26 @@ void StatusStrip::Tick() {
   ActivityOn = !ActivityOn;
   StatPic_Act->Set(ActivityOn, ActivityOn ? QStringLiteral("Data") : QStringLiteral("No data"));
   if (!ActivityOn) TimerAct.stop();
+}
+
+void StatusStrip::ShowTransmit(const radio::Transmission& keys) {
+  const auto show = [&](Lamp& lamp, radio::TransmitKey key, const QString& radioName) {
+    switch (radio::PictureOf(keys, key)) {
+      case radio::TransmitPicture::Idle:
+        lamp.Set(false, QStringLiteral("Not transmitting on ") + radioName);
+        break;
+      case radio::TransmitPicture::Sending:
+        lamp.Set(true, QStringLiteral("Transmitting on ") + radioName);
+        break;
+      case radio::TransmitPicture::Failed:
+        lamp.SetFailed(LampColoursOf(palette()).Recording, QStringLiteral("Trying to transmit on ") + radioName +
+                                                               QStringLiteral(": no voice client is connected"));
+        break;
+    }
+  };
+  show(*StatPic_UHF, radio::TransmitKey::UHF, QStringLiteral("UHF"));
+  show(*StatPic_VHF, radio::TransmitKey::VHF, QStringLiteral("VHF"));
+  show(*StatPic_Guard, radio::TransmitKey::Guard, QStringLiteral("Guard"));
 }
 
 void StatusStrip::ShowZoom(const QString& text) { lblZoom->setText(text); }

@@ -7,6 +7,7 @@
 #include <array>
 
 #include "core/station.h"
+#include "radio/transmit.h"
 #include "shell/frame/lamp.h"
 
 namespace kestrel::shell {
@@ -27,6 +28,8 @@ class StatusStrip final : public QWidget {
   void ShowRecording(bool recording, const QString& toolTip);
   /// A command came or went: the activity lamp lights for one tick.
   void ActivityPulse();
+  /// The lamps of the transmit keys.
+  void ShowTransmit(const radio::Transmission& keys);
   void ShowZoom(const QString& text);
   void ShowPosition(const QString& position, const QString& lat, const QString& lon);
   /// Height of the ground below the pointer, as text with its unit; a single blank where none is known.
@@ -41,13 +44,15 @@ class StatusStrip final : public QWidget {
 
  private:
   QToolButton* CheckButton(const char* name, const QString& caption);
-  Lamp* TransmitLamp(const char* name, const char* word, const char* key);
   void Tick();
   QLabel* ReadOut(const char* name, const QString& longest);
 
   Lamp* StatPic_Conn;
   Lamp* StatPic_Act;
   Lamp* StatPic_Rec;
+  Lamp* StatPic_UHF;
+  Lamp* StatPic_VHF;
+  Lamp* StatPic_Guard;
   std::array<QToolButton*, core::ToolWindowCount> checks{};
   QLabel* lblPosition;
   QLabel* lblZoom;

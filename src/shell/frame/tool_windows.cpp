@@ -13,6 +13,7 @@
 #include "shell/map/curs_frm.h"
 #include "shell/map/mini_map_frm.h"
 #include "shell/tape/rec_frm.h"
+#include "shell/options/view_frm.h"
 
 namespace kestrel::shell {
 namespace {
@@ -40,6 +41,7 @@ std::unique_ptr<ToolFrm> MakeWindow(core::Program& program, const ToolEntry& ent
     case core::ToolWindow::Rec:
       return std::make_unique<RecFrm>(program, frame);
     case core::ToolWindow::View:
+      return std::make_unique<ViewFrm>(program, frame);
     case core::ToolWindow::Areas:
     case core::ToolWindow::Freq:
       break;
@@ -76,6 +78,8 @@ BullsFrm& ToolWindows::Bulls() { return static_cast<BullsFrm&>(Window(core::Tool
 CursFrm& ToolWindows::Curs() { return static_cast<CursFrm&>(Window(core::ToolWindow::Curs)); }
 MiniMapFrm& ToolWindows::MiniMap() { return static_cast<MiniMapFrm&>(Window(core::ToolWindow::MiniMap)); }
 RecFrm& ToolWindows::Rec() { return static_cast<RecFrm&>(Window(core::ToolWindow::Rec)); }
+
+ViewFrm& ToolWindows::View() { return static_cast<ViewFrm&>(Window(core::ToolWindow::View)); }
 
 ClientsFrm& ToolWindows::Clients() { return static_cast<ClientsFrm&>(Window(core::ToolWindow::Clients)); }
 

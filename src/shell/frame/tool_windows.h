@@ -15,6 +15,7 @@ class BullsFrm;
 class CursFrm;
 class MiniMapFrm;
 class RecFrm;
+class ViewFrm;
 
 /// Owns the eight floating windows and does what is done to all of them.
 class ToolWindows final : public QObject {
@@ -30,6 +31,7 @@ class ToolWindows final : public QObject {
   MiniMapFrm& MiniMap();
   RecFrm& Rec();
   ClientsFrm& Clients();
+  ViewFrm& View();
 
   /// Start: each window takes its place, opacity and roll from what is kept; with no place kept for any of them they
   /// are put in a column at the right of the frame.

@@ -2,6 +2,7 @@
 
 #include <QContextMenuEvent>
 #include <QCursor>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
@@ -9,11 +10,13 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "core/execute_shortcut.h"
 #include "core/theater_switch.h"
 #include "map/cursor_tools.h"
 #include "map/geometry.h"
 #include "shell/core/guard.h"
 #include "shell/frame/look.h"
+#include "shell/frame/virtual_keys.h"
 
 namespace kestrel::shell {
 namespace {
@@ -159,6 +162,31 @@ void MapPicture::contextMenuEvent(QContextMenuEvent* event) {
   // The right button has shown it on the press already.
   if (event->reason() == QContextMenuEvent::Keyboard) popUp.popup(event->globalPos());
 }
+
+bool MapPicture::IsBound(const QKeyEvent& event) const {
+  return core::MapShortcut(station.State.ShortcutKeys, VirtualKey(event), ShiftState(event)) >= 0;
+}
+
+bool MapPicture::event(QEvent* event) {
+  // A bound key is the command's, also where a menu or the walk by Tab would take it.
+  if (event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress) {
+    auto* key = static_cast<QKeyEvent*>(event);
+    if (IsBound(*key)) {
+      if (event->type() == QEvent::KeyPress) keyPressEvent(key);
+      event->accept();
+      return true;
+    }
+  }
+  return QWidget::event(event);
+}
+
+void MapPicture::keyPressEvent(QKeyEvent* event) {
+  Guarded(station.Log, "KeyDown", [this, event] { core::MapKey(station, VirtualKey(*event), ShiftState(*event)); });
+  // Swallowed whether or not it did anything: the map window passes no key on.
+  event->accept();
+}
+
+void MapPicture::keyReleaseEvent(QKeyEvent* event) { event->accept(); }
 
 void MapPicture::wheelEvent(QWheelEvent* event) {
   TurnWheel(event->angleDelta().y());

@@ -13,8 +13,8 @@ class QMenu;
 
 namespace kestrel::shell {
 
-/// Picture1 of the map window: shows the drawing surface and turns mouse and wheel into the procedures of the map. It
-/// has no rule of its own. Sizes and positions go to the view in units, 15 to a device-independent pixel.
+/// Picture1 of the map window: shows the drawing surface and turns mouse, wheel and keys into the procedures of the
+/// map. It has no rule of its own. Sizes and positions go to the view in units, 15 to a device-independent pixel.
 class MapPicture final : public QWidget {
   Q_OBJECT
  public:
@@ -50,6 +50,9 @@ class MapPicture final : public QWidget {
   void Painted();
 
  protected:
+  bool event(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void keyReleaseEvent(QKeyEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
@@ -62,6 +65,8 @@ class MapPicture final : public QWidget {
   map::Scene Scene() const;
   void TakePointer(QPointF position);
   void ShowDirty();
+  /// True when the key runs a command here.
+  bool IsBound(const QKeyEvent& event) const;
 
   core::Program& station;
   QMenu& popUp;

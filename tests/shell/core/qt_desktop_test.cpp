@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QFontDialog>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -17,7 +18,11 @@
 #include <QTextBrowser>
 #include <QTimer>
 #include <QUrl>
+#include <algorithm>
+#include <cstdlib>
 #include <memory>
+
+#include "shell/core/colour_button.h"
 
 namespace kestrel::shell {
 namespace {
@@ -178,6 +183,85 @@ TEST_F(Desktop, ABoxForAFrameThatHasGoneDoesNotCome) {
   frame.reset();
   QCoreApplication::processEvents();
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+TEST_F(Desktop, ChosenFontComesWithItsStyleAndColor) {
+  const base::FontRecord present{.FontName = "DejaVu Sans", .FontSize = 10, .Color = 0x332211};
+  QTimer::singleShot(0, qApp, [this] {
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(dialog->objectName(), QStringLiteral("PickFont"));
+    EXPECT_TRUE(desktop.ModalOpen());
+    auto* fonts = dialog->findChild<QFontDialog*>();
+    QFont chosen(QStringLiteral("DejaVu Sans Mono"), 14, QFont::Bold);
+    chosen.setStrikeOut(true);
+    chosen.setUnderline(true);
+    fonts->setCurrentFont(chosen);
+    auto* color = dialog->findChild<ColourButton*>(QStringLiteral("cmdColor"));
+    ASSERT_NE(color, nullptr);
+    EXPECT_EQ(color->Colour(), base::Colour{0x332211});
+    QTimer::singleShot(0, qApp, [] {
+      auto* colours = qobject_cast<QColorDialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(colours, nullptr);
+      colours->setCurrentColor(QColor(0x44, 0x55, 0x66));
+      colours->accept();
+    });
+    QTest::mouseClick(color, Qt::LeftButton);
+    dialog->accept();
+  });
+  const std::optional<base::FontRecord> font = desktop.PickFont(present, true);
+  ASSERT_TRUE(font);
+  EXPECT_EQ(font->FontName, "DejaVu Sans Mono");
+  EXPECT_EQ(font->FontSize, 14);
+  EXPECT_TRUE(font->FontBold && font->FontStrike && font->FontUnder);
+  EXPECT_FALSE(font->FontItalic);
+  EXPECT_EQ(font->Color, base::Colour{0x665544});
+  EXPECT_FALSE(desktop.ModalOpen());
+}
+
+TEST_F(Desktop, AFontThatTheSystemDoesNotHaveStaysUnlessAnotherIsChosen) {
+  const base::FontRecord present{.FontName = "OCR A Extended", .FontSize = 12.5F, .FontBold = true, .Color = 77};
+  QTimer::singleShot(0, qApp, [] {
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(dialog->findChild<ColourButton*>(), nullptr) << "no colour was asked for";
+    dialog->accept();
+  });
+  const std::optional<base::FontRecord> font = desktop.PickFont(present, false);
+  ASSERT_TRUE(font);
+  EXPECT_EQ(font->FontName, "OCR A Extended");
+  EXPECT_EQ(font->FontSize, 12.5F);
+  EXPECT_TRUE(font->FontBold);
+  EXPECT_EQ(font->Color, base::Colour{77});
+}
+
+TEST_F(Desktop, FontThatIsNotChosenIsNone) {
+  // Also where the keyboard stands in the lists of the inner dialog.
+  for (const bool inner : {false, true}) {
+    QTimer::singleShot(0, qApp, [inner] {
+      QWidget* dialog = QApplication::activeModalWidget();
+      QWidget* receiver = inner ? dialog->findChild<QFontDialog*>() : dialog;
+      QTest::keyClick(receiver, Qt::Key_Escape);
+    });
+    EXPECT_EQ(desktop.PickFont({}, true).has_value(), false) << inner;
+  }
+}
+
+TEST(ColourFace, CaptionCanBeReadOnEveryColor) {
+  ColourButton button(QStringLiteral("Enemy"), QStringLiteral("Color"), nullptr);
+  button.resize(120, 28);
+  for (const base::Colour colour : {0x000000U, 0xFFFFFFU, 0x0000FFU, 0xFF0000U, 0x00FFFFU, 0x808080U}) {
+    button.ShowColour(colour);
+    const QImage shown = button.grab().toImage();
+    int most = 0;
+    for (int y = 6; y < shown.height() - 6; ++y) {
+      for (int x = 6; x < shown.width() - 6; ++x) {
+        most = std::max(most, std::abs(qGray(shown.pixel(x, y)) - qGray(ToQColor(colour).rgb())));
+      }
+    }
+    EXPECT_GT(most, 90) << std::hex << colour;
+    EXPECT_EQ(button.accessibleName(), QStringLiteral("Color: ") + ToQColor(colour).name());
+  }
 }
 
 TEST_F(Desktop, EventsRun) {

@@ -25,7 +25,7 @@ class RunStationTest : public StationTest {
 
 TEST_F(RunStationTest, ClosingTheFrameEndsItWithZero) {
   bool drawn = false;
-  const int code = RunStation(Path(), [&] {
+  const int code = RunStation(Path(), {globalKeys, voiceWindows}, [&] {
     drawn = RunningFrame()->Map().Picture().MapDraws() == 1;
     RunningFrame()->close();
   });
@@ -41,7 +41,7 @@ TEST_F(RunStationTest, FailedStartEndsItWithOneAfterItsBox) {
     text = qobject_cast<QMessageBox*>(&dialog)->text();
     QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdOk")), Qt::LeftButton);
   });
-  EXPECT_EQ(RunStation(Path()), 1);
+  EXPECT_EQ(RunStation(Path(), {globalKeys, voiceWindows}), 1);
   EXPECT_EQ(text,
             QStringLiteral("An error ocurred while loading the initialization files (Main). Please check these files, "
                            "or reinstall the program. The program will exit now..."));
@@ -78,8 +78,9 @@ TEST_F(RunStationTest, SessionRunsFromPhonebookToFarewell) {
   });
   person.start(10);
   QTimer::singleShot(30000, qApp, &QCoreApplication::quit);
-  EXPECT_EQ(
-      RunStation(Path(), [&] { RunningFrame()->findChild<QAction*>(QStringLiteral("mnuConnList_1"))->trigger(); }), 0);
+  EXPECT_EQ(RunStation(Path(), {globalKeys, voiceWindows},
+                       [&] { RunningFrame()->findChild<QAction*>(QStringLiteral("mnuConnList_1"))->trigger(); }),
+            0);
   EXPECT_EQ(box, QStringLiteral("The connection was closed by the server."));
   ASSERT_TRUE(QTest::qWaitFor([&] { return received == QByteArray("NAWACS2\0AWAEND\0", 15); }))
       << received.toHex().data();

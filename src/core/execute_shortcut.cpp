@@ -1,0 +1,85 @@
+#include "core/execute_shortcut.h"
+
+#include <exception>
+
+#include "core/shortcuts.h"
+#include "map/geometry.h"
+#include "radio/transmit.h"
+
+namespace kestrel::core {
+namespace {
+
+using base::Changed;
+
+radio::TransmitKey TransmitOf(const Shortcut& shortcut) { return static_cast<radio::TransmitKey>(shortcut.Argument); }
+
+/// What the windows then have to show anew.
+Changed Run(Program& program, const Shortcut& shortcut) {
+  map::ViewState& view = program.State.View;
+  switch (shortcut.Act) {
+    case ShortcutAct::ZoomIn:
+      return map::IncreaseResolution(view);
+    case ShortcutAct::ZoomOut:
+      return map::DecreaseResolution(view);
+    case ShortcutAct::Move:
+      return map::MoveScreen(view, shortcut.Argument);
+    case ShortcutAct::ApplyView:
+      return map::SetViewShortcut(view, shortcut.Argument);
+    case ShortcutAct::SaveView:
+      map::SaveViewShortcut(view, shortcut.Argument);
+      return Changed::Nothing;
+    case ShortcutAct::ViewBox:
+      program.Shown.ToggleBox(ToolWindow::View, shortcut.Box);
+      return Changed::Nothing;
+    case ShortcutAct::CursorBox:
+      program.Shown.ToggleBox(ToolWindow::Curs, shortcut.Box);
+      return Changed::Nothing;
+    case ShortcutAct::Transmit:
+      radio::PressTransmit(program.State.Transmit, program.Voice, TransmitOf(shortcut));
+      return Changed::Transmit;
+  }
+  return Changed::Nothing;
+}
+
+bool IsCommand(std::int32_t index) { return index >= 0 && index < static_cast<std::int32_t>(ShortcutCount); }
+
+}  // namespace
+
+void ExecuteShortcut(Program& program, std::int32_t index) {
+  if (!IsCommand(index)) return;
+  program.Shown.Refresh(Run(program, Shortcuts[static_cast<std::size_t>(index)]));
+}
+
+void MapKey(Program& program, std::int32_t keyCode, std::int32_t shift) {
+  ExecuteShortcut(program, MapShortcut(program.State.ShortcutKeys, keyCode, shift));
+}
+
+void HookedKey(Program& program, const GlobalKey& key) {
+  const std::int32_t index = GlobalShortcut(program.State.ShortcutKeys, key.KeyCode, key.Shift);
+  if (index < 0) return;
+  if (key.Down) {
+    ExecuteShortcut(program, index);
+    return;
+  }
+  radio::ReleaseTransmit(program.State.Transmit, program.Voice, TransmitOf(Shortcuts[static_cast<std::size_t>(index)]));
+  program.Shown.Refresh(Changed::Transmit);
+}
+
+void StartHook(Program& program) {
+  if (program.State.HookInstalled) return;
+  program.State.HookInstalled = program.Keys.Start([&program](const GlobalKey& key) {
+    try {
+      HookedKey(program, key);
+    } catch (const std::exception& failure) {
+      program.Log.LogLine(failure.what());
+    }
+  });
+}
+
+void StopHook(Program& program) {
+  if (!program.State.HookInstalled) return;
+  program.Keys.Stop();
+  program.State.HookInstalled = false;
+}
+
+}  // namespace kestrel::core

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <memory>
+
+#include "radio/voice_windows.h"
+
+namespace kestrel::platform {
+
+/// The system's windows as the voice bridge sees them. On Windows they are real; where the voice client cannot run, no
+/// window is ever found.
+std::unique_ptr<radio::VoiceWindows> MakeVoiceWindows();
+
+}  // namespace kestrel::platform

@@ -1,0 +1,88 @@
+#include "platform/windows/global_keys.h"
+
+#include <windows.h>
+
+#include <utility>
+
+#include "core/shortcuts.h"
+#include "platform/global_keys.h"
+
+namespace kestrel::platform {
+namespace {
+
+constexpr const char* WindowClass = "KestrelGlobalKeys";
+constexpr UINT HeardMessage = WM_APP;
+
+}  // namespace
+
+/// What the system calls by its address alone, and therefore the one place that is known to the whole process.
+struct WindowsGlobalKeys::Hook {
+  static inline HHOOK Installed = nullptr;
+  static inline HWND Receiver = nullptr;  ///< never seen; takes what the hook posts
+  static inline Heard Handler;
+
+  static std::int32_t HeldModifiers();
+  static LRESULT CALLBACK OnKey(int code, WPARAM message, LPARAM data);
+  static LRESULT CALLBACK OnPosted(HWND window, UINT message, WPARAM keyCode, LPARAM rest);
+  static HWND MakeReceiver();
+};
+
+std::int32_t WindowsGlobalKeys::Hook::HeldModifiers() {
+  const auto held = [](int key) { return (GetAsyncKeyState(key) & 0x8000) != 0; };
+  return (held(VK_SHIFT) ? core::ShiftModifier : 0) + (held(VK_CONTROL) ? core::CtrlModifier : 0) +
+         (held(VK_MENU) ? core::AltModifier : 0);
+}
+
+LRESULT CALLBACK WindowsGlobalKeys::Hook::OnKey(int code, WPARAM message, LPARAM data) {
+  // With any other code there is no event to look at.
+  if (code == HC_ACTION) {
+    const auto& event = *reinterpret_cast<const KBDLLHOOKSTRUCT*>(data);
+    const auto key = core::FromHook(code, event.vkCode, event.flags, HeldModifiers());
+    if (key) PostMessageA(Receiver, HeardMessage, event.vkCode, MAKELPARAM(key->Shift, key->Down ? 1 : 0));
+  }
+  return CallNextHookEx(Installed, code, message, data);
+}
+
+LRESULT CALLBACK WindowsGlobalKeys::Hook::OnPosted(HWND window, UINT message, WPARAM keyCode, LPARAM rest) {
+  if (message != HeardMessage) return DefWindowProcA(window, message, keyCode, rest);
+  // A copy, because what is called may end the listening.
+  const Heard handler = Handler;
+  if (handler) handler({static_cast<std::int32_t>(keyCode), LOWORD(rest), HIWORD(rest) != 0});
+  return 0;
+}
+
+HWND WindowsGlobalKeys::Hook::MakeReceiver() {
+  WNDCLASSA description{};
+  description.lpfnWndProc = OnPosted;
+  description.hInstance = GetModuleHandleA(nullptr);
+  description.lpszClassName = WindowClass;
+  // Registered at the second start already: that failure is none.
+  RegisterClassA(&description);
+  return CreateWindowA(WindowClass, "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, description.hInstance, nullptr);
+}
+
+WindowsGlobalKeys::~WindowsGlobalKeys() { Stop(); }
+
+bool WindowsGlobalKeys::Start(Heard heard) {
+  if (installed) return true;
+  if (Hook::Receiver != nullptr) return false;
+  Hook::Receiver = Hook::MakeReceiver();
+  if (Hook::Receiver == nullptr) return false;
+  Hook::Handler = std::move(heard);
+  Hook::Installed = SetWindowsHookExA(WH_KEYBOARD_LL, Hook::OnKey, GetModuleHandleA(nullptr), 0);
+  installed = true;
+  if (Hook::Installed == nullptr) Stop();
+  return installed;
+}
+
+void WindowsGlobalKeys::Stop() {
+  if (!installed) return;
+  installed = false;
+  if (Hook::Installed != nullptr) UnhookWindowsHookEx(std::exchange(Hook::Installed, nullptr));
+  DestroyWindow(std::exchange(Hook::Receiver, nullptr));
+  Hook::Handler = nullptr;
+}
+
+std::unique_ptr<core::GlobalKeys> MakeGlobalKeys() { return std::make_unique<WindowsGlobalKeys>(); }
+
+}  // namespace kestrel::platform

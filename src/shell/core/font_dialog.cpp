@@ -1,0 +1,81 @@
+#include "shell/core/font_dialog.h"
+
+#include <QColorDialog>
+#include <QDialogButtonBox>
+#include <QFontDatabase>
+#include <QFontDialog>
+#include <QFontInfo>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "shell/core/colour_button.h"
+#include "shell/core/text.h"
+
+namespace kestrel::shell {
+namespace {
+
+/// Sizes that a text can have, points.
+constexpr float LeastSize = 1, GreatestSize = 200;
+
+QFont FontOf(const base::FontRecord& record) {
+  QFont font(FromBytes(record.FontName));
+  font.setPointSizeF(record.FontSize >= LeastSize ? std::min(record.FontSize, GreatestSize) : LeastSize);
+  font.setBold(record.FontBold);
+  font.setItalic(record.FontItalic);
+  font.setStrikeOut(record.FontStrike);
+  font.setUnderline(record.FontUnder);
+  // Of a family that is not there the dialog would know no bold or italic.
+  if (!QFontDatabase::hasFamily(font.family())) font.setFamily(QFontInfo(font).family());
+  return font;
+}
+
+}  // namespace
+
+FontDialog::FontDialog(const base::FontRecord& present, bool withColour, QWidget* owner)
+    : QDialog(owner), before(present), fonts(new QFontDialog(FontOf(present), this)), cmdColor(nullptr) {
+  setObjectName(QStringLiteral("PickFont"));
+  setWindowTitle(QStringLiteral("Font"));
+  fonts->setWindowFlags(Qt::Widget);
+  fonts->setOptions(QFontDialog::NoButtons | QFontDialog::DontUseNativeDialog);
+  familyBefore = fonts->currentFont().family();
+  sizeBefore = fonts->currentFont().pointSize();
+
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  auto* rows = new QVBoxLayout(this);
+  rows->addWidget(fonts, 1);
+  auto* foot = new QHBoxLayout;
+  if (withColour) {
+    cmdColor = new ColourButton(QStringLiteral("Co&lor"), QStringLiteral("Color of the text"), this);
+    cmdColor->setObjectName(QStringLiteral("cmdColor"));
+    cmdColor->ShowColour(present.Color);
+    connect(cmdColor, &QPushButton::clicked, this, [this] {
+      const QColor chosen =
+          QColorDialog::getColor(ToQColor(cmdColor->Colour()), this, {}, QColorDialog::DontUseNativeDialog);
+      if (chosen.isValid()) cmdColor->ShowColour(FromQColor(chosen));
+    });
+    foot->addWidget(cmdColor);
+  }
+  foot->addStretch(1);
+  foot->addWidget(buttons);
+  rows->addLayout(foot);
+  // Esc and a double click in its lists close the inner one, and with it the whole.
+  connect(fonts, &QDialog::rejected, this, &QDialog::reject);
+  connect(fonts, &QDialog::accepted, this, &QDialog::accept);
+  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+}
+
+base::FontRecord FontDialog::Chosen() const {
+  const QFont font = fonts->currentFont();
+  base::FontRecord chosen = before;
+  if (font.family() != familyBefore) chosen.FontName = ToBytes(font.family());
+  if (font.pointSize() != sizeBefore) chosen.FontSize = static_cast<float>(font.pointSizeF());
+  chosen.FontBold = font.bold();
+  chosen.FontItalic = font.italic();
+  chosen.FontStrike = font.strikeOut();
+  chosen.FontUnder = font.underline();
+  if (cmdColor != nullptr) chosen.Color = cmdColor->Colour();
+  return chosen;
+}
+
+}  // namespace kestrel::shell

@@ -1,0 +1,75 @@
+#include "shell/options/key_field.h"
+
+#include <QKeyEvent>
+
+#include "shell/core/colour_button.h"
+#include "shell/core/guard.h"
+#include "shell/core/text.h"
+#include "shell/frame/virtual_keys.h"
+
+namespace kestrel::shell {
+namespace {
+
+/// On the three light colours of the field, in either palette.
+constexpr QColor FieldText(0x20, 0x26, 0x2b);
+
+}  // namespace
+
+KeyField::KeyField(base::DebugLog& lines, core::ShortcutCapture& shown, std::size_t command, QWidget* owner)
+    : QLineEdit(owner), log(lines), capture(shown), index(command) {
+  const QString name = FromBytes(core::Shortcuts[command].Name);
+  setObjectName(QStringLiteral("txtKey_") + QString::number(command));
+  setAccessibleName(QStringLiteral("Key of ") + name);
+  setToolTip(QStringLiteral("The key of %1. Press Set, then the key; Esc leaves it without one.").arg(name));
+  setReadOnly(true);
+  setContextMenuPolicy(Qt::NoContextMenu);
+  // Its longest text must be read whole.
+  setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("<Press Key or ESC to clear>")) + 16);
+  ShowBox();
+}
+
+void KeyField::ShowBox() {
+  const core::KeyBox box = capture.Box(index);
+  setText(FromBytes(box.Text));
+  QPalette colours = palette();
+  colours.setColor(QPalette::Base, ToQColor(box.Back));
+  colours.setColor(QPalette::Text, FieldText);
+  setPalette(colours);
+}
+
+bool KeyField::TakeKey(QKeyEvent& key) {
+  bool ours = false;
+  Guarded(log, "txtKey", [&] {
+    ours = capture.Key(index, VirtualKey(key), ShiftState(key));
+    if (ours) ShowBox();
+  });
+  return ours;
+}
+
+bool KeyField::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride && capture.Waiting() == index) {
+    event->accept();
+    return true;
+  }
+  // Before the toolkit makes a step to the next field of Tab.
+  if (event->type() == QEvent::KeyPress && TakeKey(static_cast<QKeyEvent&>(*event))) {
+    event->accept();
+    return true;
+  }
+  return QLineEdit::event(event);
+}
+
+void KeyField::focusInEvent(QFocusEvent* event) {
+  QLineEdit::focusInEvent(event);
+  deselect();
+}
+
+void KeyField::focusOutEvent(QFocusEvent* event) {
+  QLineEdit::focusOutEvent(event);
+  Guarded(log, "txtKey", [this] {
+    capture.LoseFocus(index);
+    ShowBox();
+  });
+}
+
+}  // namespace kestrel::shell

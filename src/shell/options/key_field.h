@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QLineEdit>
+#include <cstddef>
+
+#include "core/shortcut_capture.h"
+
+namespace kestrel::shell {
+
+/// txtKey: shows the key of a command and, while the capture waits for it, takes the next key that is pressed, whatever
+/// else that key does in a window.
+class KeyField final : public QLineEdit {
+  Q_OBJECT
+ public:
+  /// `capture` outlives the field.
+  KeyField(base::DebugLog& log, core::ShortcutCapture& capture, std::size_t index, QWidget* owner);
+
+  /// Text and colour as the command's binding stands.
+  void ShowBox();
+
+ protected:
+  bool event(QEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+
+ private:
+  /// True when the key was ours.
+  bool TakeKey(QKeyEvent& key);
+
+  base::DebugLog& log;
+  core::ShortcutCapture& capture;
+  std::size_t index;
+};
+
+}  // namespace kestrel::shell

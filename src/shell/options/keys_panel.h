@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QFrame>
+#include <vector>
+
+#include "core/shortcut_capture.h"
+
+class QGridLayout;
+class QLabel;
+class QVBoxLayout;
+
+namespace kestrel::shell {
+
+class KeyField;
+
+/// Frame3 and Frame4 of the options: the keys of one half of the commands.
+class KeysPanel final : public QFrame {
+  Q_OBJECT
+ public:
+  /// The commands from `first` to before `end`, on a panel named `name` whose button `defaults` gives them their
+  /// defaults. `program` and `capture` outlive the panel.
+  KeysPanel(core::Program& program, core::ShortcutCapture& capture, const char* name, std::size_t first,
+            std::size_t end, const char* defaults, QWidget* owner);
+
+ private:
+  /// A group with the commands from `first` to before `end`.
+  QVBoxLayout* AddCommands(const char* heading, std::size_t first, std::size_t end, QVBoxLayout& rows);
+  void AddCommand(std::size_t index, QGridLayout& lines);
+  void Set(std::size_t index, KeyField& field);
+  void LoadDefaults(std::size_t first, std::size_t end);
+  void ShowBoxes();
+
+  core::Program& station;
+  core::ShortcutCapture& capture;
+  std::vector<KeyField*> fields;
+};
+
+}  // namespace kestrel::shell
