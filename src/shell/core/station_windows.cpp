@@ -7,8 +7,8 @@
 #include "shell/link/select_channel_dialog.h"
 #include "shell/map/curs_frm.h"
 #include "shell/map/mini_map_frm.h"
-#include "shell/tape/rec_frm.h"
 #include "shell/options/view_frm.h"
+#include "shell/tape/rec_frm.h"
 
 namespace kestrel::shell {
 

@@ -30,8 +30,16 @@ void Lamp::Take(State shown, const QString& toolTip) {
   update();
 }
 
+void Lamp::ShowWord(bool shown) {
+  if (wordShown == shown) return;
+  wordShown = shown;
+  updateGeometry();
+}
+
+int Lamp::WordWidth() const { return Gap + fontMetrics().horizontalAdvance(label); }
+
 QSize Lamp::sizeHint() const {
-  return {Diameter + 2 + Gap + fontMetrics().horizontalAdvance(label), qMax(Diameter + 2, fontMetrics().height())};
+  return {Diameter + 2 + (wordShown ? WordWidth() : 0), qMax(Diameter + 2, fontMetrics().height())};
 }
 
 void Lamp::PaintDisc(QPainter& painter, const QRectF& disc) const {
@@ -57,6 +65,7 @@ void Lamp::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   PaintDisc(painter, QRectF(1, (height() - Diameter) / 2.0, Diameter, Diameter));
+  if (!wordShown) return;
   painter.setPen(palette().color(state == State::Dark ? QPalette::PlaceholderText : QPalette::WindowText));
   painter.drawText(rect().adjusted(Diameter + 2 + Gap, 0, 0, 0), Qt::AlignVCenter | Qt::AlignLeft, label);
 }

@@ -16,6 +16,10 @@ class Lamp final : public QWidget {
   void SetFailed(QColor failed, const QString& toolTip);
   bool Lit() const { return state == State::Lit; }
   bool Failed() const { return state == State::Failed; }
+  /// Whether its word stands beside the disc; the tool tip tells it either way.
+  void ShowWord(bool shown);
+  /// How much wider the lamp is with its word, pixels.
+  int WordWidth() const;
   QSize sizeHint() const override;
 
  protected:
@@ -30,6 +34,7 @@ class Lamp final : public QWidget {
   QString label;
   QColor colour;
   QColor failedColour;
+  bool wordShown = true;
   State state = State::Dark;
 };
 

@@ -43,9 +43,7 @@ StatusStrip::StatusStrip(QWidget* owner) : QWidget(owner) {
     buttons->addWidget(button);
   }
   row->addLayout(buttons);
-  for (Lamp* lamp : {StatPic_Conn, StatPic_Act, StatPic_Rec, StatPic_UHF, StatPic_VHF, StatPic_Guard}) {
-    row->addWidget(lamp);
-  }
+  for (Lamp* lamp : Lamps()) row->addWidget(lamp);
   fixedWidth = row->sizeHint().width();
   row->addStretch(1);
   for (QLabel* readOut : {lblPosition, lblZoom, lblLat, lblLong, lblElevation}) row->addWidget(readOut);
@@ -76,11 +74,20 @@ QToolButton* StatusStrip::CheckButton(const char* name, const QString& caption) 
   return button;
 }
 
-QSize StatusStrip::minimumSizeHint() const { return {fixedWidth, QWidget::minimumSizeHint().height()}; }
+std::array<Lamp*, 6> StatusStrip::Lamps() const {
+  return {StatPic_Conn, StatPic_Act, StatPic_Rec, StatPic_UHF, StatPic_VHF, StatPic_Guard};
+}
+
+QSize StatusStrip::minimumSizeHint() const {
+  int words = 0;
+  for (const Lamp* lamp : Lamps()) words += lamp->WordWidth();
+  return {fixedWidth - words, QWidget::minimumSizeHint().height()};
+}
 
 void StatusStrip::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   int room = width() - fixedWidth;
+  for (Lamp* lamp : Lamps()) lamp->ShowWord(room >= 0);
   // In the order of what is missed most.
   for (QLabel* readOut : {lblLat, lblLong, lblElevation, lblZoom, lblPosition}) {
     room -= readOut->minimumWidth() + Spacing;

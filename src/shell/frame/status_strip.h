@@ -14,7 +14,8 @@ namespace kestrel::shell {
 
 /// The strip at the foot of the frame: the buttons of the floating windows and the lamps from the left, read-outs at
 /// the right. Each read-out has the width of its longest text in digits of one width, so that nothing jumps while the
-/// pointer moves; where the frame is too narrow for all of them, those that matter less give way.
+/// pointer moves; where the frame is too narrow for all of them, those that matter less give way, and
+/// where that is not enough the words of the lamps.
 class StatusStrip final : public QWidget {
   Q_OBJECT
  public:
@@ -47,6 +48,8 @@ class StatusStrip final : public QWidget {
   void Tick();
   QLabel* ReadOut(const char* name, const QString& longest);
 
+  std::array<Lamp*, 6> Lamps() const;
+
   Lamp* StatPic_Conn;
   Lamp* StatPic_Act;
   Lamp* StatPic_Rec;
@@ -59,7 +62,7 @@ class StatusStrip final : public QWidget {
   QLabel* lblLat;
   QLabel* lblLong;
   QLabel* lblElevation;
-  int fixedWidth = 0;  ///< of everything but the read-outs, pixels
+  int fixedWidth = 0;  ///< of everything but the read-outs, with the lamps' words, pixels
   QTimer TimerAct;
   bool ActivityOn = false;
 };

@@ -12,8 +12,8 @@
 #include "shell/map/bulls_frm.h"
 #include "shell/map/curs_frm.h"
 #include "shell/map/mini_map_frm.h"
-#include "shell/tape/rec_frm.h"
 #include "shell/options/view_frm.h"
+#include "shell/tape/rec_frm.h"
 
 namespace kestrel::shell {
 namespace {
@@ -104,7 +104,9 @@ void ToolWindows::PlaceFirst() {
   const std::vector<core::WindowPlace> places =
       core::CascadeFromRight(Units(area.right() + 1), Units(area.top()), SizesOf(ordered), Units(area.bottom() + 1));
   for (std::size_t index = 0; index < places.size(); ++index) {
-    ordered[index]->MoveTo(Pixels(places[index]));
+    // The last, hidden ones may find no room of their own: rather over another than off the screen.
+    const QPoint place = Pixels(places[index]);
+    ordered[index]->MoveTo({qMax(area.left(), place.x()), place.y()});
     ordered[index]->BringIntoView();
   }
 }

@@ -1,10 +1,13 @@
 #include "shell/frame/tool_windows.h"
 
 #include <QDialog>
+#include <QLayout>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QToolButton>
+#include <algorithm>
+#include <functional>
 
 #include "shell/core/dialogs.h"
 #include "shell/frame/slider_frm1.h"
@@ -35,10 +38,16 @@ class FloatingWindows : public StationTest {
     return *part;
   }
   QRect Placed(ToolWindow which) { return {Window(which).pos(), Window(which).size()}; }
-  void ExpectNoneOverlaps() {
+  /// The least width of the strip at which its lamps keep their words.
+  int WidthWithWords() {
+    int width = Frame().Strip().minimumSizeHint().width();
+    for (const Lamp* lamp : Frame().Strip().findChildren<Lamp*>()) width += lamp->WordWidth();
+    return width;
+  }
+  void ExpectNoneOverlaps(const std::function<bool(const ToolFrm&)>& counts = [](const ToolFrm&) { return true; }) {
     for (const ToolEntry& a : ToolEntries()) {
       for (const ToolEntry& b : ToolEntries()) {
-        if (a.Which >= b.Which) continue;
+        if (a.Which >= b.Which || !counts(Window(a.Which)) || !counts(Window(b.Which))) continue;
         EXPECT_FALSE(Placed(a.Which).intersects(Placed(b.Which))) << a.Window << " over " << b.Window;
       }
     }
@@ -180,10 +189,31 @@ TEST_F(FloatingWindows, StatusButtonsAndLampsKeepTheirOrderFromTheLeft) {
 TEST_F(FloatingWindows, NarrowFrameGivesUpReadOutsAndDrawsNoMap) {
   Start();
   const std::uint64_t draws = Picture().MapDraws();
-  Frame().Strip().resize(Frame().Strip().minimumSizeHint().width() + 260, Frame().Strip().height());
+  Frame().Strip().resize(WidthWithWords() + 260, Frame().Strip().height());
   EXPECT_TRUE(Frame().Strip().findChild<QLabel*>(QStringLiteral("lblLat"))->isVisible());
   EXPECT_FALSE(Frame().Strip().findChild<QLabel*>(QStringLiteral("lblPosition"))->isVisible());
   EXPECT_EQ(Picture().MapDraws(), draws);
+}
+
+TEST_F(FloatingWindows, VeryNarrowFrameGivesUpTheWordsOfTheLampsAndNothingOverlaps) {
+  Start();
+  StatusStrip& strip = Frame().Strip();
+  strip.resize(strip.minimumSizeHint().width(), strip.height());
+  strip.layout()->activate();
+  QWidgetList parts = strip.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+  parts.removeIf([](const QWidget* part) { return !part->isVisible(); });
+  std::sort(parts.begin(), parts.end(), [](const QWidget* a, const QWidget* b) { return a->x() < b->x(); });
+  EXPECT_EQ(parts.size(), 8 + 6) << "buttons and lamps";
+  int end = 0;
+  for (const QWidget* part : parts) {
+    EXPECT_GE(part->x(), end) << qPrintable(part->objectName());
+    EXPECT_GE(part->width(), qMin(part->sizeHint().width(), part->maximumWidth())) << qPrintable(part->objectName());
+    end = part->x() + part->width();
+  }
+  EXPECT_LE(end, strip.width());
+  strip.resize(WidthWithWords(), strip.height());
+  strip.layout()->activate();
+  EXPECT_GT(strip.findChild<Lamp*>(QStringLiteral("StatPic_Guard"))->width(), 60);
 }
 
 TEST_F(FloatingWindows, ShowAllAndHideAllPressEveryButton) {
@@ -338,7 +368,7 @@ TEST_F(FloatingWindows, PlaceThatNoScreenShowsIsBroughtBack) {
 TEST_F(FloatingWindows, FirstStartPutsThemInOrderOverTheMap) {
   StartWith("CLIENTSFORMMIN=0\r\nVIEWFORMHID=1\r\nAREASFORMHID=1\r\nRECFORMHID=1\r\nFREQFORMHID=1\r\n");
   const QRect screen = Frame().screen()->availableGeometry();
-  ExpectNoneOverlaps();
+  ExpectNoneOverlaps([](const ToolFrm& window) { return window.isVisible(); });
   for (const ToolEntry& each : ToolEntries()) {
     EXPECT_TRUE(screen.contains(Placed(each.Which))) << each.Window;
     EXPECT_NE(State(each.Which).X, 0) << each.Window;
