@@ -193,6 +193,8 @@ bool DeleteFile(const fs::path& path) {
 
 std::optional<std::uint64_t> FreeSpace(const fs::path& folder) {
   std::error_code failure;
+  // Windows tells the space of a folder that is not there, too.
+  if (!fs::is_directory(folder, failure)) return std::nullopt;
   const fs::space_info space = fs::space(folder, failure);
   if (failure) return std::nullopt;
   return space.available;

@@ -14,7 +14,7 @@ std::int32_t KeyOf(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
 }
 
 /// With the place that the system tells, as Linux's input devices count.
-std::int32_t KeyAt(Qt::Key key, quint32 scanCode, Qt::KeyboardModifiers modifiers = {}) {
+[[maybe_unused]] std::int32_t KeyAt(Qt::Key key, quint32 scanCode, Qt::KeyboardModifiers modifiers = {}) {
   return VirtualKey(QKeyEvent(QEvent::KeyPress, key, modifiers, scanCode + 8, 0, 0));
 }
 
