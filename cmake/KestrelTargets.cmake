@@ -2,7 +2,13 @@
 add_library(kestrel_flags INTERFACE)
 target_compile_features(kestrel_flags INTERFACE cxx_std_20)
 target_include_directories(kestrel_flags INTERFACE ${PROJECT_SOURCE_DIR}/src ${PROJECT_BINARY_DIR}/generated)
-target_compile_options(kestrel_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wno-sign-conversion)
+if(MSVC)
+  # Sources and texts are UTF-8; the standard's rules rather than the compiler's older ones.
+  target_compile_options(kestrel_flags INTERFACE /W4 /utf-8 /permissive- /Zc:__cplusplus)
+  target_compile_definitions(kestrel_flags INTERFACE _CRT_SECURE_NO_WARNINGS)
+else()
+  target_compile_options(kestrel_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wno-sign-conversion)
+endif()
 # GCC 12 sees overlaps in std::string that are not there (its bug 105651).
 target_compile_options(kestrel_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 # Bounds of the standard containers are checked in every build: the server is a stranger.
@@ -12,7 +18,7 @@ target_compile_definitions(kestrel_flags INTERFACE _GLIBCXX_ASSERTIONS
 # Of windows.h the macros min and max are not wanted.
 target_compile_definitions(kestrel_flags INTERFACE $<$<PLATFORM_ID:Windows>:NOMINMAX>)
 if(KESTREL_WERROR)
-  target_compile_options(kestrel_flags INTERFACE -Werror)
+  target_compile_options(kestrel_flags INTERFACE $<IF:$<CXX_COMPILER_ID:MSVC>,/WX,-Werror>)
 endif()
 if(KESTREL_SANITIZE)
   target_compile_options(kestrel_flags INTERFACE -fsanitize=${KESTREL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

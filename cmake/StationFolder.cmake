@@ -8,17 +8,29 @@ function(kestrel_station_folder target folder)
   set(kept KESTREL.ini common.ini FriendlyNames.ini)
   list(TRANSFORM kept PREPEND ${data}/)
   set(picture ${folder}/Theaters/SampleStrait.png)
+  set(maker sample-theater)
+  if(NOT TARGET sample-theater)
+    set(maker ${KESTREL_SAMPLE_THEATER})
+  endif()
   add_custom_command(OUTPUT ${picture}
-    COMMAND sample-theater ${folder}/Theaters
-    DEPENDS sample-theater
+    COMMAND ${maker} ${folder}/Theaters
+    DEPENDS ${maker}
     COMMENT "Making the sample theater"
     VERBATIM)
-  set(tape ${folder}/TAPES/Demo.tap)
-  add_custom_command(OUTPUT ${tape}
-    COMMAND sample-tape ${tape}
-    DEPENDS sample-tape
-    COMMENT "Recording the demo tape"
-    VERBATIM)
+  # The demo tape flies session-sim's world; where that cannot be built, only a recorder of another machine makes one.
+  set(tape)
+  set(recorder ${KESTREL_SAMPLE_TAPE})
+  if(TARGET sample-tape)
+    set(recorder sample-tape)
+  endif()
+  if(recorder)
+    set(tape ${folder}/TAPES/Demo.tap)
+    add_custom_command(OUTPUT ${tape}
+      COMMAND ${recorder} ${tape}
+      DEPENDS ${recorder}
+      COMMENT "Recording the demo tape"
+      VERBATIM)
+  endif()
   add_custom_target(station ALL
     COMMAND ${CMAKE_COMMAND} -E copy_if_different ${data}/update.txt ${folder}/update.txt
     COMMAND ${CMAKE_COMMAND} "-DFILES=${kept}" -DFOLDER=${folder} -P ${PROJECT_SOURCE_DIR}/cmake/CopyMissing.cmake

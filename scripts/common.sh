@@ -5,7 +5,12 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 # Debian packages by what needs them.
 BUILD_PACKAGES="g++ cmake ninja-build qt6-base-dev libfreeimage-dev libx11-dev libxi-dev zlib1g-dev libgtest-dev libgmock-dev libbenchmark-dev fonts-dejavu-core"
 SCREEN_PACKAGES="xvfb xauth openbox xdotool scrot"
-WINDOWS_PACKAGES="g++-mingw-w64-x86-64-posix wine64 googletest"
+# To build and run what speaks to Windows alone; the whole Windows program; its installer and archive; its tests.
+SEAM_PACKAGES="g++-mingw-w64-x86-64-posix wine64 googletest"
+WINDOWS_PACKAGES="g++-mingw-w64-x86-64-posix libz-mingw-w64-dev"
+PACK_PACKAGES="nsis zip"
+WINE_PACKAGES="wine64 fonts-wine googletest"
+SDK_PACKAGES="$WINDOWS_PACKAGES cmake ninja-build qt6-base-dev qt6-base-dev-tools dpkg-dev nasm"
 
 # need PACKAGE...: installs those that are missing, as root or with sudo.
 need() {
@@ -43,3 +48,28 @@ wait_for() {
     sleep 0.1
   done
 }
+
+# configure_windows SDK [CMAKE ARGUMENT...]: configures build/windows. The sample theater and the demo tape are made by
+# programs of this machine.
+configure_windows() {
+  local sdk fresh=""
+  sdk=$(realpath "$1")
+  shift
+  # What was found in another SDK is not to be used.
+  grep -qs "^QT_CHAINLOAD_TOOLCHAIN_FILE:.*=$sdk/mingw-toolchain.cmake$" build/windows/CMakeCache.txt || fresh=--fresh
+  cmake --preset release >build/release.log 2>&1 || { cat build/release.log >&2; exit 1; }
+  cmake --build --preset release --target sample-theater sample-tape
+  # shellcheck disable=SC2086
+  cmake $fresh -G Ninja -S . -B build/windows -DCMAKE_TOOLCHAIN_FILE="$sdk/lib/cmake/Qt6/qt.toolchain.cmake" \
+    -DQT_CHAINLOAD_TOOLCHAIN_FILE="$sdk/mingw-toolchain.cmake" -DQT_HOST_PATH=/usr \
+    -DQT_HOST_PATH_CMAKE_DIR="/usr/lib/$(gcc -print-multiarch)/cmake" -DCMAKE_BUILD_TYPE=Release \
+    -DKESTREL_SAMPLE_THEATER="$PWD/build/release/tools/sample-theater" \
+    -DKESTREL_SAMPLE_TAPE="$PWD/build/release/tools/sample-tape" "$@" >build/windows.log 2>&1 ||
+    { cat build/windows.log >&2; exit 1; }
+}
+
+# Wine: Debian's 64-bit one, which has no name of its own on the path.
+WINE=${WINE:-/usr/lib/wine/wine64}
+WINESERVER=${WINESERVER:-/usr/lib/wine/wineserver64}
+# windows_name PATH: as programs under Wine name it.
+windows_name() { echo "Z:$(tr / '\\' <<<"$1")"; }

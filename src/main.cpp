@@ -12,6 +12,10 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "xcb;wayland");
   }
 #endif
+#ifdef Q_OS_WIN
+  // Qt 6.4 tells whether the system's windows are dark only when it is asked to; 2: frames and palette.
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "windows:darkmode=2");
+#endif
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("KESTREL"));
   kestrel::shell::ApplyLook(application, kestrel::shell::SystemIsDark());

@@ -8,8 +8,30 @@
 #endif
 
 namespace kestrel::base {
+namespace {
+
+constexpr bool IsHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit < 0xDC00; }
+constexpr bool IsLowSurrogate(char16_t unit) { return unit >= 0xDC00 && unit < 0xE000; }
+
+}  // namespace
 
 #ifdef _WIN32
+
+namespace {
+
+/// Two units of one character, which no such code page holds, as the one that stands for what cannot be shown.
+std::wstring WithoutPairs(std::u16string_view text) {
+  std::wstring wide;
+  wide.reserve(text.size());
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const bool pair = IsHighSurrogate(text[at]) && at + 1 < text.size() && IsLowSurrogate(text[at + 1]);
+    wide += pair ? L'\uFFFD' : static_cast<wchar_t>(text[at]);
+    if (pair) ++at;
+  }
+  return wide;
+}
+
+}  // namespace
 
 std::u16string ToUnicode(std::string_view bytes) {
   const int count = static_cast<int>(bytes.size());
@@ -19,9 +41,10 @@ std::u16string ToUnicode(std::string_view bytes) {
 }
 
 std::string FromUnicode(std::u16string_view text) {
-  const std::wstring wide(text.begin(), text.end());
+  const bool holdsAll = GetACP() == CP_UTF8;
+  const std::wstring wide = holdsAll ? std::wstring(text.begin(), text.end()) : WithoutPairs(text);
   const int count = static_cast<int>(wide.size());
-  const DWORD flags = GetACP() == CP_UTF8 ? 0 : WC_NO_BEST_FIT_CHARS;
+  const DWORD flags = holdsAll ? 0 : WC_NO_BEST_FIT_CHARS;
   std::string bytes(
       static_cast<std::size_t>(WideCharToMultiByte(CP_ACP, flags, wide.data(), count, nullptr, 0, nullptr, nullptr)),
       '\0');
@@ -39,9 +62,6 @@ constexpr std::array<char16_t, 32> Middle = {0x20AC, 0x0081, 0x201A, 0x0192, 0x2
                                              0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
                                              0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                              0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-
-constexpr bool IsHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit < 0xDC00; }
-constexpr bool IsLowSurrogate(char16_t unit) { return unit >= 0xDC00 && unit < 0xE000; }
 
 char ByteOf(char16_t unit) {
   if (unit < 0x80 || (unit >= 0xA0 && unit <= 0xFF)) return static_cast<char>(unit);

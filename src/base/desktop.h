@@ -24,11 +24,12 @@ class Desktop {
   virtual Answer Ask(std::string_view title, std::string_view text, MessageIcon icon, MessageButtons buttons) = 0;
   /// Lets pending window events run once.
   virtual void LetEventsRun() = 0;
-  /// Starts a file with an argument in a folder as the system's "open" verb does. The result is not examined.
+  /// Starts a file with an argument in a folder as the system's "open" verb does; both are text as of base::TextOfPath,
+  /// a page without an argument is an address. The result is not examined.
   virtual void Open(const std::string& file, const std::string& argument, const std::string& folder) = 0;
   /// Asks for a file that exists. `filter` is label and patterns, as "Images |*.bmp;*.jpg", more pairs following after
-  /// another "|"; `folder` is where the choice begins, `defaultName` the name already filled in. Paths are the narrow
-  /// text that std::filesystem::path takes. Nothing when the person cancels.
+  /// another "|"; `folder` is where the choice begins, `defaultName` the name already filled in. Paths are text as of
+  /// base::TextOfPath. Nothing when the person cancels.
   virtual std::optional<std::string> OpenFile(std::string_view title, std::string_view filter,
                                               const std::string& folder, std::string_view defaultName) = 0;
   /// Asks for a colour, beginning at `present`. Nothing when the person cancels.

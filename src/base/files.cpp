@@ -200,10 +200,32 @@ std::optional<std::uint64_t> FreeSpace(const fs::path& folder) {
   return space.available;
 }
 
-std::string NameForMessage(const fs::path& path) {
-  // UTF-8, because a name on the disk need not be one of the code page.
-  const std::u8string name = path.filename().u8string();
-  return std::string(name.begin(), name.end());
+std::string NameForMessage(const fs::path& path) { return PathForMessage(path.filename()); }
+
+std::string PathForMessage(const fs::path& path) {
+  try {
+    return FromUnicode(fs::path(path).make_preferred().u16string());
+  } catch (const std::exception&) {
+    // A name whose bytes are no text of the system's encoding.
+    return TextOfPath(path);
+  }
+}
+
+std::string TextOfPath(const fs::path& path) {
+#ifdef _WIN32
+  const std::u8string text = path.u8string();
+  return std::string(text.begin(), text.end());
+#else
+  return path.native();
+#endif
+}
+
+fs::path PathOfText(std::string_view text) {
+#ifdef _WIN32
+  return fs::path(std::u8string(text.begin(), text.end()));
+#else
+  return fs::path(text);
+#endif
 }
 
 std::string_view BareName(std::string_view name) {

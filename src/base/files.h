@@ -41,8 +41,15 @@ bool DeleteFile(const std::filesystem::path& path);
 /// Bytes that may still be written in `folder`; nothing when the system does not tell.
 std::optional<std::uint64_t> FreeSpace(const std::filesystem::path& folder);
 
-/// The last part of a path, for a message.
+/// The last part of a path, for a message: bytes of the code page, "?" for what it does not hold.
 std::string NameForMessage(const std::filesystem::path& path);
+/// The same of the whole path.
+std::string PathForMessage(const std::filesystem::path& path);
+
+/// A path as the narrow text that the seam Desktop takes and gives, and back: UTF-8 on Windows, where names can hold
+/// what the code page does not; elsewhere the bytes of the name.
+std::string TextOfPath(const std::filesystem::path& path);
+std::filesystem::path PathOfText(std::string_view text);
 
 /// The last part of a name with either slash.
 std::string_view BareName(std::string_view name);

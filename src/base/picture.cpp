@@ -28,6 +28,13 @@ using Bitmap = std::unique_ptr<FIBITMAP, Unload>;
 // What the library said last, for the text of a failure.
 thread_local std::string libraryMessage;
 
+/// Linked statically, the library waits to be told to begin. Its plugins from outside stay out.
+void BeginLibrary() {
+#ifdef FREEIMAGE_LIB
+  [[maybe_unused]] static const bool begun = (FreeImage_Initialise(TRUE), true);
+#endif
+}
+
 void KeepMessage(FREE_IMAGE_FORMAT, const char* message) { libraryMessage = message; }
 
 FREE_IMAGE_FORMAT FormatOf(PictureKind kind) {
@@ -58,6 +65,7 @@ int FlagsOf(PictureKind kind) {
 }
 
 Bitmap LoadBitmap(std::string_view bytes) {
+  BeginLibrary();
   FreeImage_SetOutputMessage(KeepMessage);
   if (bytes.size() > MaxPictureFileBytes) throw RuntimeFailure("the picture is too large");
   const PictureHeader header = ReadPictureHeader(bytes);
@@ -192,6 +200,7 @@ Picture Convert(Bitmap bitmap) {
 
 /// A bitmap of 24 bits for each pixel, the depth that the library's filters and quantisers work on.
 Bitmap To24Bits(const Picture& picture) {
+  BeginLibrary();
   Bitmap bitmap(FreeImage_Allocate(picture.Width, picture.Height, 24));
   if (!bitmap) throw RuntimeFailure("no memory for the picture");
   for (int y = 0; y < picture.Height; ++y) {

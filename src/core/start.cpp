@@ -5,6 +5,7 @@
 #include "base/files.h"
 #include "core/debug_files.h"
 #include "core/execute_shortcut.h"
+#include "core/own_folder.h"
 #include "core/program.h"
 #include "core/settings.h"
 #include "core/side_files.h"
@@ -28,26 +29,6 @@ void LoadSettings(Program& program) {
   if (program.State.Catalogue.Theaters.Empty()) throw NoTheaters();
 }
 
-/// Tries the program folder with a file of its own and says once when it cannot be written.
-void ProbeFolder(Program& program) {
-  Station& station = program.State;
-  const std::filesystem::path probe = base::FindFile(station.AppPath, "KESTREL.probe");
-  try {
-    // Not WriteWholeFile: the start need not wait for the disk.
-    base::LineFile file;
-    file.Open(probe);
-    file.Close();
-    base::DeleteFile(probe);
-    station.FolderReadOnly = false;
-  } catch (const base::RuntimeFailure&) {
-    station.FolderReadOnly = true;
-    program.Desk.Message(link::ProgramTitle(),
-                         "The program folder cannot be written. The station runs on, but settings, logs and tapes will "
-                         "not be kept.",
-                         base::MessageIcon::Exclamation);
-  }
-}
-
 void ShowMap(Program& program) {
   program.State.Loading = true;
   program.Shown.ShowMainFrm();
@@ -66,14 +47,13 @@ void FirstMap(Program& program) { program.Shown.Refresh(map::ChangeRes(program.S
 constexpr Step mainSteps[] = {
     {"Clear the flags", ClearFlags},
     {"Install the keyboard hook", StartHook},
-    {"AppPath: given by the entry of the process"},
+    {"AppPath: the program folder, or the person's own where that cannot be written", ChooseFolder},
     {"Read update.txt", [](Program& program) { LoadUpdateText(program.State); }},
     {"Read common.ini", [](Program& program) { LoadAutoUpdate(program.State); }},
     {"LoadSavedVars", LoadSettings, "LoadSavedVars"},
     {"LoadFriendsDef", [](Program& program) { LoadFriendsDef(program.State); }, "LoadFriendsDef"},
     {"Read DefFreq.ini"},
     {"Open the log", OpenLog},
-    {"Try whether the program folder can be written", ProbeFolder},
     {"Load the theater picture", [](Program& program) { LoadMapPicture(program.State); }},
     {"Show MainFrm", ShowMap},
     {"Place BullsFrm, CursFrm, ViewFrm, ClientsFrm, AreasFrm, RecFrm, MiniMapFrm, FreqFrm",
@@ -86,10 +66,10 @@ constexpr Step mainSteps[] = {
 };
 
 void StartUpdater(Program& program) {
-  const std::filesystem::path& folder = program.State.AppPath;
   if (!program.State.AutoUpdate) return;
   constexpr char separator = static_cast<char>(std::filesystem::path::preferred_separator);
-  const std::string text = AppPathText(folder.string(), separator);
+  // Where the program is, even when its files are kept elsewhere.
+  const std::string text = AppPathText(base::TextOfPath(program.State.ProgramPath), separator);
   program.Desk.Open(text + "ravenfix.exe", "-s", text);
 }
 

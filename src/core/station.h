@@ -55,11 +55,13 @@ struct Tapes {
 /// The state of the whole station: made once in main.cpp and handed on by reference. Procedures take the records that
 /// they read and write, not all of this; only start, stop and theater switch take it whole.
 struct Station {
-  std::filesystem::path AppPath;  ///< folder of the executable; everything is read and written below it
-  bool DebugLog = false;          ///< key DEBUG: the log file is on
-  bool AutoUpdate = false;        ///< AUTOUPDATE of "common.ini"
-  std::string DocsUrl;            ///< from "update.txt"
-  std::string MailUrl;            ///< from "update.txt"
+  std::filesystem::path AppPath;      ///< everything is read and written below it: the program folder or `OwnFolder`
+  std::filesystem::path ProgramPath;  ///< folder of the executable; set by the start
+  std::filesystem::path OwnFolder;    ///< the person's own folder for application data; empty: there is none to offer
+  bool DebugLog = false;              ///< key DEBUG: the log file is on
+  bool AutoUpdate = false;            ///< AUTOUPDATE of "common.ini"
+  std::string DocsUrl;                ///< from "update.txt"
+  std::string MailUrl;                ///< from "update.txt"
   theaters::Catalogue Catalogue;
   link::Options LinkOptions;
   link::SessionState Session;

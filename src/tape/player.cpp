@@ -9,6 +9,7 @@
 
 #include "base/code_page.h"
 #include "base/failure.h"
+#include "base/files.h"
 #include "base/numbers.h"
 #include "tape/show_record.h"
 #include "theaters/catalogue.h"
@@ -68,16 +69,16 @@ void TellUnreadable(const PlayerAround& around, const std::string& what, const s
 void Player::Load(const PlayerAround& around, const std::filesystem::path& folder, bool Recording) {
   if (state.Phase != PlayerPhase::NoFile || Recording) return;
   const std::optional<std::string> file =
-      around.Desk.OpenFile("Load Tape File", "Tape Files (*.tap)|*.tap", folder.string(), {});
+      around.Desk.OpenFile("Load Tape File", "Tape Files (*.tap)|*.tap", base::TextOfPath(folder), {});
   // While the choice was open a recording may have begun, or another tape been loaded.
   if (!file || state.Phase != PlayerPhase::NoFile) return;
   state.Phase = PlayerPhase::Loading;
-  state.FileTitle = base::FromUnicode(std::filesystem::path(*file).filename().u16string());
+  state.FileTitle = base::FromUnicode(base::PathOfText(*file).filename().u16string());
   givenUp = false;
   around.Host.Refresh(Changed::Tape);
   Opened opened;
   try {
-    if (OpenTape(around, *file, opened)) TakeIntoUse(around, std::move(opened));
+    if (OpenTape(around, base::PathOfText(*file), opened)) TakeIntoUse(around, std::move(opened));
   } catch (const WrongFormat&) {
     TellFailed(around, "The file you opened is not valid or it was created with a previous version of KESTREL.");
   } catch (const std::exception& failure) {

@@ -188,6 +188,23 @@ TEST(Files, NamesAreCutOffTheirFolders) {
   EXPECT_EQ(NameForMessage(fs::path("a") / "c.txt"), "c.txt");
 }
 
+TEST(Files, MessagesShowNamesInTheCodePage) {
+  const fs::path path = fs::path(u"b\u00E9ta") / u"\u0416.txt";
+  EXPECT_EQ(NameForMessage(path), "?.txt");
+  EXPECT_EQ(PathForMessage(path), FromUnicode(path.u16string()));
+  EXPECT_EQ(PathForMessage("a/b"), "a" + std::string(1, fs::path::preferred_separator) + "b");
+  EXPECT_EQ(PathForMessage(path).substr(0, 5), "b\xE9ta" + std::string(1, fs::path::preferred_separator));
+#ifndef _WIN32
+  EXPECT_EQ(NameForMessage("a/\xFFx"), "\xFFx") << "bytes that are no text of the system's encoding";
+#endif
+}
+
+TEST(Files, APathComesBackFromItsTextWhateverItsCharacters) {
+  const fs::path path = fs::path(u"b\u00E9ta") / u"\u0416 \u6771.txt";
+  EXPECT_EQ(TextOfPath(fs::path(u"\u00E9")), "\xC3\xA9");
+  EXPECT_EQ(PathOfText(TextOfPath(path)), path);
+}
+
 TEST(Files, ReadHeadGivesWhatThereIsUpToTheRoom) {
   const test::TempFolder folder;
   test::WriteBytes(folder / "heights", "abcdef");

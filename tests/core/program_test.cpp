@@ -2,8 +2,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include "base/files.h"
 #include "core/settings.h"
@@ -50,14 +48,14 @@ class Life : public testing::Test {
 };
 
 TEST_F(Life, TheStepsOfTheStartStandInTheirOrder) {
-  EXPECT_THAT(
-      Texts(MainSteps()),
-      ElementsAre("Clear the flags", "Install the keyboard hook", "AppPath: given by the entry of the process",
-                  "Read update.txt", "Read common.ini", "LoadSavedVars", "LoadFriendsDef", "Read DefFreq.ini",
-                  "Open the log", "Try whether the program folder can be written", "Load the theater picture",
-                  "Show MainFrm", "Place BullsFrm, CursFrm, ViewFrm, ClientsFrm, AreasFrm, RecFrm, MiniMapFrm, FreqFrm",
-                  "Copy the view options into ViewFrm", "Clear Loading",
-                  "Show FreqFrm, its first tab, its check boxes; hide it again", "ChangeRes 1: the first map"));
+  EXPECT_THAT(Texts(MainSteps()),
+              ElementsAre("Clear the flags", "Install the keyboard hook",
+                          "AppPath: the program folder, or the person's own where that cannot be written",
+                          "Read update.txt", "Read common.ini", "LoadSavedVars", "LoadFriendsDef", "Read DefFreq.ini",
+                          "Open the log", "Load the theater picture", "Show MainFrm",
+                          "Place BullsFrm, CursFrm, ViewFrm, ClientsFrm, AreasFrm, RecFrm, MiniMapFrm, FreqFrm",
+                          "Copy the view options into ViewFrm", "Clear Loading",
+                          "Show FreqFrm, its first tab, its check boxes; hide it again", "ChangeRes 1: the first map"));
   EXPECT_THAT(Texts(TheaterDataSteps()),
               ElementsAre("ReloadBulls", "Load the areas", "Load the view shortcuts", "Load the frequencies",
                           "Load the elevation", "AreasFrm.RefreshList", "FreqFrm.RefreshList",
@@ -143,9 +141,9 @@ TEST_F(Life, TheUpdaterIsStartedWhenTheFileDoesNotForbidIt) {
   std::filesystem::remove(folder.Path / "common.ini");
   EXPECT_TRUE(Start());
   ASSERT_THAT(around.Desk.Files, SizeIs(1));
-  EXPECT_EQ(around.Desk.Files[0].File, folder.Path.string() + "/ravenfix.exe");
+  EXPECT_EQ(base::PathOfText(around.Desk.Files[0].File), folder.Path / "ravenfix.exe");
   EXPECT_EQ(around.Desk.Files[0].Argument, "-s");
-  EXPECT_EQ(around.Desk.Files[0].Folder, folder.Path.string() + "/");
+  EXPECT_EQ(base::PathOfText(around.Desk.Files[0].Folder), folder.Path / "");
 }
 
 TEST_F(Life, AMissingUpdateTextEndsTheStart) {
@@ -269,47 +267,6 @@ TEST_F(Life, AFailedSaveIsToldAndTheClosingGoesOn) {
   EXPECT_THAT(around.Desk.Boxes[0].Text, HasSubstr("save the settings"));
   EXPECT_THAT(around.Desk.Boxes[0].Text, HasSubstr("KESTREL.ini"));
   EXPECT_THAT(around.Shown.Calls, ElementsAre("saving message", "no saving message", "UnloadWindows"));
-}
-
-/// What a child process saw: each box's text on a line.
-std::string InAReadOnlyFolder(const ProgramFolder& folder, Around& around) {
-  for (const auto& path : {folder.Path, folder.Path / "Theaters"})
-    std::filesystem::permissions(path, std::filesystem::perms(0555));
-  int ends[2];
-  if (pipe(ends) != 0) return "no pipe";
-  const pid_t child = fork();
-  if (child == 0) {
-    std::string seen;
-    if (geteuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0)) seen += "still the administrator\n";
-    seen += Main(around.All) ? "started\n" : "ended\n";
-    SwitchTheater(around.All, 2);
-    seen += around.State.Catalogue.Current().Name + "\n";
-    Close(around.All);
-    for (const auto& box : around.Desk.Boxes) seen += box.Title + ": " + box.Text + "\n";
-    const bool told = write(ends[1], seen.data(), seen.size()) == static_cast<ssize_t>(seen.size());
-    _exit(told ? 0 : 1);
-  }
-  close(ends[1]);
-  std::string seen;
-  char piece[4096];
-  for (ssize_t count; (count = read(ends[0], piece, sizeof piece)) > 0;) seen.append(piece, static_cast<size_t>(count));
-  close(ends[0]);
-  int status = 0;
-  waitpid(child, &status, 0);
-  return status == 0 ? seen : "the child failed";
-}
-
-TEST_F(Life, AReadOnlyFolderIsToldOnceAtTheStartAndTheStationRunsOn) {
-  folder.Write("KESTREL.ini", "[LOG]\nDEBUG=1\n[MAPS]\nTOTALMAPS=2\nMAP1=korea.ini\nMAP2=balkans.ini\nCURRENTMAP=1\n");
-  const std::string before = folder.Read("KESTREL.ini");
-  const std::string title = link::ProgramTitle();
-  EXPECT_EQ(InAReadOnlyFolder(folder, around),
-            "started\nbalkans\n" + title +
-                ": The program folder cannot be written. The station runs on, but settings, logs and tapes will not be "
-                "kept.\n" +
-                title +
-                ": The station could not save the settings: korea.ini cannot be written.\n\nThe closing goes on.\n");
-  EXPECT_EQ(folder.Read("KESTREL.ini"), before);
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 // What is left on the disk when a save is cut short.
+#ifndef _WIN32
 
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -132,3 +133,5 @@ TEST_F(SaveFaults, ADiskThatIsFullAfterAnyByteLeavesEachFileOldOrNew) {
 
 }  // namespace
 }  // namespace kestrel::core
+
+#endif

@@ -1,11 +1,11 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
 #include <string_view>
 
@@ -24,9 +24,10 @@ namespace kestrel::core {
 class ProgramFolder {
  public:
   ProgramFolder() {
-    std::string name = testing::TempDir() + "kestrel-core-XXXXXX";
-    if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
-    Path = name;
+    std::random_device random;
+    do {
+      Path = std::filesystem::path(testing::TempDir()) / ("kestrel-core-" + std::to_string(random()));
+    } while (!std::filesystem::create_directory(Path));
     std::filesystem::permissions(Path, std::filesystem::perms(0755));
     std::filesystem::create_directory(Path / "Theaters");
   }

@@ -20,6 +20,10 @@ void FailOnWarning(QtMsgType type, const QMessageLogContext&, const QString& tex
 
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+#ifdef Q_OS_WIN
+  // The platform without a screen looks for fonts only where it is told.
+  if (qEnvironmentVariableIsEmpty("QT_QPA_FONTDIR")) qputenv("QT_QPA_FONTDIR", qgetenv("WINDIR") + "\\Fonts");
+#endif
   testing::InitGoogleTest(&argc, argv);
   qInstallMessageHandler(FailOnWarning);
   QApplication application(argc, argv);

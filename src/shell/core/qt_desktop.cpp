@@ -4,7 +4,7 @@
 #include <QColorDialog>
 #include <QCoreApplication>
 #include <QDesktopServices>
-#include <QFile>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
@@ -12,6 +12,12 @@
 #include <QPushButton>
 #include <QTimer>
 #include <QUrl>
+#ifdef Q_OS_WIN
+#include <windows.h>
+// Needs the former.
+#include <shellapi.h>
+#endif
+
 #include <vector>
 
 #include "shell/core/colour_button.h"
@@ -109,28 +115,34 @@ void QtDesktop::MessageSoon(std::string_view title, std::string_view text, base:
 void QtDesktop::LetEventsRun() { QCoreApplication::processEvents(); }
 
 void QtDesktop::Open(const std::string& file, const std::string& argument, const std::string& folder) {
-  const QString name = FromBytes(file);
   if (argument.empty()) {
+    const QString name = FromBytes(file);
     if (!name.isEmpty()) QDesktopServices::openUrl(QUrl::fromUserInput(name, FromBytes(folder)));
     return;
   }
-  // Paths come from the file system as UTF-8 where that is its encoding; a name that is no file is silently not
-  // started.
-  const QString program = QFileInfo::exists(name) ? name : QString::fromStdString(file);
+  // Paths are UTF-8 everywhere in Qt; a name that is no file is silently not started.
+  const QString program = QString::fromStdString(file);
   if (!QFileInfo::exists(program)) return;
+#ifdef Q_OS_WIN
+  // The verb asks for elevation where the program wants it.
+  const auto wide = [](const QString& text) { return QDir::toNativeSeparators(text).toStdWString(); };
+  ShellExecuteW(nullptr, L"open", wide(program).c_str(), FromBytes(argument).toStdWString().c_str(),
+                wide(QString::fromStdString(folder)).c_str(), SW_SHOWNORMAL);
+#else
   QProcess::startDetached(program, {FromBytes(argument)}, QString::fromStdString(folder));
+#endif
 }
 
 std::optional<std::string> QtDesktop::OpenFile(std::string_view title, std::string_view filter,
                                                const std::string& folder, std::string_view defaultName) {
-  QFileDialog dialog(owner, FromBytes(title), QFile::decodeName(QByteArray::fromStdString(folder)));
+  QFileDialog dialog(owner, FromBytes(title), QString::fromStdString(folder));
   dialog.setObjectName(QStringLiteral("OpenFile"));
   dialog.setOption(QFileDialog::DontUseNativeDialog);
   dialog.setFileMode(QFileDialog::ExistingFile);
   dialog.setNameFilters(NameFilters(filter));
   if (!defaultName.empty()) dialog.selectFile(FromBytes(defaultName));
   if (RunDialog(dialog, modal) != QDialog::Accepted) return std::nullopt;
-  return QFile::encodeName(dialog.selectedFiles().value(0)).toStdString();
+  return dialog.selectedFiles().value(0).toStdString();
 }
 
 std::optional<base::Colour> QtDesktop::PickColour(base::Colour present) {

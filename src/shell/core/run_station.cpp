@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QSocketNotifier>
+#include <QStandardPaths>
 #include <memory>
 
 #include "base/clock.h"
@@ -38,6 +39,7 @@ int RunStation(const std::filesystem::path& appPath, SystemSeams system, const s
   link::Capture capture(clock);
   core::Station station;
   station.AppPath = appPath;
+  station.OwnFolder = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation).toStdU16String();
   ModalCount dialogs;
   QtDesktop desktop(dialogs);
   StationWindows windows(dialogs);

@@ -95,18 +95,19 @@ QColor MapSurround(const QPalette& palette) {
   return IsDark(palette) ? QColor(0x0e, 0x10, 0x12) : QColor(0xb9, 0xc1, 0xc7);
 }
 
+QPixmap ProgramPicture(int side) {
+  QPixmap picture(side, side);
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.scale(side / 64.0, side / 64.0);
+  PaintIcon(painter);
+  return picture;
+}
+
 QIcon ProgramIcon() {
   QIcon icon;
-  for (const int side : {16, 24, 32, 48, 64, 128}) {
-    QPixmap picture(side, side);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(side / 64.0, side / 64.0);
-    PaintIcon(painter);
-    painter.end();
-    icon.addPixmap(picture);
-  }
+  for (const int side : {16, 24, 32, 48, 64, 128}) icon.addPixmap(ProgramPicture(side));
   return icon;
 }
 

@@ -179,7 +179,7 @@ void ToolFrm::moveEvent(QMoveEvent* event) {
   QWidget::moveEvent(event);
   core::ToolWindowState& kept = State();
   // While a window manager takes a window up or lets it go, it reports places that nobody chose (its own frame's 0,0).
-  if (station.State.Loading || !windowHandle() || !windowHandle()->isExposed()) return;
+  if (station.State.Loading || !isVisible() || !windowHandle()->isExposed()) return;
   // A place that is already kept stays as it is written, to the unit.
   if (pos() == QPoint(Pixels(kept.X), Pixels(kept.Y))) return;
   kept.X = Units(pos().x());

@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QMenuBar>
 
+#include "base/files.h"
 #include "core/catalogue_edits.h"
 #include "shell/core/dialogs.h"
 #include "shell/core/guard.h"
@@ -24,7 +25,7 @@ void BullseyeWindows::CreateAtPointer() { ShowDetails(0, BullsDetailsFrm::Start:
 
 void BullseyeWindows::GetFromCampaignFile() {
   const auto file = station.Desk.OpenFile("Open Campaign File", "Falcon tac/cam/trn files|*.tac;*.cam;*.trn", {}, {});
-  if (file) core::AddCampaignBullseye(station, *file);
+  if (file) core::AddCampaignBullseye(station, base::PathOfText(*file));
 }
 
 void BullseyeWindows::ShowDetails(std::size_t index, BullsDetailsFrm::Start start) {

@@ -106,7 +106,7 @@ void TheateDetailsFrm::ChangePicture() {
   const auto file = station.Desk.OpenFile("Open Map Image", "Images |*.bmp;*.jpg;*.gif;*.png;*.dds", {}, {});
   if (!file) return;
   const WaitCursor wait;
-  const auto picture = core::OpenMapImage(station, *file);
+  const auto picture = core::OpenMapImage(station, base::PathOfText(*file));
   if (!picture) return;
   held = *picture;
   ShowPicture(held);
@@ -115,7 +115,7 @@ void TheateDetailsFrm::ChangePicture() {
 void TheateDetailsFrm::GetCoords() {
   const auto file = station.Desk.OpenFile("Open Map File", "Theater.map file |*.map", {}, "theater.map");
   if (!file) return;
-  const auto corner = core::OpenMapFile(station, *file);
+  const auto corner = core::OpenMapFile(station, base::PathOfText(*file));
   if (!corner) return;
   form->txtLat->setText(Text(corner->Lat, CornerPattern));
   form->txtLong->setText(Text(corner->Long, CornerPattern));

@@ -333,6 +333,7 @@ TEST_F(FloatingWindows, OnlyTheLeftButtonDrags) {
   QTest::mousePress(&caption, Qt::RightButton, {}, QPoint(10, 10));
   QTest::mouseMove(&caption, QPoint(40, 25));
   EXPECT_EQ(Window(ToolWindow::Clients).pos(), QPoint(100, 100));
+  QTest::mouseRelease(&caption, Qt::RightButton, {}, QPoint(10, 10));
 }
 
 TEST_F(FloatingWindows, PressedCaptionBringsAllToTheFront) {

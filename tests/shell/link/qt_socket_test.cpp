@@ -96,7 +96,10 @@ TEST_F(Socket, UnreadBytesAreBoundedAndNoneIsLost) {
   peer.write(flood);
   ASSERT_TRUE(QTest::qWaitFor([this] { return told == "connect data "; }));
   QTest::qWait(100);
+#ifndef Q_OS_WIN
+  // Windows takes a write of any size at once when it has room for a part of it.
   EXPECT_GT(peer.bytesToWrite(), 0) << "the peer must feel that nobody reads";
+#endif
   std::size_t largest = 0;
   ASSERT_TRUE(QTest::qWaitFor([&] {
     const std::size_t before = got.size();

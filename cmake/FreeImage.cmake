@@ -1,0 +1,20 @@
+# FreeImage as the target kestrel_freeimage: the system's library; on Windows the static one of the SDK with what it uses
+# itself, or that of the package manager.
+add_library(kestrel_freeimage INTERFACE)
+if(MSVC)
+  find_package(freeimage CONFIG REQUIRED)
+  target_link_libraries(kestrel_freeimage INTERFACE freeimage::FreeImage)
+  return()
+endif()
+
+find_library(FREEIMAGE_LIBRARY freeimage REQUIRED)
+find_path(FREEIMAGE_INCLUDE FreeImage.h REQUIRED)
+target_link_libraries(kestrel_freeimage INTERFACE ${FREEIMAGE_LIBRARY})
+target_include_directories(kestrel_freeimage SYSTEM INTERFACE ${FREEIMAGE_INCLUDE})
+if(WIN32)
+  find_library(PNG_STATIC NAMES libpng16.a REQUIRED)
+  find_library(JPEG_STATIC NAMES libjpeg.a REQUIRED)
+  find_library(ZLIB_STATIC NAMES libz.a REQUIRED)
+  target_link_libraries(kestrel_freeimage INTERFACE ${PNG_STATIC} ${JPEG_STATIC} ${ZLIB_STATIC})
+  target_compile_definitions(kestrel_freeimage INTERFACE FREEIMAGE_LIB)
+endif()
