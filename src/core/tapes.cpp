@@ -78,12 +78,11 @@ std::optional<std::string> EndTape(Station& station) {
 void RecordingStart(Program& program) {
   Station& station = program.State;
   if (station.Tapes.Recorder.Recording()) return;
-  const theaters::Theater& theater = station.Catalogue.Current();
-  const theaters::DownPoint bull = theaters::CurrentBullseye(theater);
+  const theaters::Bullseye bull = theaters::CurrentBullseyePlace(station.Catalogue.Current());
   tape::TapeHeader start;
   start.SyncInterval = station.Session.Sync.SyncInterval;
   start.BullX = bull.X;
-  start.BullY = theater.Size - bull.Y;
+  start.BullY = bull.Y;
   try {
     station.Tapes.Recorder.RecordingStart(TapesFolder(station), program.Log.Time().Now(), start);
     station.Tapes.SpaceTold = false;

@@ -45,9 +45,13 @@ void DeleteBelow(const std::filesystem::path& folder, std::string_view name) {
 
 }  // namespace
 
+Bullseye CurrentBullseyePlace(const Theater& theater) {
+  if (!NamesBullseye(theater, theater.CurrentBull)) return {{}, theater.Size / 2, theater.Size / 2};
+  return theater.Bulls[static_cast<std::size_t>(theater.CurrentBull)];
+}
+
 DownPoint CurrentBullseye(const Theater& theater) {
-  if (!NamesBullseye(theater, theater.CurrentBull)) return {theater.Size / 2, theater.Size / 2};
-  const Bullseye& bull = theater.Bulls[static_cast<std::size_t>(theater.CurrentBull)];
+  const Bullseye bull = CurrentBullseyePlace(theater);
   return {bull.X, theater.Size - bull.Y};
 }
 

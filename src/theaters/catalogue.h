@@ -12,8 +12,10 @@
 // The rules of the catalogue: which bullseye counts, file names of a theater, adding and deleting.
 namespace kestrel::theaters {
 
-/// The current bullseye, or the middle of the map when the theater has none (an index out of range counts as none),
-/// with Y turned over: Size - Y.
+/// The current bullseye as it stands in the list, or one without a name in the middle of the map when the theater has
+/// none (an index out of range counts as none).
+Bullseye CurrentBullseyePlace(const Theater& theater);
+/// The same place with Y turned over: Size - Y.
 DownPoint CurrentBullseye(const Theater& theater);
 
 /// Extent that a theater gets when its file has none that can be used, map units.

@@ -49,6 +49,19 @@ TEST(Catalogue, CurrentBullseyeIsTurnedOver) {
   EXPECT_EQ(place.Y, 974);
 }
 
+TEST(Catalogue, PlaceOfTheCurrentBullseyeIsThatOfTheListToTheBit) {
+  Theater theater = Korea();
+  Bullseye& bull = theater.Bulls[static_cast<std::size_t>(theater.CurrentBull)];
+  bull.X = 654.321;
+  bull.Y = 123.456;
+  ASSERT_NE(theater.Size - (theater.Size - bull.Y), bull.Y) << "turned over twice it would be another number";
+  EXPECT_EQ(CurrentBullseyePlace(theater).X, 654.321);
+  EXPECT_EQ(CurrentBullseyePlace(theater).Y, 123.456);
+  theater.CurrentBull = 0;
+  EXPECT_EQ(CurrentBullseyePlace(theater).X, 512);
+  EXPECT_EQ(CurrentBullseyePlace(theater).Y, 512);
+}
+
 TEST(Catalogue, NoBullseyeIsTheMiddleOfTheMap) {
   for (const std::int16_t current : std::vector<std::int16_t>{0, -1, 3, 32767, -32768}) {
     Theater theater = Korea();
