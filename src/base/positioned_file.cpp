@@ -83,8 +83,12 @@ std::ptrdiff_t WriteSome(int file, std::uint64_t position, std::span<std::span<c
 }
 #endif
 
+std::string FailureText(const fs::path& path, const char* what, int error) {
+  return NameForMessage(path) + " cannot be " + what + ": " + std::generic_category().message(error);
+}
+
 [[noreturn]] void Fail(const fs::path& path, const char* what, int error) {
-  throw RuntimeFailure(NameForMessage(path) + " cannot be " + what + ": " + std::generic_category().message(error));
+  throw RuntimeFailure(FailureText(path, what, error));
 }
 
 /// Takes `written` bytes off the front of the pieces.
@@ -100,13 +104,15 @@ std::span<std::span<const std::byte>> After(std::span<std::span<const std::byte>
 }  // namespace
 
 PositionedFile::PositionedFile(const fs::path& path, Mode mode) : name(path) {
-  const char* const what = mode == Mode::Read ? "read" : "written";
   descriptor = OpenFile(path, mode);
-  if (descriptor < 0) Fail(path, what, errno);
+  if (descriptor < 0) {
+    const int error = errno;
+    throw OpenFailure(FailureText(path, mode == Mode::Read ? "read" : "written", error), static_cast<std::errc>(error));
+  }
   Status status{};
   if (StatusOf(descriptor, status) && IsFile(status)) return;
   CloseFile(std::exchange(descriptor, -1));
-  throw RuntimeFailure(NameForMessage(path) + " is no file");
+  throw OpenFailure(NameForMessage(path) + " is no file", std::errc::not_supported);
 }
 
 PositionedFile::~PositionedFile() {

@@ -4,8 +4,19 @@
 #include <cstdint>
 #include <filesystem>
 #include <span>
+#include <string>
+#include <system_error>
+
+#include "base/failure.h"
 
 namespace kestrel::base {
+
+/// A file that cannot be opened, with the system's reason.
+class OpenFailure : public RuntimeFailure {
+ public:
+  OpenFailure(const std::string& text, std::errc reason) : RuntimeFailure(text), Reason(reason) {}
+  std::errc Reason;
+};
 
 /// A file read and written at any position of 64 bits, without a buffer of its own: what a write returns from is with
 /// the system and outlives the process. For what is too large or too lasting to be held whole.
@@ -18,7 +29,7 @@ class PositionedFile {
   };
 
   PositionedFile() = default;
-  /// RuntimeFailure, naming the file and the reason, when it cannot be opened or is no file.
+  /// OpenFailure, naming the file and the reason, when it cannot be opened or is no file.
   PositionedFile(const std::filesystem::path& path, Mode mode);
   ~PositionedFile();
   PositionedFile(PositionedFile&& other) noexcept;

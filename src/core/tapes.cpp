@@ -40,6 +40,7 @@ class PlayerDesk final : public tape::PlayerHost {
   void ShowLoading(int percent) override { program.Shown.ShowLoading(percent); }
   void HideLoading() override { program.Shown.ShowLoading(std::nullopt); }
   void Refresh(Changed what) override { program.Shown.Refresh(what); }
+  void Note(std::string_view text) override { program.Log.LogLine(text); }
 
  private:
   Program& program;

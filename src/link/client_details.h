@@ -13,7 +13,7 @@
 // The details of the client selected in the roster, and the edits that are made there. What surprises: a client's
 // leaving does not move SelectedPlot, so that it may point at the next client or past the last one while the details of
 // the selected one are still shown; an edit then changes the client that it points at. This stands. Past the end
-// nothing is changed.
+// nothing is changed. In a replay it goes with its client (tape/show_record.h).
 namespace kestrel::link {
 
 struct SessionState;

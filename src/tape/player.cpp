@@ -7,10 +7,10 @@
 #include <new>
 #include <utility>
 
-#include "base/code_page.h"
 #include "base/failure.h"
 #include "base/files.h"
 #include "base/numbers.h"
+#include "base/positioned_file.h"
 #include "tape/show_record.h"
 #include "theaters/catalogue.h"
 
@@ -24,15 +24,32 @@ constexpr double SecondsPerDay = 86400;
 /// A difference of two dates is taken for the whole second that it misses by less than this, seconds.
 constexpr double DateSlack = 0.001;
 
-/// The number that the box of a failed load tells beside the text.
-int ErrorNumber(const std::exception& failure) {
-  constexpr int outOfMemory = 7, pastEndOfFile = 62;
-  return dynamic_cast<const std::bad_alloc*>(&failure) != nullptr ? outOfMemory : pastEndOfFile;
+/// What the box of a failed load tells of it.
+struct NumberedError {
+  int Number;
+  std::string Text;
+};
+
+NumberedError ErrorOf(const std::exception& failure) {
+  constexpr int outOfMemory = 7, fileNotFound = 53, pastEndOfFile = 62, permissionDenied = 70, accessError = 75;
+  if (dynamic_cast<const std::bad_alloc*>(&failure) != nullptr) return {outOfMemory, "Out of memory"};
+  const auto* unopened = dynamic_cast<const base::OpenFailure*>(&failure);
+  if (unopened == nullptr) return {pastEndOfFile, failure.what()};
+  switch (unopened->Reason) {
+    case std::errc::no_such_file_or_directory:
+      return {fileNotFound, failure.what()};
+    case std::errc::permission_denied:
+    case std::errc::operation_not_permitted:
+      return {permissionDenied, failure.what()};
+    default:
+      return {accessError, failure.what()};
+  }
 }
 
 std::string FailureText(const std::exception& failure) {
+  const NumberedError error = ErrorOf(failure);
   return "The file you opened is not valid, it is corrupted or another general error occured.\nERROR NUMBER: " +
-         std::to_string(ErrorNumber(failure)) + "\nERROR DESC: " + failure.what();
+         std::to_string(error.Number) + "\nERROR DESC: " + error.Text;
 }
 
 /// Whole seconds from one date to another, the fraction cut; nothing when they cannot be told.
@@ -58,9 +75,10 @@ class LoadingShown {
 };
 
 void TellUnreadable(const PlayerAround& around, const std::string& what, const std::exception& failure) {
+  const std::string unreadable = what + " of the tape cannot be read: " + failure.what();
+  around.Host.Note(unreadable);
   around.Desk.Message(MessageTitle,
-                      what + " of the tape cannot be read: " + failure.what() +
-                          ". The file may have been changed since it was loaded. What is on show stays.",
+                      unreadable + ". The file may have been changed since it was loaded. What is on show stays.",
                       base::MessageIcon::Exclamation);
 }
 
@@ -70,24 +88,27 @@ void Player::Load(const PlayerAround& around, const std::filesystem::path& folde
   if (state.Phase != PlayerPhase::NoFile || Recording) return;
   const std::optional<std::string> file =
       around.Desk.OpenFile("Load Tape File", "Tape Files (*.tap)|*.tap", base::TextOfPath(folder), {});
-  // While the choice was open a recording may have begun, or another tape been loaded.
+  // While the choice was open another tape may have been loaded. A recording that has begun ends with the connection.
   if (!file || state.Phase != PlayerPhase::NoFile) return;
-  state.Phase = PlayerPhase::Loading;
-  state.FileTitle = base::FromUnicode(base::PathOfText(*file).filename().u16string());
   givenUp = false;
-  around.Host.Refresh(Changed::Tape);
-  Opened opened;
+  state.Phase = PlayerPhase::Loading;
   try {
-    if (OpenTape(around, base::PathOfText(*file), opened)) TakeIntoUse(around, std::move(opened));
-  } catch (const WrongFormat&) {
-    TellFailed(around, "The file you opened is not valid or it was created with a previous version of KESTREL.");
+    const std::filesystem::path path = base::PathOfText(*file);
+    state.FileTitle = base::NameForMessage(path);
+    around.Host.Refresh(Changed::Tape);
+    Opened opened;
+    if (OpenTape(around, path, opened)) TakeIntoUse(around, std::move(opened));
+  } catch (const WrongFormat& failure) {
+    TellFailed(around, "The file you opened is not valid or it was created with a previous version of KESTREL.",
+               failure);
   } catch (const std::exception& failure) {
-    TellFailed(around, FailureText(failure));
+    TellFailed(around, FailureText(failure), failure);
   }
 }
 
-void Player::TellFailed(const PlayerAround& around, std::string_view text) {
+void Player::TellFailed(const PlayerAround& around, std::string_view text, const std::exception& failure) {
   if (givenUp) return;
+  around.Host.Note("The tape " + state.FileTitle + " cannot be loaded: " + failure.what());
   GiveUp(around);
   around.Desk.Message("Error: Wrong file format.", text, base::MessageIcon::Exclamation);
 }
@@ -99,8 +120,11 @@ bool Player::OpenTape(const PlayerAround& around, const std::filesystem::path& f
   if (!NearMap(header.BullX) || !NearMap(header.BullY)) {
     throw base::RuntimeFailure("the bullseye of the tape lies near no map");
   }
+  // In force before it is known whether there are records. A load that fails takes it back, though only Close would
+  // have to: on purpose, since there is nothing to be closed then.
   around.Host.UseBullseye(BullseyePlace{header.BullX, header.BullY});
   if (header.RecordCount == 0) {
+    around.Host.Note("The tape " + state.FileTitle + " is empty");
     GiveUp(around);
     around.Desk.Message("Info...", "The tape file is empty...", base::MessageIcon::Information);
     return false;
@@ -157,6 +181,7 @@ void Player::SetInterval() {
   const std::int64_t interval = std::int64_t{state.SecsBetween} * 1000 / state.Speed;
   state.TimerInterval =
       static_cast<std::int32_t>(std::clamp<std::int64_t>(interval, 0, std::numeric_limits<std::int32_t>::max()));
+  ++state.TimerStarts;
 }
 
 void Player::Play(const PlayerAround& around) {
@@ -179,8 +204,8 @@ void Player::Stop(const PlayerAround& around) {
   try {
     const TapeHeader& header = tape->ReadHeader();
     if (header.RecordCount < 0) throw base::RuntimeFailure("the number of records is negative");
+    // Its time would be on show only until the first record has given its own.
     state.RecordCount = header.RecordCount;
-    state.CurTime = header.StartTime;
   } catch (const std::exception& failure) {
     around.Host.Refresh(Changed::Tape);
     TellUnreadable(around, "The header", failure);

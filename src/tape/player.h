@@ -40,6 +40,8 @@ class PlayerHost {
   virtual void HideLoading() = 0;
   /// Refreshes each marked view once, now.
   virtual void Refresh(base::Changed what) = 0;
+  /// A line for the log.
+  virtual void Note(std::string_view text) = 0;
 };
 
 /// What a call of the player may touch; the references outlive the call.
@@ -67,6 +69,7 @@ struct PlayerState {
   std::int32_t BarMaximum = 0;
   std::int32_t BarValue = 0;
   std::int32_t TimerInterval = 0;  ///< milliseconds from tick to tick while playing; with 0 the timer never fires
+  std::uint32_t TimerStarts = 0;   ///< raised by whatever starts the timer anew, a running one too
 
   bool Loaded() const { return Phase != PlayerPhase::NoFile && Phase != PlayerPhase::Loading; }
 };
@@ -120,7 +123,7 @@ class Player {
   bool Index(const PlayerAround& around, Opened& opened);
   void TakeIntoUse(const PlayerAround& around, Opened opened);
   void GiveUp(const PlayerAround& around);
-  void TellFailed(const PlayerAround& around, std::string_view text);
+  void TellFailed(const PlayerAround& around, std::string_view text, const std::exception& failure);
   std::uint64_t OffsetOf(std::int32_t Point) const;
   Snapshot ReadPoint(std::int32_t Point);
   void ReadNextTime(std::int32_t Point, Snapshot& snapshot);

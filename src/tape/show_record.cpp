@@ -55,7 +55,10 @@ void ShowTapeRecord(TapeRecord record, base::Colour AICOLOR, link::Tables& table
   tables.AIPlots[0] = {};
   link::PlaceAIPlots(session.Bull, tables);
   ShowClients(std::move(record.Clients), tables);
-  if (session.Details.Enabled && tables.FindClient(session.Details.Id) == 0) link::HidePlotControl(session.Details);
+  if (!session.Details.Enabled) return;
+  // The client stays selected in the tree, so that what is edited must be his slot, which may be another one now.
+  session.SelectedPlot = tables.FindClient(session.Details.Id);
+  if (session.SelectedPlot == 0) link::HidePlotControl(session.Details);
 }
 
 }  // namespace kestrel::tape

@@ -1,20 +1,12 @@
 #include "tape/player.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <cmath>
-#include <filesystem>
 #include <fstream>
-#include <functional>
 #include <limits>
-#include <string>
-#include <vector>
+#include <utility>
 
-#include "base/temp_folder.h"
-#include "doubles/scripted_desktop.h"
 #include "link/client_details.h"
-#include "tape/golden_tape.h"
+#include "tape/player_fixture.h"
 #include "tape/show_record.h"
 
 namespace kestrel::tape {
@@ -25,109 +17,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
-
-constexpr double day = 46000;
-constexpr double secondsPerDay = 86400;
-double At(double seconds) { return day + seconds / secondsPerDay; }
-
-/// The station around the player: keeps what was asked of it.
-class RecordingAround final : public PlayerHost {
- public:
-  explicit RecordingAround(link::SessionState& state) : session(state) {}
-
-  void UseBullseye(std::optional<BullseyePlace> place) override {
-    Calls.push_back(place ? "bullseye of the tape" : "bullseye of the theater");
-    Bullseye = place;
-    session.Bull = place ? theaters::DownPoint{place->X, 1024 - place->Y} : theaters::DownPoint{512, 512};
-  }
-  void LeaveSession() override {
-    Calls.push_back("leave the session");
-    if (WhenLeft) WhenLeft();
-  }
-  void ShowLoading(int percent) override {
-    if (Percents.empty()) Calls.push_back("show the progress");
-    Percents.push_back(percent);
-  }
-  void HideLoading() override { Calls.push_back("hide the progress"); }
-  void Refresh(Changed what) override {
-    if (WhenRefreshed) WhenRefreshed();
-    Refreshed |= what;
-  }
-
-  std::vector<std::string> Calls;  ///< in order
-  std::vector<int> Percents;       ///< of ShowLoading
-  std::optional<BullseyePlace> Bullseye;
-  Changed Refreshed = Changed::Nothing;  ///< all together
-  std::function<void()> WhenLeft;        ///< run inside LeaveSession
-  std::function<void()> WhenRefreshed;   ///< run inside Refresh
-
- private:
-  link::SessionState& session;
-};
-
-class TapePlayer : public testing::Test {
- protected:
-  /// A tape of records at these seconds, two players and two AI aircraft in each.
-  void WriteTape(const std::vector<double>& seconds) {
-    std::string bytes = GoldenTape(static_cast<std::int32_t>(seconds.size()), seconds);
-    Write(bytes);
-  }
-  static std::string GoldenTape(std::int32_t count, const std::vector<double>& seconds) {
-    std::string bytes = test::GoldenHeader(count, 1000, At(-5), 100, 200);
-    for (std::size_t n = 0; n < seconds.size(); ++n) {
-      bytes += test::GoldenRecord(At(seconds[n]), test::SampleTables(2, 2, static_cast<int>(n) + 1));
-    }
-    return bytes;
-  }
-  /// A new file each time: some file systems bring one that is written over to the disk when it is closed.
-  void Write(const std::string& bytes) {
-    std::filesystem::remove(path);
-    WriteOver(bytes);
-  }
-  void WriteOver(const std::string& bytes) { test::WriteBytes(path, bytes); }
-
-  void Load() {
-    desk.FileAnswers = {path.string()};
-    player.Load(around, folder.Path(), false);
-  }
-  void LoadTape(const std::vector<double>& seconds) {
-    WriteTape(seconds);
-    Load();
-    ASSERT_THAT(desk.Boxes, IsEmpty()) << desk.Boxes[0].Text;
-    ASSERT_EQ(State().Phase, PlayerPhase::Stopped);
-  }
-  const PlayerState& State() const { return player.State(); }
-
-  /// The tables of a session that is on when a load begins.
-  void FillTables() {
-    plots = test::SampleTables(3, 4, 2);
-    plots.RebuildIndex();
-    session.Connected = true;
-  }
-  void ExpectEverythingAsItWas(const std::string& title, const std::string& text) {
-    ASSERT_THAT(desk.Boxes, SizeIs(1));
-    EXPECT_EQ(desk.Boxes[0].Title, title);
-    EXPECT_THAT(desk.Boxes[0].Text, StartsWith(text));
-    EXPECT_EQ(State().Phase, PlayerPhase::NoFile);
-    EXPECT_EQ(State().FileTitle, "");
-    EXPECT_EQ(State().CurPoint, 0);
-    EXPECT_EQ(plots.Clients.UpperBound(), 3u);
-    EXPECT_EQ(plots.AIPlots.UpperBound(), 4u);
-    EXPECT_EQ(plots.Clients[0].Label, "slot 0");
-    EXPECT_FALSE(host.Bullseye);
-    EXPECT_THAT(host.Calls, testing::Not(testing::Contains("leave the session")));
-  }
-
-  test::TempFolder folder;
-  std::filesystem::path path = folder / "21-11-26_120000.tap";
-  link::Tables plots;
-  link::SessionState session;
-  link::Options options;
-  doubles::ScriptedDesktop desk;
-  RecordingAround host{session};
-  PlayerAround around{host, desk, plots, session, options};
-  Player player;
-};
 
 TEST_F(TapePlayer, ALoadAsksForTapesInTheirFolder) {
   player.Load(around, folder.Path(), false);
@@ -187,76 +76,6 @@ TEST_F(TapePlayer, WhileATapeIsBeingIndexedAnotherOneIsNotLoaded) {
   EXPECT_THAT(desk.FileQuestions, SizeIs(1));
   EXPECT_EQ(State().Phase, PlayerPhase::Stopped);
   EXPECT_EQ(State().CurPoint, 1);
-}
-
-TEST_F(TapePlayer, AnotherKindOfFileIsToldAndChangesNothing) {
-  FillTables();
-  for (const std::string bytes : {"", "TAPEv2.0", "TAPEv2.00 and more than a header's forty-one bytes of it"}) {
-    desk.Boxes.clear();
-    Write(bytes);
-    Load();
-    ExpectEverythingAsItWas("Error: Wrong file format.",
-                            "The file you opened is not valid or it was created with a previous version of KESTREL.");
-  }
-}
-
-TEST_F(TapePlayer, AnEmptyTapeIsToldAndChangesNothing) {
-  FillTables();
-  // As a crash leaves it: the records are there, and the count is 0.
-  Write(GoldenTape(0, {0, 1}));
-  Load();
-  ExpectEverythingAsItWas("Info...", "The tape file is empty...");
-  EXPECT_EQ(desk.Boxes[0].Text, "The tape file is empty...");
-  EXPECT_THAT(host.Calls, ElementsAre("bullseye of the tape", "bullseye of the theater"));
-}
-
-TEST_F(TapePlayer, ATapeCutAnywhereIsToldAndChangesNothing) {
-  FillTables();
-  const std::string whole = GoldenTape(2, {0, 1});
-  for (std::size_t length = 9; length < whole.size(); ++length) {
-    SCOPED_TRACE(length);
-    desk.Boxes.clear();
-    Write(whole.substr(0, length));
-    Load();
-    ExpectEverythingAsItWas("Error: Wrong file format.",
-                            "The file you opened is not valid, it is corrupted or another general error occured.\n"
-                            "ERROR NUMBER: 62\nERROR DESC: ");
-    if (HasFailure()) break;
-  }
-}
-
-TEST_F(TapePlayer, LyingHeadersAreToldAndChangeNothing) {
-  FillTables();
-  const std::string records = GoldenTape(2, {0, 1}).substr(41);
-  const double nan = std::numeric_limits<double>::quiet_NaN();
-  const std::string headers[] = {
-      test::GoldenHeader(-1, 1000, At(0), 100, 200), test::GoldenHeader(3, 1000, At(0), 100, 200),
-      test::GoldenHeader(2147483647, 1000, At(0), 100, 200), test::GoldenHeader(2, 1000, At(0), nan, 200),
-      test::GoldenHeader(2, 1000, At(0), 100, -1e300)};
-  for (const std::string& header : headers) {
-    desk.Boxes.clear();
-    Write(header + records);
-    Load();
-    ExpectEverythingAsItWas("Error: Wrong file format.", "The file you opened is not valid, it is corrupted or");
-  }
-}
-
-TEST_F(TapePlayer, AFileThatIsNotThereIsTold) {
-  FillTables();
-  Load();
-  ExpectEverythingAsItWas("Error: Wrong file format.", "The file you opened is not valid, it is corrupted or");
-}
-
-TEST_F(TapePlayer, AnUnloadDuringTheIndexEndsTheLoadWithoutAWord) {
-  FillTables();
-  WriteTape({0, 1, 2});
-  desk.WhenEventsRun = [this] { player.Unload(); };
-  Load();
-  EXPECT_EQ(desk.EventRuns, 1);
-  EXPECT_THAT(desk.Boxes, IsEmpty());
-  EXPECT_EQ(State().Phase, PlayerPhase::NoFile);
-  EXPECT_EQ(plots.Clients.UpperBound(), 3u);
-  EXPECT_THAT(host.Calls, testing::Not(testing::Contains("leave the session")));
 }
 
 struct Scale {
@@ -428,64 +247,6 @@ TEST_F(TapePlayer, StopReadsTheHeaderAgain) {
   player.Tick(around);
   player.Tick(around);
   EXPECT_EQ(State().Phase, PlayerPhase::Stopped) << "the tape ends after its second record now";
-}
-
-TEST_F(TapePlayer, ARecordBehindTheIndexIsToldAndLosesNothing) {
-  LoadTape({0, 2});
-  player.Play(around);
-  WriteOver(GoldenTape(3, {0, 2, 5}));
-  player.Stop(around);
-  EXPECT_EQ(State().RecordCount, 3);
-  player.Play(around);
-  player.Tick(around);
-  EXPECT_THAT(desk.Boxes, IsEmpty());
-  player.Tick(around);
-  ASSERT_THAT(desk.Boxes, SizeIs(1));
-  EXPECT_THAT(desk.Boxes[0].Text, StartsWith("Record 3 of the tape cannot be read: "));
-  EXPECT_EQ(State().Phase, PlayerPhase::Paused);
-  EXPECT_EQ(State().CurPoint, 2);
-  EXPECT_EQ(plots.Clients.UpperBound(), 2u);
-}
-
-TEST_F(TapePlayer, ATapeThatIsCutWhileItIsLoadedIsToldOnceAndWhatIsOnShowStays) {
-  LoadTape({0, 2, 5});
-  player.Play(around);
-  std::filesystem::resize_file(path, 60);
-  PlayerPhase inBox = PlayerPhase::NoFile;
-  desk.WhileOpen = [&] { inBox = State().Phase; };
-  player.Tick(around);
-  ASSERT_THAT(desk.Boxes, SizeIs(1));
-  EXPECT_EQ(desk.Boxes[0].Title, "Playback");
-  EXPECT_THAT(desk.Boxes[0].Text, StartsWith("Record 2 of the tape cannot be read: "));
-  EXPECT_EQ(inBox, PlayerPhase::Paused) << "the timer does not run on under the box";
-  EXPECT_EQ(State().CurPoint, 1);
-  EXPECT_EQ(State().BarValue, 1);
-  EXPECT_EQ(plots.Clients.UpperBound(), 2u);
-  player.Tick(around);
-  EXPECT_THAT(desk.Boxes, SizeIs(1));
-
-  player.MoveBar(around, 3);
-  EXPECT_THAT(desk.Boxes, SizeIs(2));
-  EXPECT_EQ(State().CurPoint, 1);
-  EXPECT_EQ(State().BarValue, 1);
-
-  std::filesystem::resize_file(path, 20);
-  player.Stop(around);
-  ASSERT_THAT(desk.Boxes, SizeIs(3));
-  EXPECT_THAT(desk.Boxes[2].Text, StartsWith("The header of the tape cannot be read: "));
-  EXPECT_EQ(State().Phase, PlayerPhase::Paused) << "it can be stopped again";
-  player.Close(around);
-  EXPECT_EQ(State().Phase, PlayerPhase::NoFile);
-}
-
-TEST_F(TapePlayer, ARecordWhoseSuccessorIsGoneIsStillShown) {
-  LoadTape({0, 2, 5});
-  const std::size_t second = GoldenTape(2, {0, 2}).size();
-  std::filesystem::resize_file(path, second);
-  player.MoveBar(around, 2);
-  EXPECT_THAT(desk.Boxes, IsEmpty());
-  EXPECT_EQ(State().CurPoint, 2);
-  EXPECT_EQ(State().SecsBetween, 2) << "the gap stays";
 }
 
 TEST_F(TapePlayer, CloseEmptiesTheTablesAndBringsTheBullseyeBack) {

@@ -207,6 +207,34 @@ TEST_F(ShownRecord, DetailsStayWhileTheirClientIsThereAndAreHiddenWhenItIsNot) {
   EXPECT_EQ(session.Details.Caption, "USER:");
 }
 
+TEST_F(ShownRecord, WhatThePersonHasSetIsGoneAfterARecordWithoutItsSlot) {
+  Show(WithClients({Client(5, "Smith", true), Client(6, "Jones", true)}));
+  tables.Clients[1].Label = "Eagle 1";
+  tables.Clients[2].Label = "Eagle 2";
+  Show(WithClients({Client(5, "Smith", true)}));
+  Show(WithClients({Client(5, "Smith", true), Client(6, "Jones", true)}));
+  EXPECT_EQ(tables.Clients[1].Label, "Eagle 1");
+  EXPECT_EQ(tables.Clients[2].Label, "Airplane2");
+}
+
+TEST_F(ShownRecord, EditsReachTheClientOfTheDetailsWhateverHisSlot) {
+  Show(WithClients({Client(5, "Smith", true), Client(6, "Jones", true), Client(7, "Brown", true)}));
+  tables.Clients[1].Label = "Eagle 1";
+  link::SelectPlot("6N", tables, session);
+  // Smith has left, and Brown stands where Jones was.
+  Show(WithClients({Client(6, "Jones", true), Client(7, "Brown", true)}));
+  EXPECT_EQ(session.SelectedPlot, 1u);
+  link::FollowSelectedPlot(tables, session);
+  EXPECT_EQ(session.Details.Caption, "USER: Jones");
+  EXPECT_EQ(session.Details.Label, "Eagle 1") << "looks stay with the slot";
+  link::SetCallsign("Viper 1", tables, session);
+  EXPECT_EQ(tables.Clients[1].Label, "Viper 1");
+  EXPECT_EQ(tables.Clients[2].Label, "Airplane2");
+  Show(WithClients({Client(7, "Brown", true)}));
+  EXPECT_EQ(session.SelectedPlot, 0u);
+  EXPECT_EQ(link::SetCallsign("nobody's", tables, session), base::Changed::Nothing);
+}
+
 TEST_F(ShownRecord, NumbersThatAreNoneDoNoHarm) {
   Show(WithPlots({Plot("Viper1", std::numeric_limits<double>::quiet_NaN(), 1e300),
                   Plot("Viper2", 1e300, std::numeric_limits<double>::infinity())}));
