@@ -3,10 +3,12 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "base/files.h"
 #include "base/picture.h"
 #include "core/shortcuts.h"
 #include "link/options.h"
@@ -48,6 +50,8 @@ struct Tapes {
   tape::Recorder Recorder;
   std::optional<std::uint64_t> FreeBytes;  ///< where the tape is recorded; nothing when that is not known
   bool SpaceTold = false;                  ///< the person knows that the present tape will soon have no room
+  /// How much room a folder has: the system's answer, and a test's own.
+  std::function<std::optional<std::uint64_t>(const std::filesystem::path&)> FreeSpace = base::FreeSpace;
   tape::Player Player;
   std::optional<tape::BullseyePlace> Bullseye;  ///< of the loaded tape; in force instead of the theater's
 };

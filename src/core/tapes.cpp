@@ -1,6 +1,5 @@
 #include "core/tapes.h"
 
-#include <exception>
 #include <filesystem>
 
 #include "base/files.h"
@@ -14,6 +13,10 @@ namespace {
 using base::Changed;
 
 constexpr std::string_view RecordingTitle = "Recording";
+/// With fewer minutes than this until the disk is full the person is told, once.
+constexpr double FewMinutes = 10;
+/// With more than this he may be told again. Far from the other, since the rate of the tape is never quite the same.
+constexpr double ManyMinutes = 20;
 
 std::filesystem::path TapesFolder(const Station& station) { return base::FindFile(station.AppPath, "TAPES"); }
 
@@ -58,10 +61,15 @@ void TellRecording(Program& program, const std::string& text) {
   program.Desk.MessageSoon(RecordingTitle, text, base::MessageIcon::Exclamation);
 }
 
-std::string TapeName(const Station& station) { return base::NameForMessage(station.Tapes.Recorder.Path()); }
-
 std::string CountText(std::int32_t records) {
   return std::to_string(records) + (records == 1 ? " record" : " records");
+}
+
+/// What is to be done for a closed tape that does not tell its records; empty for one that does.
+std::string LostCount(const tape::Recorder& recorder) {
+  if (recorder.CountWritten() || recorder.RecordCount() == 0) return {};
+  return " The number of its records could not be written, so that it reads as empty; tape-info --repair saves its " +
+         CountText(recorder.RecordCount()) + ".";
 }
 
 /// Closes the tape. What to tell the person when that fails.
@@ -70,8 +78,23 @@ std::optional<std::string> EndTape(Station& station) {
     station.Tapes.Recorder.RecordingEnd(station.Session.Sync.SyncInterval);
     return std::nullopt;
   } catch (const base::RuntimeFailure& failure) {
-    return "The tape " + TapeName(station) + " could not be closed properly: " + failure.what() + ".";
+    return std::string("The tape could not be closed properly: ") + failure.what() + "." +
+           LostCount(station.Tapes.Recorder);
   }
+}
+
+/// Takes the free space beside the tape into the state and tells when it will soon be used up.
+void FollowSpace(Program& program) {
+  Tapes& tapes = program.State.Tapes;
+  tapes.FreeBytes = tapes.FreeSpace(tapes.Recorder.Path().parent_path());
+  if (!tapes.FreeBytes) return;
+  const std::optional<double> minutes = tapes.Recorder.MinutesLeft(*tapes.FreeBytes);
+  if (!minutes) return;
+  if (*minutes > ManyMinutes) tapes.SpaceTold = false;
+  if (tapes.SpaceTold || *minutes >= FewMinutes) return;
+  tapes.SpaceTold = true;
+  TellRecording(program, "The disk will be full in less than 10 minutes if the recording goes on as it does: " +
+                             SizeText(*tapes.FreeBytes) + " are free, and the tape grows faster the longer it is.");
 }
 
 }  // namespace
@@ -87,7 +110,7 @@ void RecordingStart(Program& program) {
   try {
     station.Tapes.Recorder.RecordingStart(TapesFolder(station), program.Log.Time().Now(), start);
     station.Tapes.SpaceTold = false;
-    station.Tapes.FreeBytes = base::FreeSpace(station.Tapes.Recorder.Path().parent_path());
+    station.Tapes.FreeBytes = station.Tapes.FreeSpace(station.Tapes.Recorder.Path().parent_path());
   } catch (const base::RuntimeFailure& failure) {
     program.Log.LogLine(failure.what());
     program.Desk.Message(RecordingTitle, std::string("The tape could not be made: ") + failure.what() + ".",
@@ -115,24 +138,14 @@ void ComputeRecData(Program& program) {
   if (!recorder.Recording()) return;
   try {
     recorder.ComputeRecData(station.Plots, program.Log.Time().Now(), station.Session.Sync.SyncInterval);
-    FollowSpace(program, base::FreeSpace(recorder.Path().parent_path()));
+    FollowSpace(program);
   } catch (const base::RuntimeFailure& failure) {
-    TellRecording(program, "The recording has ended, because the tape could not be written: " +
-                               std::string(failure.what()) + ". " + TapeName(station) + " has been closed with " +
-                               CountText(recorder.RecordCount()) + ". The session goes on.");
+    const std::string lost = LostCount(recorder);
+    const std::string closed = " The tape has been closed with " + CountText(recorder.RecordCount()) + ".";
+    TellRecording(program, std::string("The recording has ended: ") + failure.what() + "." +
+                               (lost.empty() ? closed : lost) + " The session goes on.");
   }
   program.Shown.Refresh(Changed::Tape);
-}
-
-void FollowSpace(Program& program, std::optional<std::uint64_t> freeBytes) {
-  Tapes& tapes = program.State.Tapes;
-  tapes.FreeBytes = freeBytes;
-  if (!freeBytes || tapes.SpaceTold) return;
-  const std::optional<double> minutes = tapes.Recorder.MinutesLeft(*freeBytes);
-  if (!minutes || *minutes >= FewMinutes) return;
-  tapes.SpaceTold = true;
-  TellRecording(program, "The disk will be full in less than 10 minutes if the recording goes on as it does: " +
-                             SizeText(*freeBytes) + " are free, and the tape grows faster the longer it is.");
 }
 
 bool MayRecord(const Program& program) {
@@ -147,8 +160,9 @@ std::string SizeText(std::uint64_t bytes) {
   constexpr std::string_view units[] = {"bytes", "kB", "MB", "GB", "TB"};
   double size = static_cast<double>(bytes);
   std::size_t unit = 0;
-  for (; size >= 1000 && unit + 1 < std::size(units); ++unit) size /= 1000;
-  std::string text = base::FormatInvariant(size, unit == 0 || size >= 100 ? "0" : "0.0");
+  // Both bounds are those of the rounded number: no "1000 kB" and no "100.0 kB".
+  for (; size >= 999.5 && unit + 1 < std::size(units); ++unit) size /= 1000;
+  std::string text = base::FormatInvariant(size, unit == 0 || size >= 99.95 ? "0" : "0.0");
   return text.append(" ").append(units[unit]);
 }
 

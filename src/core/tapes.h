@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 
 #include "base/changed.h"
@@ -20,13 +19,9 @@ void RecordingEnd(Program& program);
 /// let go of too.
 void UnloadTapes(Program& program);
 /// SYNCRO: one record, while recording. When the tape cannot be written that is told once, the tape is closed with what
-/// it has, and the session goes on.
+/// it has, and the session goes on. When the disk will be full in less than ten minutes that is told, and again only
+/// after there was room for more than twenty.
 void ComputeRecData(Program& program);
-
-/// At fewer minutes than this until the disk is full the person is told, once for each tape.
-inline constexpr double FewMinutes = 10;
-/// Takes the free space into the state and tells once when it will not last for FewMinutes.
-void FollowSpace(Program& program, std::optional<std::uint64_t> freeBytes);
 
 /// True while the menu entry mnuStartRec can be used.
 bool MayRecord(const Program& program);

@@ -1,8 +1,8 @@
 #include "tape/recorder.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <numeric>
 #include <span>
 #include <utility>
 
@@ -14,9 +14,11 @@
 namespace kestrel::tape {
 namespace {
 
-/// Records over which growth and cycle are taken.
-constexpr std::size_t RecentRecords = 61;
+/// Records over which the cycle is taken: at most, and at least.
+constexpr std::size_t RecentRecords = 60, FewestRecords = 10;
 constexpr double MillisecondsPerMinute = 60'000;
+/// What a cycle adds to the history of each client: a position of two numbers.
+constexpr std::size_t GrowthOfClient = 2 * sizeof(double);
 
 }  // namespace
 
@@ -41,7 +43,8 @@ void Recorder::RecordingStart(const std::filesystem::path& folder, double now, c
   path = folder / TapeFileName(now);
   count = 0;
   size = 0;
-  recent.clear();
+  countWritten = false;
+  cycles.clear();
   // Two starts in one second share a name: the second writes over the first. This stands.
   base::PositionedFile fresh(path, base::PositionedFile::Mode::Replace);
   TapeHeader header = start;
@@ -71,8 +74,10 @@ void Recorder::ComputeRecData(const link::Tables& tables, double now, std::int32
   }
   size += bytes;
   ++count;
-  recent.push_back({SyncInterval, bytes});
-  if (recent.size() > RecentRecords) recent.pop_front();
+  lastBytes = bytes;
+  lastClients = tables.Clients.UpperBound();
+  if (SyncInterval > 0) cycles.push_back(SyncInterval);
+  if (cycles.size() > RecentRecords) cycles.pop_front();
 }
 
 void Recorder::CloseAfterFailure(std::int32_t SyncInterval) {
@@ -84,7 +89,7 @@ void Recorder::CloseAfterFailure(std::int32_t SyncInterval) {
   try {
     RecordingEnd(SyncInterval);
   } catch (const base::RuntimeFailure&) {
-    // Told already by the failure that led here.
+    // The failure that led here is told, and CountWritten tells of this one.
   }
 }
 
@@ -98,17 +103,15 @@ void Recorder::RecordingEnd(std::int32_t SyncInterval) {
   head.I32(SyncInterval);
   closing.Write(RecordCountAt, std::as_bytes(std::span(head.Bytes())));
   closing.Close();
+  countWritten = true;
 }
 
 std::optional<double> Recorder::MinutesLeft(std::uint64_t freeBytes) const {
-  if (recent.size() < 2) return std::nullopt;
-  const auto steps = static_cast<double>(recent.size() - 1);
-  const auto bytes = static_cast<double>(recent.back().Bytes);
-  const double growth = std::max(0.0, (bytes - static_cast<double>(recent.front().Bytes)) / steps);
-  double cycles = 0;
-  for (const Appended& record : recent) cycles += record.SyncInterval;
-  if (cycles <= 0) return std::nullopt;
-  const double cycle = cycles / static_cast<double>(recent.size()) / MillisecondsPerMinute;
+  if (cycles.size() < FewestRecords) return std::nullopt;
+  const auto bytes = static_cast<double>(lastBytes);
+  const auto growth = static_cast<double>(GrowthOfClient * lastClients);
+  const double cycle =
+      std::accumulate(cycles.begin(), cycles.end(), 0.0) / static_cast<double>(cycles.size()) / MillisecondsPerMinute;
   // n records more take n * bytes + n * n / 2 * growth; the root in the form that knows growth 0.
   const auto room = static_cast<double>(freeBytes);
   const double records = 2 * room / (bytes + std::sqrt(bytes * bytes + 2 * growth * room));

@@ -41,18 +41,15 @@ class Recorder {
   const std::filesystem::path& Path() const { return path; }
   std::int32_t RecordCount() const { return count; }
   std::uint64_t Bytes() const { return size; }
+  /// The tape is closed and its header tells its records. A tape with records of which it does not reads as empty.
+  bool CountWritten() const { return countWritten; }
 
-  /// Minutes until `freeBytes` are used up, at the present size of a record, its growth and the present cycle (each
-  /// over the last minute or so). Nothing before the second record and while no cycle is
-  /// known.
+  /// Minutes until `freeBytes` are used up, at the size of the last record, a position more for each of its clients in
+  /// each that follows, and the cycle of the last minute or so. Nothing before ten records that have a cycle: the first
+  /// ones tell little.
   std::optional<double> MinutesLeft(std::uint64_t freeBytes) const;
 
  private:
-  struct Appended {
-    std::int32_t SyncInterval = 0;
-    std::uint64_t Bytes = 0;
-  };
-
   void CloseAfterFailure(std::int32_t SyncInterval);
 
   base::PositionedFile file;
@@ -60,7 +57,10 @@ class Recorder {
   RecordWriter writer;
   std::int32_t count = 0;
   std::uint64_t size = 0;
-  std::deque<Appended> recent;  ///< the latest records, oldest first
+  bool countWritten = false;
+  std::uint64_t lastBytes = 0;      ///< of the last record
+  std::size_t lastClients = 0;      ///< in the last record
+  std::deque<std::int32_t> cycles;  ///< milliseconds, of the latest records that have a cycle, oldest first
 };
 
 }  // namespace kestrel::tape

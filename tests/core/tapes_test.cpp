@@ -7,11 +7,15 @@
 #include <sys/resource.h>
 #endif
 
-#include <cstring>
+#include <filesystem>
+#include <optional>
 #include <string>
+#include <vector>
 
+#include "base/temp_folder.h"
 #include "core/theater_switch.h"
 #include "station_folder.h"
+#include "tape/golden_tape.h"
 #include "tape/reader.h"
 
 namespace kestrel::core {
@@ -19,6 +23,7 @@ namespace {
 
 using base::Changed;
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
@@ -95,6 +100,14 @@ class Taping : public testing::Test {
   void Load() {
     desk.FileAnswers = {TapePath().string()};
     LoadTape(all);
+  }
+  /// The boxes about the recording, of all that were shown.
+  std::vector<std::string> RecordingBoxes() const {
+    std::vector<std::string> texts;
+    for (const auto& box : desk.Boxes) {
+      if (box.Title == "Recording") texts.push_back(box.Text);
+    }
+    return texts;
   }
   Changed AllRefreshed() const {
     Changed what = Changed::Nothing;
@@ -251,8 +264,8 @@ TEST_F(Taping, AFullDiskIsToldOnceAndTheTapeKeepsItsWholeRecords) {
     Synchronise();
   }
   ASSERT_THAT(desk.Boxes, SizeIs(1));
-  EXPECT_THAT(desk.Boxes[0].Text, StartsWith("The recording has ended, because the tape could not be written: "));
-  EXPECT_THAT(desk.Boxes[0].Text, HasSubstr("21-11-26_120000.tap has been closed with 1 record. The session goes on."));
+  EXPECT_THAT(desk.Boxes[0].Text, StartsWith("The recording has ended: 21-11-26_120000.tap cannot be written: "));
+  EXPECT_THAT(desk.Boxes[0].Text, EndsWith(". The tape has been closed with 1 record. The session goes on."));
   EXPECT_FALSE(station.Tapes.Recorder.Recording());
   EXPECT_TRUE(MayRecord(all));
   EXPECT_TRUE(MayLoadTape(station));
@@ -262,32 +275,133 @@ TEST_F(Taping, AFullDiskIsToldOnceAndTheTapeKeepsItsWholeRecords) {
   EXPECT_EQ(station.Session.DroppedMessages, 0u);
   EXPECT_TRUE(station.Session.Connected);
 }
+
+/// What follows when a count cannot be written any more.
+constexpr const char* CountIsLost =
+    " The number of its records could not be written, so that it reads as empty; tape-info --repair saves its 2 "
+    "records.";
+
+TEST_F(Taping, ACountThatIsLostAfterAFailedRecordIsTold) {
+  Connect();
+  RecordingStart(all);
+  Synchronise();
+  Synchronise();
+  const std::uintmax_t two = std::filesystem::file_size(TapePath());
+  {
+    const FileLimit limit(tape::RecordCountAt);
+    Synchronise();
+    Synchronise();
+  }
+  ASSERT_THAT(RecordingBoxes(), SizeIs(1));
+  EXPECT_THAT(RecordingBoxes()[0], StartsWith("The recording has ended: 21-11-26_120000.tap cannot be written: "));
+  EXPECT_THAT(RecordingBoxes()[0], EndsWith("." + std::string(CountIsLost) + " The session goes on."));
+  EXPECT_EQ(std::filesystem::file_size(TapePath()), two);
+  EXPECT_EQ(Header().RecordCount, 0);
+  EXPECT_TRUE(station.Session.Connected);
+}
+
+struct ClosingCase {
+  const char* Name;
+  void (*Close)(Program&, doubles::FakeSocket&);
+};
+
+TEST_F(Taping, ATapeThatCannotBeClosedProperlyIsToldOnce) {
+  const ClosingCase cases[] = {
+      {"the menu entry", [](Program& program, doubles::FakeSocket&) { RecordingEnd(program); }},
+      {"a lost connection", [](Program&, doubles::FakeSocket& socket) { socket.PeerCloses(); }},
+      {"the unload", [](Program& program, doubles::FakeSocket&) { RunSteps(MapUnloadSteps(), program); }}};
+  for (const ClosingCase& each : cases) {
+    SCOPED_TRACE(each.Name);
+    desk.Boxes.clear();
+    clock.Date += 1;
+    session.Disconnect();
+    Connect();
+    RecordingStart(all);
+    Synchronise();
+    Synchronise();
+    {
+      const FileLimit limit(tape::RecordCountAt);
+      each.Close(all, WS1);
+    }
+    EXPECT_FALSE(station.Tapes.Recorder.Recording());
+    ASSERT_THAT(RecordingBoxes(), SizeIs(1));
+    EXPECT_THAT(RecordingBoxes()[0], StartsWith("The tape could not be closed properly: "));
+    EXPECT_THAT(RecordingBoxes()[0], EndsWith("." + std::string(CountIsLost)));
+    EXPECT_EQ(tape::TapeReader(station.Tapes.Recorder.Path()).Header().RecordCount, 0);
+  }
+}
 #endif
 
-TEST_F(Taping, TenMinutesOfSpaceAreToldOnceForEachTape) {
+TEST_F(Taping, EachSynchronisationLooksAtTheRoomBesideTheTape) {
+  Connect();
+  RecordingStart(all);
+  ASSERT_TRUE(station.Tapes.FreeBytes) << "the system tells it";
+  std::filesystem::path asked;
+  std::uint64_t room = 77;
+  station.Tapes.FreeSpace = [&](const std::filesystem::path& place) {
+    asked = place;
+    return room;
+  };
+  Synchronise();
+  EXPECT_EQ(asked, folder.Path / "TAPES");
+  EXPECT_EQ(station.Tapes.FreeBytes, 77u);
+  room = 76;
+  Synchronise();
+  EXPECT_EQ(station.Tapes.FreeBytes, 76u);
+}
+
+TEST_F(Taping, LessThanTenMinutesOfRoomAreToldOnce) {
+  std::optional<std::uint64_t> room = 10000;
+  station.Tapes.FreeSpace = [&room](const std::filesystem::path&) { return room; };
   Connect();
   WS1.Arrive(NewPlayer);
   RecordingStart(all);
-  FollowSpace(all, 0);
+  // The first one has no cycle.
+  for (int n = 0; n < 10; ++n) Synchronise();
   EXPECT_THAT(desk.Boxes, IsEmpty()) << "no rate is known yet";
-  for (int n = 0; n < 5; ++n) Synchronise();
-  EXPECT_THAT(desk.Boxes, IsEmpty()) << "this disk has room";
-  FollowSpace(all, std::uint64_t{1} << 50);
-  FollowSpace(all, std::nullopt);
-  EXPECT_THAT(desk.Boxes, IsEmpty());
-  FollowSpace(all, 10000);
+  Synchronise();
   ASSERT_THAT(desk.Boxes, SizeIs(1));
   EXPECT_THAT(desk.Boxes[0].Text,
               StartsWith("The disk will be full in less than 10 minutes if the recording goes on as "
                          "it does: 10.0 kB are free"));
-  FollowSpace(all, 9000);
+  room = 9000;
+  Synchronise();
   EXPECT_THAT(desk.Boxes, SizeIs(1));
   EXPECT_THAT(RecordingTip(station), HasSubstr(", 9.0 kB free"));
+  room = std::nullopt;
+  Synchronise();
+  EXPECT_THAT(desk.Boxes, SizeIs(1));
+  // Another tape is told of anew.
   RecordingEnd(all);
   clock.Date = 46348;
+  room = 9000;
   RecordingStart(all);
-  for (int n = 0; n < 5; ++n) Synchronise();
-  FollowSpace(all, 9000);
+  for (int n = 0; n < 10; ++n) Synchronise();
+  EXPECT_THAT(desk.Boxes, SizeIs(2));
+}
+
+TEST_F(Taping, RoomThatRunsOutAgainIsToldAgain) {
+  std::uint64_t room = 9000;
+  station.Tapes.FreeSpace = [&room](const std::filesystem::path&) { return room; };
+  const auto minutes = [&] { return station.Tapes.Recorder.MinutesLeft(room).value(); };
+  Connect();
+  WS1.Arrive(NewPlayer);
+  RecordingStart(all);
+  for (int n = 0; n < 11; ++n) Synchronise();
+  ASSERT_THAT(desk.Boxes, SizeIs(1));
+  room = 6'000'000;
+  Synchronise();
+  ASSERT_GT(minutes(), 10);
+  ASSERT_LT(minutes(), 20);
+  room = 9000;
+  Synchronise();
+  EXPECT_THAT(desk.Boxes, SizeIs(1)) << "it has only wavered";
+  room = 60'000'000;
+  Synchronise();
+  ASSERT_GT(minutes(), 20);
+  EXPECT_THAT(desk.Boxes, SizeIs(1));
+  room = 9000;
+  Synchronise();
   EXPECT_THAT(desk.Boxes, SizeIs(2));
 }
 
@@ -298,6 +412,8 @@ struct SizeCase {
 
 TEST(SizeTexts, AreForPeople) {
   for (const SizeCase& each : {SizeCase{0, "0 bytes"}, SizeCase{999, "999 bytes"}, SizeCase{1000, "1.0 kB"},
+                               SizeCase{99'940, "99.9 kB"}, SizeCase{99'950, "100 kB"}, SizeCase{99'960, "100 kB"},
+                               SizeCase{999'499, "999 kB"}, SizeCase{999'500, "1.0 MB"}, SizeCase{999'960, "1.0 MB"},
                                SizeCase{12'345'678, "12.3 MB"}, SizeCase{345'000'000, "345 MB"},
                                SizeCase{26'000'000'000, "26.0 GB"}, SizeCase{5'000'000'000'000'000, "5000 TB"}}) {
     EXPECT_EQ(SizeText(each.Bytes), each.Text);
@@ -379,7 +495,10 @@ TEST_F(Taping, ATapeThatCannotBeLoadedLeavesSessionTablesAndBullseye) {
   RecordTape(2);
   std::filesystem::resize_file(TapePath(), std::filesystem::file_size(TapePath()) - 1);
   SelectBullseye(all, 2);
+  log.File.Open(folder.Path / "log.txt");
   Load();
+  log.File.Close();
+  EXPECT_THAT(folder.Read("log.txt"), HasSubstr("The tape 21-11-26_120000.tap cannot be loaded: an array of the tape"));
   ASSERT_THAT(desk.Boxes, SizeIs(1));
   EXPECT_EQ(desk.Boxes[0].Title, "Error: Wrong file format.");
   EXPECT_TRUE(station.Session.Connected);
@@ -394,9 +513,15 @@ TEST_F(Taping, ATapeThatCannotBeLoadedLeavesSessionTablesAndBullseye) {
 TEST_F(Taping, WhatWasRecordedIsWhatIsReplayed) {
   Connect();
   station.Plots.FriendlyList.Append("Viper");
+  // Numbers that would not come back to the bit from Size - Y.
+  theaters::Bullseye& bull = station.Catalogue.Current().Bulls[1];
+  bull.X = 654.321;
+  bull.Y = 123.456;
+  ReloadBulls(station);
   WS1.Arrive(NewPlayer);
   RecordingStart(all);
   std::vector<link::Tables> session5;
+  std::string records;
   for (int n = 0; n < 4; ++n) {
     std::string position = std::to_string(1000000 + 5000 * n);
     position.insert(0, 12 - position.size(), ' ');
@@ -407,8 +532,11 @@ TEST_F(Taping, WhatWasRecordedIsWhatIsReplayed) {
     WS1.Arrive(arrival);
     Synchronise();
     session5.push_back(station.Plots);
+    records += test::GoldenRecord(clock.Date, station.Plots);
   }
   RecordingEnd(all);
+  EXPECT_TRUE(station.Plots.Clients[0].PlotVisible) << "the dummy of the table is written as it is";
+  EXPECT_TRUE(test::ReadBytes(TapePath()) == test::GoldenHeader(4, 1000, 46347.5, 654.321, 123.456) + records);
   Load();
   PlayTape(all);
   for (std::size_t n = 0; n < session5.size(); ++n) {

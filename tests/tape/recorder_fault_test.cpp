@@ -102,6 +102,7 @@ TEST(RecorderFault, AfterAFullDiskTheNextTapeIsWhole) {
     recorder.RecordingStart(folder.Path(), Start, head);
     EXPECT_THROW(recorder.ComputeRecData(test::SampleTables(2, 1, 1), Start, 1000), base::RuntimeFailure);
   }
+  EXPECT_TRUE(recorder.CountWritten());
   const link::Tables tables = test::SampleTables(1, 1, 0);
   recorder.RecordingStart(folder.Path(), Start + 1, head);
   recorder.ComputeRecData(tables, Start + 1, 1000);
@@ -121,7 +122,25 @@ TEST(RecorderFault, ACountThatCannotBeWrittenIsToldAndTheTapeClosed) {
     EXPECT_THROW(recorder.RecordingEnd(1000), base::RuntimeFailure);
   }
   EXPECT_FALSE(recorder.Recording());
+  EXPECT_FALSE(recorder.CountWritten());
   recorder.RecordingEnd(1000);
+  EXPECT_EQ(test::ReadBytes(recorder.Path()),
+            test::GoldenHeader(0, 250, Start, 512, 300) + test::GoldenRecord(Start, tables));
+}
+
+TEST(RecorderFault, ACountThatIsLostAfterAFailedRecordIsKnown) {
+  const test::TempFolder folder;
+  Recorder recorder;
+  recorder.RecordingStart(folder.Path(), Start, head);
+  const link::Tables tables = test::SampleTables(1, 1, 0);
+  recorder.ComputeRecData(tables, Start, 1000);
+  {
+    const FullDisk disk(9);
+    EXPECT_THROW(recorder.ComputeRecData(tables, Start + 1, 1000), base::RuntimeFailure);
+  }
+  EXPECT_FALSE(recorder.Recording());
+  EXPECT_EQ(recorder.RecordCount(), 1);
+  EXPECT_FALSE(recorder.CountWritten());
   EXPECT_EQ(test::ReadBytes(recorder.Path()),
             test::GoldenHeader(0, 250, Start, 512, 300) + test::GoldenRecord(Start, tables));
 }
