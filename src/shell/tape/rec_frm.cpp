@@ -25,6 +25,19 @@ QFont Digits(const QFont& like, double larger) {
   return digits;
 }
 
+/// Why a playing tape does not run.
+QString WhyStill(const tape::PlayerState& player) {
+  if (player.SecsBetween > 0) {
+    return QStringLiteral(
+        "Play was pressed where the tape does not run by itself. Pause and Play let it run from here.");
+  }
+  if (player.SecsBetween < 0) {
+    return QStringLiteral("Here the tape goes back in time, so that it does not run by itself. The bar moves it.");
+  }
+  return QStringLiteral(
+      "Here the records are less than a second apart, so that the tape does not run by itself. The bar moves it.");
+}
+
 /// Room for the longest text, so that nothing jumps.
 void SetDigits(QLabel& label, double larger, const QString& longest) {
   label.setFont(Digits(label.font(), larger));
@@ -64,9 +77,13 @@ void RecFrm::LookAlike() {
   }
   SetDigits(*form->Label3, 1, QStringLiteral("00/00/0000"));
   SetDigits(*form->Label4, 1.5, QStringLiteral("00:00:00"));
+  // The longest that is to be read whole: a tape of hours that stands.
+  form->lblRecord->setMinimumWidth(
+      form->lblRecord->fontMetrics().horizontalAdvance(QStringLiteral("00000 / 00000, stands")));
   // The longest name does not widen the window.
   form->Label2->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   form->Slider1->setRange(0, tape::Player::MaxSpeedStep);
+  form->lblFastest->setText(QStringLiteral("x%1").arg(1 << tape::Player::MaxSpeedStep));
 }
 
 void RecFrm::Connect() {
@@ -85,6 +102,8 @@ void RecFrm::Connect() {
   }
   connect(form->HScroll1, &QSlider::valueChanged, this,
           [this](int value) { Guarded(station.Log, "HScroll1", [this, value] { core::MoveTape(station, value); }); });
+  // What has been shown meanwhile has not moved the bar.
+  connect(form->HScroll1, &QSlider::sliderReleased, this, &RecFrm::ShowBar);
   connect(form->Slider1, &QSlider::valueChanged, this,
           [this](int step) { Guarded(station.Log, "Slider1", [this, step] { core::SetTapeSpeed(station, step); }); });
   connect(&Timer1, &QTimer::timeout, this, [this] {
@@ -117,17 +136,15 @@ void RecFrm::ShowButtons() {
 
 void RecFrm::ShowTimes() {
   const tape::PlayerState& player = station.State.Tapes.Player.State();
-  // Before the first record of a long tape there is no time.
+  // Before the first record of a long tape there is no time: on purpose nothing is shown rather than that of day 0.
   const bool dated = player.Loaded() && player.CurPoint != 0;
   form->Label3->setText(dated ? FromBytes(base::DateText(player.CurTime)) : QString());
   form->Label4->setText(dated ? FromBytes(base::TimeText(player.CurTime)) : QString());
   const bool still = player.Phase == PlayerPhase::Playing && player.TimerInterval == 0;
-  form->lblRecord->setText(!player.Loaded() ? QString()
-                           : still          ? QStringLiteral("No second between records")
-                                            : QStringLiteral("%1 / %2").arg(player.CurPoint).arg(player.RecordCount));
-  form->lblRecord->setToolTip(still ? QStringLiteral("Here the records are less than a second apart, so that the tape "
-                                                     "does not run by itself. The bar moves it.")
-                                    : QStringLiteral("Record on show / records of the tape"));
+  QString record;
+  if (player.Loaded()) record = QStringLiteral("%1 / %2").arg(player.CurPoint).arg(player.RecordCount);
+  form->lblRecord->setText(still ? record + QStringLiteral(", stands") : record);
+  form->lblRecord->setToolTip(still ? WhyStill(player) : QStringLiteral("Record on show / records of the tape"));
 }
 
 void RecFrm::ShowBar() {
@@ -152,9 +169,10 @@ void RecFrm::SetTimer() {
   // An interval of 0 never fires.
   if (player.Phase != PlayerPhase::Playing || player.TimerInterval == 0) {
     Timer1.stop();
-  } else if (!Timer1.isActive() || Timer1.interval() != player.TimerInterval) {
+  } else if (!Timer1.isActive() || timerStarts != player.TimerStarts) {
     Timer1.start(player.TimerInterval);
   }
+  timerStarts = player.TimerStarts;
 }
 
 }  // namespace kestrel::shell

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QTimer>
+#include <cstdint>
 #include <memory>
 
 #include "shell/frame/tool_frm.h"
@@ -33,7 +34,8 @@ class RecFrm final : public ToolFrm {
 
   std::unique_ptr<Ui::RecFrm> form;
   QTimer Timer1;
-  bool ticking = false;  ///< what is shown comes from Timer1
+  bool ticking = false;           ///< what is shown comes from Timer1
+  std::uint32_t timerStarts = 0;  ///< of the player, when Timer1 was set last
 };
 
 }  // namespace kestrel::shell

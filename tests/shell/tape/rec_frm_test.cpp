@@ -11,6 +11,7 @@
 #include "shell/station_fixture.h"
 #include "shell/tape/loading_box.h"
 #include "shell/tape/position_bar.h"
+#include "tape/golden_tape.h"
 
 namespace kestrel::shell {
 namespace {
@@ -94,6 +95,8 @@ TEST_F(PlayerWindow, WithoutATapeOnlyLoadCanBePressed) {
   EXPECT_EQ(In<QAbstractButton>("Command1").text(), QStringLiteral("Load File"));
   EXPECT_EQ(In<QAbstractButton>("Command6").text(), QStringLiteral("Close File"));
   EXPECT_EQ(In<QGroupBox>("Frame1").title(), QStringLiteral("Current Speed: x1"));
+  EXPECT_EQ(Shown("lblSlowest"), QStringLiteral("x1"));
+  EXPECT_EQ(Shown("lblFastest"), QStringLiteral("x%1").arg(1 << tape::Player::MaxSpeedStep));
 }
 
 TEST_F(PlayerWindow, MenuEntriesAndLampFollowTheRecording) {
@@ -235,14 +238,67 @@ TEST_F(PlayerWindow, TheSpeedSliderDoublesFromStepToStep) {
   }
 }
 
+TEST_F(PlayerWindow, AChangeOfTheSpeedStartsTheRunningTimerAnewAtTheSameIntervalToo) {
+  RecordAndLoad({1, 2, 4});
+  Press("Command2");
+  ASSERT_EQ(Timer1().interval(), 2000);
+  QTest::keyClick(&Bar(), Qt::Key_Right);
+  ASSERT_EQ(Player().SecsBetween, 4);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return Timer1().remainingTime() < 1500; }));
+  ASSERT_EQ(Player().CurPoint, 2);
+  In<QSlider>("Slider1").setValue(1);
+  EXPECT_EQ(Timer1().interval(), 2000);
+  EXPECT_GT(Timer1().remainingTime(), 1500);
+}
+
 TEST_F(PlayerWindow, WithoutASecondBetweenRecordsTheTimerNeverFiresAndTheBarWorks) {
   RecordAndLoad({0, 0.2, 0.2});
   Press("Command2");
   EXPECT_FALSE(Timer1().isActive());
   EXPECT_EQ(Usable(), QStringLiteral("3 5 6 bar"));
-  EXPECT_EQ(Shown("lblRecord"), QStringLiteral("No second between records"));
+  EXPECT_EQ(Shown("lblRecord"), QStringLiteral("1 / 3, stands"));
+  EXPECT_EQ(In<QLabel>("lblRecord").toolTip(),
+            QStringLiteral("Here the records are less than a second apart, so that the tape does not run by itself. "
+                           "The bar moves it."));
   QTest::keyClick(&Bar(), Qt::Key_Right);
   EXPECT_EQ(Player().CurPoint, 2);
+  EXPECT_EQ(Shown("lblRecord"), QStringLiteral("2 / 3, stands"));
+  Press("Command3");
+  EXPECT_EQ(Shown("lblRecord"), QStringLiteral("2 / 3"));
+}
+
+TEST_F(PlayerWindow, ATapeThatStandsWhereItGoesBackInTimeSaysSo) {
+  RecordAndLoad({10, -5, 20});
+  Press("Command2");
+  EXPECT_FALSE(Timer1().isActive());
+  EXPECT_EQ(Shown("lblRecord"), QStringLiteral("1 / 3, stands"));
+  EXPECT_EQ(In<QLabel>("lblRecord").toolTip(),
+            QStringLiteral("Here the tape goes back in time, so that it does not run by itself. The bar moves it."));
+  // From here it could run, but the interval is that of the moment when play began.
+  QTest::keyClick(&Bar(), Qt::Key_Right);
+  EXPECT_FALSE(Timer1().isActive());
+  EXPECT_EQ(Shown("lblRecord"), QStringLiteral("2 / 3, stands"));
+  EXPECT_TRUE(In<QLabel>("lblRecord").toolTip().endsWith(QStringLiteral("Pause and Play let it run from here.")));
+  Press("Command3");
+  Press("Command2");
+  EXPECT_EQ(Timer1().interval(), 20000);
+  EXPECT_TRUE(Timer1().isActive());
+  EXPECT_EQ(Shown("lblRecord"), QStringLiteral("2 / 3"));
+}
+
+TEST_F(PlayerWindow, TheNumberOfALongTapeThatStandsIsNotCut) {
+  const std::string record = test::TapeF64(46347.5) + test::TapeArray(0) + test::TapeArray(0);
+  std::string bytes = test::GoldenHeader(40000, 0, 46347.5, 0, 0);
+  for (int n = 0; n < 40000; ++n) bytes += record;
+  Write("TAPES/21-11-26_120000.tap", QByteArray::fromStdString(bytes));
+  LoadTape();
+  Bar().setValue(16383);
+  Press("Command2");
+  const auto& label = In<QLabel>("lblRecord");
+  ASSERT_EQ(label.text(), QStringLiteral("32766 / 40000, stands"));
+  EXPECT_TRUE(QTest::qWaitFor([&] {
+    return label.contentsRect().width() >= label.fontMetrics().horizontalAdvance(label.text());
+  })) << label.width();
 }
 
 TEST_F(PlayerWindow, KeysAndPressesOnTheBarShowTheRecordThere) {
@@ -272,6 +328,20 @@ TEST_F(PlayerWindow, ATapeThatPlaysDoesNotPullTheBarOutOfTheHand) {
   EXPECT_EQ(Bar().value(), 6);
   QTest::mouseRelease(&Bar(), Qt::LeftButton, Qt::NoModifier, Bar().rect().center());
   EXPECT_TRUE(QTest::qWaitFor([&] { return Bar().value() >= 8; }));
+}
+
+TEST_F(PlayerWindow, ABarHeldToTheEndOfTheTapeGoesWhereTheTapeIsWhenReleased) {
+  RecordAndLoad({1, 1, 1});
+  Press("Command2");
+  QTest::mousePress(&Bar(), Qt::LeftButton, Qt::NoModifier, Bar().rect().center());
+  ASSERT_EQ(Player().CurPoint, 2);
+  In<QSlider>("Slider1").setValue(4);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return Player().Phase == PlayerPhase::Stopped; }));
+  EXPECT_EQ(Player().CurPoint, 1);
+  EXPECT_EQ(Bar().value(), 2);
+  QTest::mouseRelease(&Bar(), Qt::LeftButton, Qt::NoModifier, Bar().rect().center());
+  EXPECT_EQ(Bar().value(), 1);
+  EXPECT_EQ(Player().CurPoint, 1);
 }
 
 TEST_F(PlayerWindow, ABarThatCannotBeFollowedGoesBackWhereItWas) {
