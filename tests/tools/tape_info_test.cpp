@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "base/failure.h"
@@ -89,6 +92,37 @@ TEST_F(TapeInfo, TapeThatWasNotClosedIsTold) {
   EXPECT_FALSE(survey.IsWhole());
   EXPECT_EQ(survey.WholeRecords, 3U);
   EXPECT_NE(Report(survey).find("The count is 0 though 3 whole records are there"), std::string::npos);
+}
+
+TEST_F(TapeInfo, TapeThatGrowsMeanwhileIsToldAsFarAsItWasRead) {
+  const std::string record = test::GoldenRecord(Start, test::SampleTables(2, 2, 2));
+  for (int tape = 0; tape < 20; ++tape) {
+    fs::remove(file);
+    test::WriteBytes(file, test::GoldenHeader(0, 1000, Start, 0, 0));
+    std::atomic<bool> ended = false;
+    std::thread recorder([&] {
+      std::ofstream grows(file, std::ios::binary | std::ios::app);
+      for (int n = 0; n < 300; ++n) grows << record.substr(0, 100) << std::flush << record.substr(100) << std::flush;
+      ended = true;
+    });
+    while (!ended) {
+      const Survey survey = LookThrough(file);
+      EXPECT_EQ(survey.WholeBytes, 41 + survey.WholeRecords * record.size());
+      EXPECT_GE(survey.FileBytes, survey.WholeBytes);
+      EXPECT_LT(survey.BehindRecords(), record.size());
+    }
+    recorder.join();
+    EXPECT_EQ(LookThrough(file).WholeRecords, 300U);
+  }
+}
+
+TEST(TapeSurvey, HasNothingBehindTheRecordsOfAFileThatHasBecomeShorter) {
+  Survey survey;
+  survey.WholeBytes = 500;
+  survey.FileBytes = 400;
+  EXPECT_EQ(survey.BehindRecords(), 0U);
+  survey.FileBytes = 501;
+  EXPECT_EQ(survey.BehindRecords(), 1U);
 }
 
 TEST_F(TapeInfo, CountThatLiesIsTold) {

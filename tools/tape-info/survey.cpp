@@ -97,9 +97,8 @@ Survey LookThrough(const std::filesystem::path& file) {
   tape::TapeReader reader(file);
   Survey survey;
   survey.Header = reader.Header();
-  survey.FileBytes = reader.Size();
   Places places;
-  while (survey.WholeBytes < survey.FileBytes) {
+  while (survey.WholeBytes < (survey.FileBytes = reader.Size())) {
     try {
       const tape::RecordShape shape = reader.Skip(survey.WholeBytes);
       const tape::TapeRecord record = reader.ReadRecord(survey.WholeBytes, tape::TapeReader::Histories::StepOver);

@@ -30,7 +30,7 @@ struct Player {
 /// What a tape holds, from its header and all whole records from the first on.
 struct Survey {
   tape::TapeHeader Header;
-  std::uint64_t FileBytes = 0;
+  std::uint64_t FileBytes = 0;  ///< when the last record was looked for: the tape may be growing
   std::uint64_t WholeRecords = 0;
   std::uint64_t WholeBytes = tape::FirstRecordAt;  ///< where the last whole record ends
   double FirstTime = 0;                            ///< of the first record
@@ -44,7 +44,8 @@ struct Survey {
   std::vector<Player> Roster;  ///< in the order of their coming
   std::string Stopped;         ///< why the record behind the last whole one cannot be read; empty at the file's end
 
-  std::uint64_t BehindRecords() const { return FileBytes - WholeBytes; }
+  /// A file may have become shorter than what was read of it.
+  std::uint64_t BehindRecords() const { return WholeBytes >= FileBytes ? 0 : FileBytes - WholeBytes; }
   /// The count is that of the records and nothing stands behind them.
   bool IsWhole() const;
 };
