@@ -87,6 +87,24 @@ std::size_t Promised(const base::ProfileFile& ini, std::string_view section, std
   return static_cast<std::size_t>(std::clamp(count, 0.0, most));
 }
 
+/// The entries that a count promises and the file does not hold.
+struct Gaps {
+  std::size_t First = 0;
+  std::size_t Count = 0;
+
+  void Add(std::size_t n) {
+    if (Count++ == 0) First = n;
+  }
+};
+
+/// All gaps in one note: a count that lies has thousands.
+void NoteGaps(const Gaps& gaps, std::string_view promise, std::string_view stem, Station& station) {
+  if (gaps.Count == 0) return;
+  std::string note = "KESTREL.ini: " + std::string(promise) + " that is not there: " + Numbered(stem, gaps.First);
+  if (gaps.Count > 1) note += " and " + std::to_string(gaps.Count - 1) + " more";
+  station.Notes.push_back(std::move(note));
+}
+
 /// Appends the theater of one MAP<n>. False when its file lies outside the folder of the theaters.
 bool AppendTheater(const std::string& name, Station& station) {
   std::filesystem::path path;
@@ -111,16 +129,16 @@ void ReadTheaters(const base::ProfileFile& ini, Station& station) {
   catalogue.Theaters.Clear();
   catalogue.CurrentTheater = 0;
   const std::size_t promised = Promised(ini, "MAPS", "TOTALMAPS");
+  Gaps gaps;
   for (std::size_t n = 1; n <= promised; ++n) {
     const std::string name = ini.ReadIniValue("MAPS", Numbered("MAP", n), "");
     if (name.empty()) {
-      station.Notes.push_back(Numbered("KESTREL.ini: TOTALMAPS promises a theater that is not named: MAP", n));
-      break;
-    }
-    if (AppendTheater(name, station) && n == wanted) {
+      gaps.Add(n);
+    } else if (AppendTheater(name, station) && n == wanted) {
       catalogue.CurrentTheater = static_cast<std::int16_t>(catalogue.Theaters.UpperBound());
     }
   }
+  NoteGaps(gaps, "TOTALMAPS promises a theater", "MAP", station);
   if (catalogue.CurrentTheater == 0 && !catalogue.Theaters.Empty()) {
     catalogue.CurrentTheater = 1;
     station.Notes.push_back("KESTREL.ini: CURRENTMAP names no theater, the first is used");
@@ -131,14 +149,16 @@ void ReadPhonebook(const base::ProfileFile& ini, Station& station) {
   base::Table<link::ConnEntry>& phonebook = station.LinkOptions.ConnList;
   phonebook.Clear();
   const std::size_t promised = Promised(ini, "CONNLIST", "NUM");
+  Gaps gaps;
   for (std::size_t n = 1; n <= promised; ++n) {
     const std::string section = Numbered("CONNLIST", n);
-    if (!ini.HasSection(section)) {
-      station.Notes.push_back("KESTREL.ini: NUM promises a phonebook entry that is not there: " + section);
-      break;
+    if (ini.HasSection(section)) {
+      phonebook.Append({ini.ReadIniValue(section, "NAME", ""), ini.ReadIniValue(section, "IP", "")});
+    } else {
+      gaps.Add(n);
     }
-    phonebook.Append({ini.ReadIniValue(section, "NAME", ""), ini.ReadIniValue(section, "IP", "")});
   }
+  NoteGaps(gaps, "NUM promises a phonebook entry", "CONNLIST", station);
 }
 
 void WritePhonebook(const link::Options& options, base::ProfileFile& ini) {

@@ -22,19 +22,23 @@ std::int16_t IndexOrNone(double value) {
   return base::ToInt16(value);
 }
 
-/// The bullseyes that are really there: `count` may lie. A gap ends the list, and so does what 16 bits can point at.
-base::Table<Bullseye> ReadBullseyes(const base::ProfileFile& file, double count) {
-  base::Table<Bullseye> bulls;
-  for (std::size_t k = 1; k <= static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max()); ++k) {
-    const std::string section = BullseyeSection(k);
-    if (static_cast<double>(k) > count || !file.HasSection(section)) break;
+/// The bullseyes that are really there: `count` may lie, and what 16 bits can point at ends the list. CurrentBull, the
+/// file's number of the current one, becomes its place in what was read; 0 when it names a gap.
+void ReadBullseyes(const base::ProfileFile& file, double count, Theater& theater) {
+  const int named = theater.CurrentBull;
+  for (int k = 1; k <= std::numeric_limits<std::int16_t>::max() && k <= count; ++k) {
+    const std::string section = BullseyeSection(static_cast<std::size_t>(k));
+    if (!file.HasSection(section)) {
+      if (k == named) theater.CurrentBull = 0;
+      continue;
+    }
     Bullseye bull;
     bull.Name = file.ReadIniValue(section, "NAME", "");
     bull.X = base::InvariantNumber(file.ReadIniValue(section, "X", ""));
     bull.Y = base::InvariantNumber(file.ReadIniValue(section, "Y", ""));
-    bulls.Append(std::move(bull));
+    theater.Bulls.Append(std::move(bull));
+    if (k == named) theater.CurrentBull = static_cast<std::int16_t>(theater.Bulls.UpperBound());
   }
-  return bulls;
 }
 
 }  // namespace
@@ -51,7 +55,7 @@ Theater ReadTheaterFile(const base::ProfileFile& file, std::string_view theaterF
   theater.PicSize = base::LeadingNumber(text("PICSIZE"));  // stops at a comma, unlike the others: this stands
   theater.CoordLat = base::InvariantNumber(text("COORDLAT"));
   theater.CoordLong = base::InvariantNumber(text("COORDLONG"));
-  theater.Bulls = ReadBullseyes(file, base::RoundHalfEven(base::InvariantNumber(text("BULLSEYES"))));
+  ReadBullseyes(file, base::RoundHalfEven(base::InvariantNumber(text("BULLSEYES"))), theater);
   return theater;
 }
 

@@ -9,8 +9,8 @@
 namespace kestrel::theaters {
 
 /// Reads the sections MAP and BULLS<n>. A missing file (empty profile) gives a theater of defaults: nothing is checked
-/// here (MendTheater does). A BULLSEYES count beyond the sections that are there gives those up to the first that is
-/// missing; below 0 gives none.
+/// here (MendTheater does). Of the bullseyes that BULLSEYES counts, those that are missing are skipped, and CurrentBull
+/// goes with its bullseye; a count below 0 gives none.
 Theater ReadTheaterFile(const base::ProfileFile& file, std::string_view theaterFile);
 
 /// The file as it is written, below `banner`, its first line as it stands, double quotes included. SIZE, PICSIZE, X and

@@ -258,15 +258,33 @@ TEST_F(Settings, SaveConnListKeepsTheRestOfTheFile) {
             "IP=127.0.0.1\r\n[CONNLIST2]\r\nNAME=b\r\nIP=2\r\n");
 }
 
-TEST_F(Settings, CountsThatLieGiveWhatIsThere) {
+TEST_F(Settings, CountsThatLieGiveWhatIsThereAndOneNoteEach) {
   folder.Write("KESTREL.ini",
                "[MAPS]\nTOTALMAPS=99999\nMAP1=korea.ini\nMAP2=balkans.ini\nMAP4=korea.ini\nCURRENTMAP=2\n"
                "[CONNLIST]\nNUM=1e300\n[CONNLIST1]\nNAME=a\nIP=b\n");
   LoadSavedVars(station);
-  EXPECT_EQ(station.Catalogue.Theaters.UpperBound(), 2u);
+  EXPECT_EQ(station.Catalogue.Theaters.UpperBound(), 3u);
   EXPECT_EQ(station.Catalogue.CurrentTheater, 2);
   EXPECT_EQ(station.LinkOptions.ConnList.UpperBound(), 1u);
-  EXPECT_THAT(station.Notes, ElementsAre(HasSubstr("MAP3"), HasSubstr("CONNLIST2")));
+  EXPECT_THAT(station.Notes,
+              ElementsAre("KESTREL.ini: TOTALMAPS promises a theater that is not there: MAP3 and 32763 more",
+                          "KESTREL.ini: NUM promises a phonebook entry that is not there: CONNLIST2 and 32765 more"));
+}
+
+TEST_F(Settings, WhatStandsBehindAGapIsKept) {
+  folder.Write("KESTREL.ini",
+               "[MAPS]\nTOTALMAPS=3\nMAP1=korea.ini\nMAP3=balkans.ini\nCURRENTMAP=3\n"
+               "[CONNLIST]\nNUM=3\n[CONNLIST2]\nNAME=a\nIP=b\n[CONNLIST3]\nNAME=c\nIP=d\n");
+  LoadSavedVars(station);
+  ASSERT_EQ(station.Catalogue.Theaters.UpperBound(), 2u);
+  EXPECT_EQ(station.Catalogue.Current().Name, "balkans");
+  ASSERT_EQ(station.LinkOptions.ConnList.UpperBound(), 2u);
+  EXPECT_EQ(station.LinkOptions.ConnList[2].Name, "c");
+  EXPECT_THAT(station.Notes, ElementsAre("KESTREL.ini: TOTALMAPS promises a theater that is not there: MAP2",
+                                         "KESTREL.ini: NUM promises a phonebook entry that is not there: CONNLIST1"));
+  SaveVars(station);
+  EXPECT_THAT(folder.Read("KESTREL.ini"),
+              HasSubstr("TOTALMAPS=2\r\nMAP1=korea.ini\r\nMAP2=balkans.ini\r\nCURRENTMAP=2\r\n"));
 }
 
 TEST_F(Settings, ATheaterWhoseBullseyeCountLiesIsRead) {

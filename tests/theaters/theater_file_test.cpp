@@ -98,13 +98,27 @@ TEST(TheaterFile, CountsThatLieGiveWhatIsThere) {
     const char* Count;
     std::size_t Read;
   };
-  const Case cases[] = {{"99999", 2}, {"1e300", 2}, {"2", 2},     {"1", 1},      {"0", 0},  {"-5", 0},
-                        {"many", 0},  {"", 0},      {"9e999", 2}, {"-9e999", 0}, {"1.6", 2}};
+  const Case cases[] = {{"99999", 3}, {"1e300", 3}, {"2", 2}, {"3", 2},   {"4", 3},     {"1", 1},      {"0", 0},
+                        {"-5", 0},    {"many", 0},  {"", 0},  {"nan", 0}, {"9e999", 3}, {"-9e999", 0}, {"1.6", 2}};
   for (const Case& c : cases) {
-    // BULLS4 stands behind a gap and is not reached.
     const Theater theater =
         Read(std::string("[MAP]\nBULLSEYES=") + c.Count + "\n[BULLS1]\nNAME=a\n[BULLS2]\nNAME=b\n[BULLS4]\nNAME=d\n");
     EXPECT_EQ(theater.Bulls.UpperBound(), c.Read) << c.Count;
+  }
+}
+
+TEST(TheaterFile, BullseyesBehindAGapAreReadAndTheCurrentOneStays) {
+  struct Case {
+    const char* Current;
+    std::int16_t Place;
+  };
+  for (const Case& c : {Case{"1", 1}, {"2", 0}, {"3", 2}, {"4", 0}, {"5", 3}, {"6", 6}, {"0", 0}, {"-3", -3}}) {
+    const Theater theater = Read(std::string("[MAP]\nBULLSEYES=5\nCURRENTBULL=") + c.Current +
+                                 "\n[BULLS1]\nNAME=a\n[BULLS3]\nNAME=c\n[BULLS5]\nNAME=e\n");
+    ASSERT_EQ(theater.Bulls.UpperBound(), 3u);
+    EXPECT_EQ(theater.Bulls[2].Name, "c");
+    EXPECT_EQ(theater.Bulls[3].Name, "e");
+    EXPECT_EQ(theater.CurrentBull, c.Place) << c.Current;
   }
 }
 
