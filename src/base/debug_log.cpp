@@ -39,4 +39,11 @@ void DebugLog::LogTimed(std::string_view text, std::string_view text2) {
   File.Write(line);
 }
 
+void DebugLog::LogDuration(std::string_view what, std::uint32_t start) {
+  if (!On()) return;
+  // Unsigned, so that it is right over the wrap of the count too.
+  const std::uint32_t passed = clock.TickCount() - start;
+  LogLine(std::string(what) + " in " + std::to_string(passed) + " ms");
+}
+
 }  // namespace kestrel::base

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
@@ -37,6 +38,8 @@ class DebugLog {
   void LogLine(std::string_view text);
   /// The time as "Hh:Nn:Ss", " : ", then `text`, `text2`.
   void LogTimed(std::string_view text, std::string_view text2 = {});
+  /// `what`, then " in <n> ms": the milliseconds since `start`, a reading of the tick count.
+  void LogDuration(std::string_view what, std::uint32_t start);
   const Clock& Time() const { return clock; }
 
  private:

@@ -54,7 +54,7 @@ constexpr Step mainSteps[] = {
     {"LoadFriendsDef", [](Program& program) { LoadFriendsDef(program.State); }, "LoadFriendsDef"},
     {"Read DefFreq.ini"},
     {"Open the log", OpenLog},
-    {"Load the theater picture", [](Program& program) { LoadMapPicture(program.State); }},
+    {"Load the theater picture", LoadMapPicture},
     {"Show MainFrm", ShowMap},
     {"Place BullsFrm, CursFrm, ViewFrm, ClientsFrm, AreasFrm, RecFrm, MiniMapFrm, FreqFrm",
      [](Program& program) { program.Shown.PlaceToolWindows(); }},

@@ -1,5 +1,6 @@
 #include "core/theater_switch.h"
 
+#include <cstdint>
 #include <exception>
 #include <filesystem>
 #include <string>
@@ -18,10 +19,12 @@ void LoadViewShorts(Program& program) {
   const theaters::Theater& theater = station.Catalogue.Current();
   const map::ViewShorts standard = map::DefaultViewShorts(theater.Size);
   station.View.ViewShorts = standard;
+  const std::uint32_t start = program.Log.Time().TickCount();
   try {
     const std::filesystem::path path = TheaterPath(station, theaters::DataFile(theater, "_ViewShort.dat"));
     if (!base::FileExists(path)) return;
     station.View.ViewShorts = map::ReadViewShorts(base::ReadWholeFile(path, base::MaxTextFileBytes), standard);
+    program.Log.LogDuration("Loaded the view shortcuts", start);
   } catch (const base::RuntimeFailure& failure) {
     program.Log.LogLine(std::string("The saved views are left out: ") + failure.what());
   }
@@ -93,13 +96,17 @@ void SaveEverything(Program& program) {
 
 }  // namespace
 
-void LoadMapPicture(Station& station) {
+void LoadMapPicture(Program& program) {
+  Station& station = program.State;
+  const std::uint32_t start = program.Log.Time().TickCount();
   station.MapPicture = base::LoadPicture(base::FindFile(TheatersFolder(station), station.Catalogue.Current().Pic));
+  program.Log.LogDuration("Loaded the map picture", start);
 }
 
 void ReadElevations(Program& program) {
+  const std::uint32_t start = program.Log.Time().TickCount();
   try {
-    program.State.Elevations.Read();
+    if (program.State.Elevations.Read()) program.Log.LogDuration("Loaded the elevations", start);
   } catch (const base::RuntimeFailure& failure) {
     program.Log.LogLine(std::string("The elevations are left out: ") + failure.what());
   }
@@ -121,7 +128,7 @@ base::Changed ResetTheaterData(Program& program) {
 }
 
 base::Changed ReloadTheater(Program& program) {
-  LoadMapPicture(program.State);
+  LoadMapPicture(program);
   return ResetTheaterData(program) | base::Changed::NameMenus;
 }
 
@@ -152,7 +159,7 @@ void SwitchTheater(Program& program, std::size_t index) {
 void ReloadEditedTheater(Program& program) {
   SaveEverything(program);
   try {
-    LoadMapPicture(program.State);
+    LoadMapPicture(program);
   } catch (const std::exception& failure) {
     program.Log.LogLine(failure.what());
     program.Desk.Message("Error",

@@ -12,7 +12,7 @@
 namespace kestrel::core {
 
 /// Loads the current theater's picture. RuntimeFailure when it cannot be read; MapPicture is then as it was.
-void LoadMapPicture(Station& station);
+void LoadMapPicture(Program& program);
 
 /// Reads the heights of the current theater unless that has been done: to be called when the pointer moves over the
 /// map. A file that cannot be read is logged and gives none.

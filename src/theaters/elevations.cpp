@@ -7,6 +7,7 @@
 
 #include "base/failure.h"
 #include "base/files.h"
+#include "theaters/catalogue.h"
 
 namespace kestrel::theaters {
 
@@ -17,15 +18,15 @@ void Elevations::Load(std::filesystem::path file, double size) {
   heights = {};
 }
 
-void Elevations::Read() {
-  if (read) return;
+bool Elevations::Read() {
+  if (read) return false;
   read = true;
   if (!base::FileExists(source)) {
     // The single element shows "0 ft" in the south-western corner; this stands.
     heights.assign(1, 0);
-    return;
+    return false;
   }
-  if (!(extent <= LargestElevationSize)) throw base::RuntimeFailure(base::NameForMessage(source) + " is too large");
+  if (!(extent <= MaxSize)) throw base::RuntimeFailure(base::NameForMessage(source) + " is too large");
   std::vector<std::int16_t> values(static_cast<std::size_t>(std::llround(extent * extent)));
   base::ReadHead(source, std::as_writable_bytes(std::span(values)));
   if constexpr (std::endian::native == std::endian::big) {
@@ -35,6 +36,7 @@ void Elevations::Read() {
     }
   }
   heights = std::move(values);
+  return true;
 }
 
 std::optional<std::int16_t> Elevations::At(double x, double y) const {

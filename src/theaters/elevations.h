@@ -11,17 +11,14 @@
 // need not wait for.
 namespace kestrel::theaters {
 
-/// Largest Size whose heights are read, map units: 32 MiB. Larger theaters have no heights.
-inline constexpr double LargestElevationSize = 4096;
-
 class Elevations {
  public:
   /// LoadElevation: from now on the heights are those of `file`, for a theater of `size` map units.
   void Load(std::filesystem::path file, double size);
   /// Reads the file unless that has been done. A missing file gives a single height of 0, a shorter one leaves the rest
   /// 0; what it holds beyond `size` is not read. RuntimeFailure, once, for a file that cannot be read or a size beyond
-  /// LargestElevationSize; there are no heights then.
-  void Read();
+  /// MaxSize, whose heights are 128 MiB; there are no heights then. True when a file has been read now.
+  bool Read();
   /// The height at a place, feet. `x`, `y`: map units, Y north. Nothing outside the theater and where no height has
   /// been read.
   std::optional<std::int16_t> At(double x, double y) const;

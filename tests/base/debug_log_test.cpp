@@ -10,7 +10,7 @@ namespace {
 
 class FixedClock final : public Clock {
  public:
-  std::uint32_t TickCount() const override { return 0; }
+  std::uint32_t TickCount() const override { return 30; }
   double Now() const override { return 45000 + 3723.0 / 86400; }
 };
 
@@ -23,6 +23,16 @@ TEST(DebugLog, LinesAreOnTheDiskAtOnce) {
   EXPECT_EQ(test::ReadBytes(folder / "KESTRELLog.txt"), "one\r\n");
   log.LogTimed("two ", "three");
   EXPECT_EQ(test::ReadBytes(folder / "KESTRELLog.txt"), "one\r\n01:02:03 : two three\r\n");
+}
+
+TEST(DebugLog, DurationsAreRightOverTheWrapOfTheTickCount) {
+  const test::TempFolder folder;
+  const FixedClock clock;
+  DebugLog log(clock);
+  log.File.Open(folder / "log");
+  log.LogDuration("Loaded the map picture", 10);
+  log.LogDuration("Drew the map", 0xFFFFFFF6);
+  EXPECT_EQ(test::ReadBytes(folder / "log"), "Loaded the map picture in 20 ms\r\nDrew the map in 40 ms\r\n");
 }
 
 TEST(DebugLog, AClosedLogTakesLinesAndDropsThem) {

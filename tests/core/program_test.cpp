@@ -60,6 +60,19 @@ TEST_F(Life, TheStepsOfTheStartStandInTheirOrder) {
               ElementsAre("ReloadBulls", "Load the areas", "Load the view shortcuts", "Load the frequencies",
                           "Load the elevation", "AreasFrm.RefreshList", "FreqFrm.RefreshList",
                           "FreqFrm.UpdateTreeviewCheckBoxes", "MiniMapFrm.ReloadMiniMap", "ResetResolution"));
+  EXPECT_THAT(Texts(FrameLoadSteps()),
+              ElementsAre("Icon", "Caption", "Subclass the frame's window", "Start the updater"));
+  EXPECT_THAT(Texts(MapLoadSteps()),
+              ElementsAre("Default font", "Folder TAPES", "Caption", "Empty the tables", "Size the map",
+                          "ReloadNameMenu", "ResetTheaterData", "Status pictures", "LoadConnectionMenus"));
+}
+
+TEST_F(Life, TheStepsOfTheClosingStandInTheirOrder) {
+  EXPECT_THAT(Texts(StopSteps()),
+              ElementsAre("close the raw capture", "show the saving message", "save the areas", "save the frequencies",
+                          "save the settings", "free the map bitmap", "put the frame's window procedure back",
+                          "remove the keyboard hook", "unload the windows"));
+  EXPECT_THAT(Texts(MapUnloadSteps()), ElementsAre("close the log", "leave the session", "RecordingEnd"));
 }
 
 TEST_F(Life, AStartShowsTheFirstMapWithoutABox) {
@@ -124,6 +137,7 @@ TEST_F(Life, WithDebugTheLogBeginsWithWhatWasPutRight) {
   const std::string log = folder.Read("KESTRELLog.txt");
   EXPECT_THAT(log, HasSubstr("MAP2"));
   EXPECT_THAT(log, HasSubstr("CURRENTMAP"));
+  EXPECT_THAT(log, HasSubstr("Loaded the map picture in 0 ms"));
   EXPECT_THAT(log, Not(HasSubstr("former")));
 }
 

@@ -172,6 +172,21 @@ TEST_F(TheaterSwitch, HeightsThatCannotBeReadAreLoggedOnce) {
   EXPECT_EQ(station.Elevations.At(0, 0), std::nullopt);
 }
 
+TEST_F(TheaterSwitch, TheLogTellsWhatWasLoadedAndHowLongItTook) {
+  folder.Write("Theaters/balkans_Elevation.dat", std::string("\x64\0", 2));
+  SwitchTheater(around.All, 2);
+  SwitchTheater(around.All, 1);  // keeps the views of "balkans"
+  around.Clock.WhenRead = [this] { around.Clock.Ticks += 7; };
+  around.Log.File.Open(folder.Path / "log");
+  SwitchTheater(around.All, 2);
+  ReadElevations(around.All);
+  ReadElevations(around.All);
+  around.Log.File.Close();
+  EXPECT_EQ(folder.Read("log"),
+            "Loaded the map picture in 7 ms\r\nLoaded the view shortcuts in 7 ms\r\n"
+            "Loaded the elevations in 7 ms\r\n");
+}
+
 TEST_F(TheaterSwitch, ANameThatLeavesTheFolderHasNoHeights) {
   station.Catalogue.Current().Name = "../elsewhere/x";
   ResetTheaterData(around.All);

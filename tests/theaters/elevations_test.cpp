@@ -6,6 +6,7 @@
 
 #include "base/failure.h"
 #include "base/temp_folder.h"
+#include "theaters/catalogue.h"
 
 namespace kestrel::theaters {
 namespace {
@@ -76,7 +77,7 @@ TEST_F(ElevationsOf, WhatALongerFileHoldsBeyondIsNotRead) {
 TEST_F(ElevationsOf, AMissingFileGivesASingleHeight) {
   Elevations heights;
   heights.Load(folder / "none_Elevation.dat", 1024);
-  heights.Read();
+  EXPECT_FALSE(heights.Read());
   EXPECT_EQ(heights.At(0.5, 0.5), 0);
   EXPECT_EQ(heights.At(1, 0), std::nullopt);
   EXPECT_EQ(heights.At(0, 1), std::nullopt);
@@ -94,19 +95,25 @@ TEST_F(ElevationsOf, NothingIsReadBeforeItIsNeededNorTwice) {
   heights.Load(folder / "one_Elevation.dat", 1);
   EXPECT_EQ(heights.At(0, 0), std::nullopt);
   test::WriteBytes(folder / "one_Elevation.dat", Bytes({7}));
-  heights.Read();
+  EXPECT_TRUE(heights.Read());
   EXPECT_EQ(heights.At(0, 0), 7);
   test::WriteBytes(folder / "one_Elevation.dat", Bytes({8}));
-  heights.Read();
+  EXPECT_FALSE(heights.Read());
   EXPECT_EQ(heights.At(0, 0), 7);
   heights.Load(folder / "one_Elevation.dat", 1);
   heights.Read();
   EXPECT_EQ(heights.At(0, 0), 8);
 }
 
+TEST_F(ElevationsOf, EverySizeThatATheaterMayHaveHasHeights) {
+  const Elevations heights = Loaded(Bytes({7, 8}), MaxSize);
+  EXPECT_EQ(heights.At(1, 0), 8);
+  EXPECT_EQ(heights.At(MaxSize - 1, MaxSize - 1), 0);
+}
+
 TEST_F(ElevationsOf, ATheaterBeyondTheLimitFailsOnceAndHasNone) {
   test::WriteBytes(folder / "one_Elevation.dat", Bytes({7}));
-  for (const double size : {LargestElevationSize + 1, 1e18, HUGE_VAL}) {
+  for (const double size : {MaxSize + 1, 1e18, HUGE_VAL}) {
     Elevations heights;
     heights.Load(folder / "one_Elevation.dat", size);
     EXPECT_THROW(heights.Read(), base::RuntimeFailure) << size;
