@@ -30,7 +30,7 @@ Point MapFromSurface(const ViewState& view, double surfaceX, double surfaceY);
 /// Map units with Y growing downward (AI positions) to surface units.
 Point SurfaceFromDown(const ViewState& view, double x, double yDown);
 
-/// Recomputes MapWidth, MapHeight and the surface positions of anchor and bullseye.
+/// Recomputes MapWidth, MapHeight, the surface positions of anchor and bullseye, and the pointer's place on the map.
 void RefreshPositions(ViewState& view);
 
 /// Installs a resolution when the argument is above 0; recomputes sizes and marks.
@@ -50,10 +50,13 @@ double ResolutionFromScroll(SliderRange slider, std::int32_t value);
 /// The slider value of a resolution, its exponent rounded half to even.
 std::int32_t ScrollFromResolution(SliderRange slider, double resolution);
 
-/// Centres on the last pointer position, within the theater. The caller then moves the pointer (CenteredPointer).
+/// Centres on the last pointer position, within the theater. The caller then redraws and moves the pointer
+/// (CenteredPointer), all with ViewChanging set.
 base::Changed SetCenterOfScreen(ViewState& view);
 /// Half a surface: 1 up, 2 down, 3 left, 4 right; 5 the centre of the theater. Another direction only refreshes.
 base::Changed MoveScreen(ViewState& view, std::int32_t direction);
+/// Resolution 1 and the centre of the theater. The caller then moves the pointer (CenteredPointer).
+base::Changed ResetZoomAndCenter(ViewState& view);
 /// Shows saved view `slot`, 1 to 3.
 base::Changed SetViewShortcut(ViewState& view, std::int16_t slot);
 /// Stores the present view in `slot`, 1 to 3.

@@ -38,6 +38,7 @@ void CentreTheater(ViewState& view) {
   view.ViewCenterY = view.Size / 2 * UnitsPerPixelY;
 }
 
+/// What the view gives its place to: the marks on the surface, and the ground under a pointer that has not moved.
 void RefreshMarks(ViewState& view) {
   const Point anchor = SurfaceFromView(view, view.AnchorViewX, view.AnchorViewY);
   view.AnchorX = anchor.X;
@@ -45,6 +46,7 @@ void RefreshMarks(ViewState& view) {
   const Point bulls = SurfaceFromView(view, view.BullsViewX, view.BullsViewY);
   view.BullsX = bulls.X;
   view.BullsY = bulls.Y;
+  MovePointer(view, view.MouseX, view.MouseY);
 }
 
 bool IsSlot(const ViewState& view, std::int16_t slot) {
@@ -98,12 +100,10 @@ std::int32_t ScrollFromResolution(SliderRange slider, double resolution) {
 }
 
 Changed SetCenterOfScreen(ViewState& view) {
-  view.ViewChanging = true;
   view.ViewCenterX -= (view.SurfaceWidth / 2 - view.MouseX) / view.Resolution;
   view.ViewCenterY -= (view.SurfaceHeight / 2 - view.MouseY) / view.Resolution;
   ClampCentre(view);
   RefreshMarks(view);
-  view.ViewChanging = false;
   return ViewMoved;
 }
 
@@ -135,6 +135,8 @@ Changed MoveScreen(ViewState& view, std::int32_t direction) {
   view.ViewChanging = false;
   return ViewMoved;
 }
+
+Changed ResetZoomAndCenter(ViewState& view) { return MoveScreen(view, 5) | ResetResolution(view); }
 
 Changed SetViewShortcut(ViewState& view, std::int16_t slot) {
   if (!IsSlot(view, slot)) return Changed::Nothing;

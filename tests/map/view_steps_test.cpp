@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <iterator>
 #include <limits>
 
 #include "map/geometry.h"
+#include "map/mini_map.h"
 
 namespace kestrel::map {
 namespace {
@@ -16,6 +18,56 @@ ViewState View() {
   ResetView(view, 1024, 2048, 500, 300);
   ResizeSurface(view, 12000, 9000);
   return view;
+}
+
+/// Anchor, bullseye and pointer lie where the view has them now.
+void ExpectMarksInPlace(const ViewState& view) {
+  const Point anchor = SurfaceFromView(view, view.AnchorViewX, view.AnchorViewY);
+  EXPECT_EQ(view.AnchorX, anchor.X);
+  EXPECT_EQ(view.AnchorY, anchor.Y);
+  const Point bulls = SurfaceFromView(view, view.BullsViewX, view.BullsViewY);
+  EXPECT_EQ(view.BullsX, bulls.X);
+  EXPECT_EQ(view.BullsY, bulls.Y);
+  const Point pointer = MapFromSurface(view, view.MouseX, view.MouseY);
+  EXPECT_EQ(view.CursorMapX, pointer.X);
+  EXPECT_EQ(view.CursorMapY, pointer.Y);
+}
+
+/// With an anchor beside the middle and the pointer elsewhere.
+ViewState Measuring() {
+  ViewState view = View();
+  MovePointer(view, 7000, 5000);
+  SetCursorStart(view);
+  MovePointer(view, 3000, 4000);
+  return view;
+}
+
+TEST(ViewSteps, EachLeavesMarksAndPointerInPlace) {
+  using Step = void (*)(ViewState&);
+  const Step steps[] = {[](ViewState& view) { ChangeRes(view, 4); },
+                        [](ViewState& view) { IncreaseResolution(view); },
+                        [](ViewState& view) { DecreaseResolution(view); },
+                        [](ViewState& view) { SetCenterOfScreen(view); },
+                        [](ViewState& view) { MoveScreen(view, 1); },
+                        [](ViewState& view) { MoveScreen(view, 4); },
+                        [](ViewState& view) { SetViewShortcut(view, 2); },
+                        [](ViewState& view) { ResetZoomAndCenter(view); },
+                        [](ViewState& view) { ResizeSurface(view, 9000, 6000); },
+                        [](ViewState& view) { CentreByMiniMap(view, 5, 300, 600); }};
+  for (std::size_t step = 0; step < std::size(steps); ++step) {
+    SCOPED_TRACE(step);
+    ViewState view = Measuring();
+    view.Resolution = 2;
+    view.ViewCenterX = 6000;
+    RefreshPositions(view);
+    view.ViewShorts[1] = {1000, 2000, 8};
+    const double before = view.AnchorX + view.AnchorY;
+    const double ground = view.CursorMapX + view.CursorMapY;
+    steps[step](view);
+    EXPECT_NE(view.AnchorX + view.AnchorY, before) << "the step moves nothing";
+    EXPECT_NE(view.CursorMapX + view.CursorMapY, ground) << "the step moves nothing";
+    ExpectMarksInPlace(view);
+  }
 }
 
 TEST(ZoomSteps, GoToTheNextPowerAfterRoundingHalvesToEven) {
@@ -134,7 +186,6 @@ TEST(SetCenterOfScreen, CentresOnThePointer) {
   EXPECT_EQ(view.ViewCenterX, 7680 + 500);
   EXPECT_EQ(view.ViewCenterY, 7680 - 250);
   EXPECT_EQ(view.BullsX, (7500 - view.ViewCenterX) * 2 + 6000);
-  EXPECT_FALSE(view.ViewChanging);
 }
 
 TEST(SetCenterOfScreen, ClampsToTheTheatersEdges) {
@@ -183,6 +234,22 @@ TEST(MoveScreen, StopsAtTheEdges) {
   }
   EXPECT_EQ(view.ViewCenterX, 1024 * 15);
   EXPECT_EQ(view.ViewCenterY, 0);
+}
+
+TEST(ResetZoomAndCenter, ShowsTheWholeTheaterAndItsSize) {
+  ViewState view = View();
+  ChangeRes(view, 8);
+  view.ViewCenterX = 3;
+  view.ViewCenterY = 4;
+  const Changed changed = ResetZoomAndCenter(view);
+  for (const Changed part : {Changed::Map, Changed::MiniMap, Changed::Zoom, Changed::CursorLine}) {
+    EXPECT_TRUE(Has(changed, part));
+  }
+  EXPECT_EQ(view.Resolution, 1);
+  EXPECT_EQ(view.ViewCenterX, 7680);
+  EXPECT_EQ(view.ViewCenterY, 7680);
+  EXPECT_EQ(view.MapWidth, 1024 * 15);
+  EXPECT_EQ(view.MapHeight, 1024 * 15);
 }
 
 TEST(ViewShortcut, ComesBackAsItWasSaved) {

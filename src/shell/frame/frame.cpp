@@ -223,8 +223,7 @@ void MDIForm1::StartRecording() { core::RecordingStart(station); }
 void MDIForm1::StopRecording() { core::RecordingEnd(station); }
 
 void MDIForm1::ResetZoomAndCenter() {
-  station.State.View.Resolution = 1;
-  station.Shown.Refresh(map::MoveScreen(station.State.View, 5) | base::Changed::Zoom);
+  station.Shown.Refresh(map::ResetZoomAndCenter(station.State.View));
   map->Picture().CenterMousePointer();
 }
 
