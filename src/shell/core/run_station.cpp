@@ -54,6 +54,7 @@ int RunStation(const std::filesystem::path& appPath, SystemSeams system, const s
   QGuiApplication::setQuitOnLastWindowClosed(false);
   if (!core::Main(program)) {
     core::StopHook(program);
+    windows.DeleteWindows();
     return 1;
   }
   desktop.SetOwner(windows.Frame());

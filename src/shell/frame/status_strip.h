@@ -63,7 +63,7 @@ class StatusStrip final : public QWidget {
   QLabel* lblLong;
   QLabel* lblElevation;
   int fixedWidth = 0;  ///< of everything but the read-outs, with the lamps' words, pixels
-  QTimer TimerAct;
+  QTimer TimerAct{this};
   bool ActivityOn = false;
 };
 

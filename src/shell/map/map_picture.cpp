@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QWheelEvent>
 #include <cmath>
 #include <cstdlib>
@@ -55,14 +56,14 @@ void MapPicture::DrawMap() {
   if (station.State.Loading) return;
   settle.stop();
   Guarded(station.Log, "DrawMap", [this] {
-    drawTimes.Start = station.Log.Time().TickCount();
+    const std::uint32_t start = station.Log.Time().TickCount();
     const double ratio = devicePixelRatioF();
     const QSize pixels(static_cast<int>(std::ceil(width() * ratio)), static_cast<int>(std::ceil(height() * ratio)));
     if (surface.Image().size() != pixels || surface.Image().devicePixelRatio() != ratio) {
       surface.Resize(pixels, ratio);
     }
     map::DrawMap(Scene(), surface);
-    drawTimes.End = station.Log.Time().TickCount();
+    station.Log.LogDuration("Drew the map", start);
   });
   ++mapDraws;
   ShowDirty();
@@ -94,8 +95,8 @@ void MapPicture::ShowLine(const QString& text) {
 }
 
 void MapPicture::paintEvent(QPaintEvent* event) {
-  // A screen of another scale: the old picture serves until the map is drawn for it.
-  if (surface.Image().devicePixelRatio() != devicePixelRatioF()) settle.start();
+  // A screen of another scale: the old picture serves until the map is drawn for it, which paints must not put off.
+  if (surface.Image().devicePixelRatio() != devicePixelRatioF() && !settle.isActive()) settle.start();
   QPainter painter(this);
   const QSizeF shown = surface.Image().deviceIndependentSize();
   const QRegion beyond = event->region() - QRect(QPoint(), QSize(int(shown.width()), int(shown.height())));
@@ -207,7 +208,11 @@ void MapPicture::TurnWheel(int angle) {
 }
 
 void MapPicture::SetCenterOfScreen() {
-  station.Shown.Refresh(map::SetCenterOfScreen(station.State.View));
+  map::ViewState& view = station.State.View;
+  const base::Changed changed = map::SetCenterOfScreen(view);
+  // A move that comes of moving the pointer begins no line.
+  const QScopedValueRollback changing(view.ViewChanging, true);
+  station.Shown.Refresh(changed);
   CenterMousePointer();
 }
 

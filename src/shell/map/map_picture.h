@@ -38,7 +38,6 @@ class MapPicture final : public QWidget {
   /// Takes part of a wheel's turn, eighths of a degree; each whole notch is one zoom step.
   void TurnWheel(int angle);
 
-  const map::DrawTimes& LastDraw() const { return drawTimes; }
   /// Whole repaints since the start.
   std::uint64_t MapDraws() const { return mapDraws; }
   std::uint64_t PlotDraws() const { return plotDraws; }
@@ -73,7 +72,6 @@ class MapPicture final : public QWidget {
   QtSurface surface;
   CursorLine line;
   QTimer settle;
-  map::DrawTimes drawTimes;
   std::uint64_t mapDraws = 0;
   std::uint64_t plotDraws = 0;
   int wheelAngle = 0;  ///< turned and not yet used

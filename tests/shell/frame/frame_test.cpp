@@ -3,6 +3,8 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QSignalSpy>
+#include <QTimer>
+#include <vector>
 
 #include "shell/station_fixture.h"
 
@@ -238,6 +240,7 @@ TEST_F(FrameWindow, ResetZoomAndCenterDrawsOnceAndShowsTheZoom) {
   EXPECT_EQ(View().ViewCenterX, 512 * 15);
   EXPECT_EQ(Picture().MapDraws(), draws + 1);
   EXPECT_EQ(ReadOut("lblZoom"), QStringLiteral("Zoom: x1.0"));
+  EXPECT_EQ(View().MapWidth, 1024 * 15);
 }
 
 TEST_F(FrameWindow, OnePulseLightsTheActivityLampForOneTick) {
@@ -249,6 +252,20 @@ TEST_F(FrameWindow, OnePulseLightsTheActivityLampForOneTick) {
   EXPECT_EQ(lamp->toolTip(), QStringLiteral("Data"));
   ASSERT_TRUE(QTest::qWaitFor([lamp] { return !lamp->Lit(); }));
   EXPECT_EQ(lamp->toolTip(), QStringLiteral("No data"));
+}
+
+TEST_F(FrameWindow, APulseWhileTheActivityLampIsLitKeepsItForOneMoreTick) {
+  auto* lamp = Frame().findChild<Lamp*>(QStringLiteral("StatPic_Act"));
+  windows.Refresh(base::Changed::Activity);
+  ASSERT_TRUE(QTest::qWaitFor([lamp] { return lamp->Lit(); }));
+  std::vector<bool> ticks;
+  // After the strip's own work on the tick.
+  auto* timer = Frame().findChild<QTimer*>(QStringLiteral("TimerAct"));
+  const auto told = QObject::connect(timer, &QTimer::timeout, &Frame(), [&] { ticks.push_back(lamp->Lit()); });
+  windows.Refresh(base::Changed::Activity);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return ticks.size() >= 2; }));
+  QObject::disconnect(told);
+  EXPECT_EQ(ticks, (std::vector<bool>{true, false}));
 }
 
 TEST_F(FrameWindow, ClosingRunsTheStopStepsOnce) {

@@ -57,6 +57,20 @@ TEST_F(Measuring, AMovePaintsOnlyThePlacesOfTheOldAndTheNewLine) {
   EXPECT_TRUE(line.Take(View(), options, {}, QSize(1280, 720)).isEmpty());
 }
 
+TEST_F(Measuring, TextStandsTenPixelsRightOfThePointerAndCentredOnIt) {
+  CursorLine line;
+  View().CursorLineActive = true;
+  // The pointer on the anchor: the text is all there is.
+  View().MouseX = View().AnchorX = 400 * 15;
+  View().MouseY = View().AnchorY = 300 * 15;
+  const QRect text = line.Take(View(), {}, QStringLiteral("360\u00b0 - 0.00nm"), QSize(1280, 720)).boundingRect();
+  // Its plate is 4 pixels wider to each side; 1 more is painted all around.
+  EXPECT_EQ(text.left(), 400 + 10 - 4 - 1);
+  EXPECT_EQ(text.top() + text.bottom() + 1, 2 * 300);
+  EXPECT_GT(text.height(), 10);
+  EXPECT_GT(text.width(), 5 * text.height() / 2);
+}
+
 TEST_F(Measuring, NothingOfAnOldLineStays) {
   Check1().setChecked(true);
   const QImage before = Picture().grab().toImage();

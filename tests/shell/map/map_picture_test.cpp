@@ -1,7 +1,13 @@
 #include "shell/map/map_picture.h"
 
 #include <QMenu>
+#include <QMouseEvent>
+#include <QProcess>
+#include <QScreen>
 #include <QWheelEvent>
+#include <QWindow>
+#include <algorithm>
+#include <vector>
 
 #include "shell/station_fixture.h"
 
@@ -23,6 +29,11 @@ class MapWindow : public StationTest {
     QCoreApplication::sendEvent(&Picture(), &event);
   }
 
+  void Move(QPointF to) {
+    QMouseEvent event(QEvent::MouseMove, to, Picture().mapToGlobal(to), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&Picture(), &event);
+  }
+
   std::uint64_t draws = 0;
 };
 
@@ -41,6 +52,14 @@ TEST_F(MapWindow, WheelZoomsOneStepForEachNotch) {
   EXPECT_EQ(View().Resolution, 0.5);
   EXPECT_EQ(ReadOut("lblZoom"), QStringLiteral("Zoom: x0.5"));
   EXPECT_EQ(Picture().MapDraws(), draws + 2);
+}
+
+TEST_F(MapWindow, PointerShowsItsPositionAfterAZoomWithoutAMove) {
+  Move({Picture().width() / 2.0 + 150, Picture().height() / 2.0});
+  const double x = View().CursorMapX;
+  Wheel(120);
+  EXPECT_DOUBLE_EQ(View().CursorMapX, 512 + (x - 512) / 2);
+  EXPECT_TRUE(ReadOut("lblPosition").startsWith(QString::asprintf("x:%.2f / y:", View().CursorMapX)));
 }
 
 TEST_F(MapWindow, PartsOfANotchAddUpAndAChangeOfDirectionStartsAnew) {
@@ -68,6 +87,16 @@ TEST_F(MapWindow, CentringPutsThePointerAtFixedDistancesFromTheFrame) {
   const QPoint frame = Frame().frameGeometry().topLeft();
   EXPECT_NEAR(QCursor::pos().x(), frame.x() + Picture().width() / 2.0 + 4, 1);
   EXPECT_NEAR(QCursor::pos().y(), frame.y() + Picture().height() / 2.0 + 43, 1);
+}
+
+TEST_F(MapWindow, TheViewIsChangingWhileItIsCentredAndDrawn) {
+  std::vector<bool> changing;
+  clock.WhenRead = [&] { changing.push_back(View().ViewChanging); };
+  QTest::mouseClick(&Picture(), Qt::MiddleButton, {}, QPoint(100, 80));
+  clock.WhenRead = nullptr;
+  EXPECT_EQ(Picture().MapDraws(), draws + 1);
+  EXPECT_NE(std::find(changing.begin(), changing.end(), true), changing.end());
+  EXPECT_FALSE(View().ViewChanging);
 }
 
 TEST_F(MapWindow, DoubleClickCentresToo) {
@@ -158,6 +187,59 @@ TEST_F(MapWindow, PlotsWaitForTheMapOfANewSize) {
   ASSERT_TRUE(QTest::qWaitFor([this] { return Picture().MapDraws() == draws + 1; }));
   windows.Refresh(base::Changed::Plots);
   EXPECT_EQ(Picture().PlotDraws(), 1u);
+}
+
+TEST_F(MapWindow, TheLogTellsHowLongADrawOfTheMapTook) {
+  const std::filesystem::path file = program.State.AppPath / "log";
+  log.File.Open(file);
+  clock.WhenRead = [this] { clock.Ticks += 7; };
+  windows.Refresh(base::Changed::Map);
+  clock.WhenRead = nullptr;
+  log.File.Close();
+  EXPECT_EQ(Read("log"), QByteArray("Drew the map in 7 ms\r\n"));
+}
+
+/// Runs the test that is running once more, by itself, on two screens: the second one has two pixels to a point.
+void ExpectToPassOnTwoScreens(const QString& folder) {
+  QFile screens(folder + QStringLiteral("/screens.json"));
+  ASSERT_TRUE(screens.open(QIODevice::WriteOnly));
+  screens.write(R"({"screens": [
+    {"name": "one", "x": 0, "y": 0, "width": 1400, "height": 1000, "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1},
+    {"name": "two", "x": 1400, "y": 0, "width": 1400, "height": 1000, "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 2}
+  ]})");
+  screens.close();
+  const testing::TestInfo& running = *testing::UnitTest::GetInstance()->current_test_info();
+  QProcess again;
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen:configfile=screens.json"));
+  again.setProcessEnvironment(environment);
+  again.setWorkingDirectory(folder);
+  again.setProcessChannelMode(QProcess::MergedChannels);
+  again.start(QCoreApplication::applicationFilePath(),
+              {QStringLiteral("--gtest_filter=%1.%2")
+                   .arg(QLatin1String(running.test_suite_name()), QLatin1String(running.name()))});
+  ASSERT_TRUE(again.waitForFinished(120000));
+  const QByteArray told = again.readAll();
+  EXPECT_EQ(again.exitCode(), 0) << told.constData();
+  EXPECT_TRUE(told.contains("[  PASSED  ] 1 test")) << told.constData();
+}
+
+TEST_F(MapWindow, AScreenOfAnotherScaleGetsItsMapThoughThePointerNeverRests) {
+  const QList<QScreen*> screens = QGuiApplication::screens();
+  if (screens.size() == 1) {
+    ExpectToPassOnTwoScreens(folder.path());
+    return;
+  }
+  station.MapOptions.STATICCURSOR = true;
+  Frame().windowHandle()->setScreen(screens[1]);
+  Frame().move(screens[1]->geometry().topLeft());
+  ASSERT_EQ(Picture().devicePixelRatioF(), 2);
+  int x = 0;
+  EXPECT_TRUE(QTest::qWaitFor([&] {
+    x = (x + 10) % 400;
+    Move({static_cast<qreal>(x), 100});
+    return Picture().MapDraws() > draws;
+  }));
 }
 
 TEST_F(MapWindow, NothingIsDrawnWhileLoading) {
