@@ -87,17 +87,6 @@ void DrawAISymbol(const Scene& scene, Surface& surface, bool hostile, Point at) 
 
 }  // namespace
 
-void DrawMovingLayers(const Scene& scene, Surface& surface) {
-  RepositAllPlots(scene, surface);
-  if (scene.Display.AIVISIBLE) {
-    for (std::size_t index = 1; index <= scene.Plots.AIPlots.UpperBound(); ++index) {
-      const link::AIPlotRecord& plot = scene.Plots.AIPlots[index];
-      DrawAIPlot(scene, surface, index, plot.X, plot.Y);
-    }
-  }
-  CalculateAndDrawPlotHistories(scene, surface);
-}
-
 void RepositAllPlots(const Scene& scene, Surface& surface) {
   for (std::size_t index = 1; index <= scene.Plots.Clients.UpperBound(); ++index) {
     if (scene.Plots.Clients[index].ClientId != 0) RepositPlot(scene, surface, index);
@@ -111,14 +100,22 @@ void RepositPlot(const Scene& scene, Surface& surface, std::size_t index) {
 
 void DrawRealPlot(const Scene& scene, Surface& surface, std::size_t index) {
   const link::PlotRecord& plot = scene.Plots.Clients[index];
-  // Either coordinate at 0 means that there is no position yet; the trail is drawn all the same.
-  if (plot.X != 0 && plot.Y != 0) {
+  // A plot is shown from its second position on, and not with either coordinate at 0; its trail is drawn all the same.
+  if (plot.X != 0 && plot.Y != 0 && link::HasShownPosition(plot)) {
     const Point at = SurfaceFromMap(scene.View, plot.X, plot.Y);
     surface.Circle(at.X, at.Y, SymbolRadius, {.Color = plot.Color});
     if (scene.Display.REALLABELSVISIBLE) DrawRealLabels(scene, surface, plot, at);
-    if (link::HasShownPosition(plot)) DrawSpeedVector(surface, plot, at);
+    DrawSpeedVector(surface, plot, at);
   }
   if (scene.Display.SHOWHISTORY) DrawTrail(scene, surface, plot);
+}
+
+void DrawAIPlots(const Scene& scene, Surface& surface) {
+  if (!scene.Display.AIVISIBLE) return;
+  for (std::size_t index = 1; index <= scene.Plots.AIPlots.UpperBound(); ++index) {
+    const link::AIPlotRecord& plot = scene.Plots.AIPlots[index];
+    DrawAIPlot(scene, surface, index, plot.X, plot.Y);
+  }
 }
 
 void DrawAIPlot(const Scene& scene, Surface& surface, std::size_t index, double x, double y) {

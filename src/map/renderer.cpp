@@ -14,6 +14,8 @@ void DrawPicture(const Scene& scene, Surface& surface) {
 
 /// What stands, from the bottom up.
 constexpr Painter StaticLayers[] = {DrawPicture, DrawGrid, DrawBullseye};
+/// What moves, from the bottom up.
+constexpr Painter MovingLayers[] = {RepositAllPlots, DrawAIPlots, CalculateAndDrawPlotHistories};
 
 /// A fault leaves its layer drawn in part and the others whole.
 void Paint(Painter painter, const Scene& scene, Surface& surface) {
@@ -32,15 +34,19 @@ ClipRect VisibleRect(const ViewState& view) {
   return {.ClipLeft = upperLeft.X, .ClipRight = lowerRight.X, .ClipTop = upperLeft.Y, .ClipBottom = lowerRight.Y};
 }
 
+void DrawMovingLayers(const Scene& scene, Surface& surface) {
+  for (const Painter painter : MovingLayers) Paint(painter, scene, surface);
+}
+
 void DrawMap(const Scene& scene, Surface& surface) {
   for (const Painter painter : StaticLayers) Paint(painter, scene, surface);
   surface.Capture();
-  Paint(DrawMovingLayers, scene, surface);
+  DrawMovingLayers(scene, surface);
 }
 
 void RedrawPlots(const Scene& scene, Surface& surface) {
   surface.Restore();
-  Paint(DrawMovingLayers, scene, surface);
+  DrawMovingLayers(scene, surface);
 }
 
 }  // namespace kestrel::map

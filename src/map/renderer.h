@@ -30,16 +30,13 @@ struct Scene {
   LabelFont Labels;
 };
 
-/// Ticks of the last DrawMap, for diagnostics: milliseconds.
-struct DrawTimes {
-  std::uint32_t Start = 0;
-  std::uint32_t End = 0;
-};
-
 /// Paints everything: picture, grid, bullseye, (areas, airfields, ILS by later layers), captures, then what moves.
 void DrawMap(const Scene& scene, Surface& surface);
 /// Restores the captured picture and paints what moves.
 void RedrawPlots(const Scene& scene, Surface& surface);
+
+/// All that moves: real plots, AI plots, AI trails.
+void DrawMovingLayers(const Scene& scene, Surface& surface);
 
 /// Static layers, in file grid.cpp and bullseye_mark.cpp.
 void DrawGrid(const Scene& scene, Surface& surface);

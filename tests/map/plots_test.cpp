@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include "link/feed_text.h"
+#include "link/plot_feed.h"
+#include "link/roster.h"
+#include "map/renderer.h"
 #include "map/scene_fixture.h"
 
 namespace kestrel::map {
@@ -20,8 +24,9 @@ class AIPlot : public testing::Test, protected test::SceneFixture {
   void Draw() { DrawMovingLayers(Scene(), Surface); }
 };
 
-TEST_F(RealPlot, HasACircleAndFiveLabelsEndingLeftOfIt) {
-  AddPlayer(512, 512);
+TEST_F(RealPlot, HasACircleFiveLabelsEndingLeftOfItAndAVector) {
+  AddPlayer(512, 512).History.Append({512, 500});
+  Display.SHOWHISTORY = false;
   Draw();
   constexpr base::Colour colour = 0x123456;
   constexpr double end = 6000 - 210;
@@ -31,7 +36,8 @@ TEST_F(RealPlot, HasACircleAndFiveLabelsEndingLeftOfIt) {
                                   {"print", {end - 7 * 90, top + 195}, colour, 0, "Viper11"},
                                   {"print", {end - 3 * 90, top + 390}, colour, 0, "Ann"},
                                   {"print", {end - 3 * 90, top + 585}, colour, 0, "035"},
-                                  {"print", {end - 3 * 90, top + 780}, colour, 0, "400"}}));
+                                  {"print", {end - 3 * 90, top + 780}, colour, 0, "400"},
+                                  {"line", {6000, 4500, 6000, 4500 - 40 * 15}, colour, 1}}));
   EXPECT_EQ(Surface.LastFontName, "MS Sans Serif");
   EXPECT_EQ(Surface.LastFontSize, 8);
 }
@@ -44,11 +50,13 @@ TEST_F(RealPlot, AnEmptyLabelKeepsItsLine) {
   EXPECT_EQ(prints[2].Numbers[1] - prints[1].Numbers[1], 195);
 }
 
-TEST_F(RealPlot, WithoutLabelsOnlyTheSymbolIsDrawn) {
-  AddPlayer(512, 512);
+TEST_F(RealPlot, WithoutLabelsSymbolAndVectorAreDrawn) {
+  AddPlayer(512, 512).History.Append({512, 500});
   Display.REALLABELSVISIBLE = false;
+  Display.SHOWHISTORY = false;
   Draw();
-  EXPECT_EQ(Surface.Calls, (Calls{{"circle", {6000, 4500, 60}, 0x123456, 1}}));
+  EXPECT_EQ(Surface.Calls, (Calls{{"circle", {6000, 4500, 60}, 0x123456, 1},
+                                  {"line", {6000, 4500, 6000, 4500 - 40 * 15}, 0x123456, 1}}));
 }
 
 TEST_F(RealPlot, VectorPointsWhereThePlotMoves) {
@@ -62,7 +70,6 @@ TEST_F(RealPlot, VectorPointsWhereThePlotMoves) {
   Display.REALLABELSVISIBLE = false;
   Display.SHOWHISTORY = false;
   link::PlotRecord& plot = AddPlayer(512, 512);
-  plot.PosText = "0509.0000508.000";
   for (const Case& each : cases) {
     plot.History.Clear();
     plot.History.Append({each.fromX, each.fromY});
@@ -73,14 +80,30 @@ TEST_F(RealPlot, VectorPointsWhereThePlotMoves) {
   }
 }
 
-TEST_F(RealPlot, HasNoVectorBeforeItsSecondPosition) {
+TEST_F(RealPlot, AppearsWithItsSecondPosition) {
+  link::AddAWASCClient(test::ClientData("7", "Ann"), true, Plots);
+  struct Case {
+    const char* feet;
+    std::size_t plots;
+  };
+  for (const Case& each : {Case{"1600000", 0}, {"1610000", 1}, {"1620000", 1}}) {
+    link::GetAWACSPosData(test::PositionData("7", each.feet, each.feet, "20000"), 5000, Plots);
+    Surface.Calls.clear();
+    Draw();
+    EXPECT_EQ(Surface.Of("circle").size(), each.plots) << each.feet;
+    EXPECT_EQ(Surface.Of("print").size(), 5 * each.plots) << each.feet;
+    EXPECT_EQ(Surface.Of("line").size(), each.plots) << each.feet;
+  }
+}
+
+TEST_F(RealPlot, BeforeItsSecondPositionOnlyItsTrailIsDrawn) {
   link::PlotRecord& plot = AddPlayer(512, 512);
-  plot.History.Append({500, 500});
+  plot.History.Append({512, 511});
   for (const char* text : {"", "0000.0000000.000"}) {
     plot.PosText = text;
     Surface.Calls.clear();
     Draw();
-    EXPECT_TRUE(Surface.Of("line").empty()) << text;
+    EXPECT_EQ(Surface.Calls, (Calls{{"dot", {6000, 4515}, 0x123456}})) << text;
   }
 }
 

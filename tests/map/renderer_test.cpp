@@ -31,14 +31,14 @@ TEST_F(Renderer, PaintsFromTheBottomUpAndCapturesBeforeWhatMoves) {
   Plots.AIHistory.Append({512, 512, 1, 255});
   DrawMap(Scene(), Surface);
   EXPECT_EQ(Kinds(Surface.Calls), (std::vector<std::string>{"picture", "line", "circle", "capture", "circle", "print",
-                                                            "arc", "print", "dot"}));
+                                                            "line", "arc", "print", "dot"}));
   EXPECT_EQ(Surface.Calls[0], (SurfaceCall{"picture", {1024 - 800, 1024 - 600, 1600, 1200}}));
 }
 
 TEST_F(Renderer, RedrawRestoresAndPaintsOnlyWhatMoves) {
   AddPlayer(512, 512);
   RedrawPlots(Scene(), Surface);
-  EXPECT_EQ(Kinds(Surface.Calls), (std::vector<std::string>{"restore", "circle", "print"}));
+  EXPECT_EQ(Kinds(Surface.Calls), (std::vector<std::string>{"restore", "circle", "print", "line"}));
 }
 
 TEST_F(Renderer, BullseyeHasThreeRingsThatDoNotGrow) {
@@ -79,18 +79,23 @@ TEST_F(Renderer, GridBeginsWithHalfDegreesAndEndsWithWholeOnes) {
   }
 }
 
-TEST_F(Renderer, GridLinesRunNorthAndEastFromEachCrossing) {
-  Display.SHOWGRID_SEC = false;
+TEST_F(Renderer, GridLinesRunNorthAndEastFromEachCrossingOfHalfAndOfWholeDegrees) {
   DrawGrid(Scene(), Surface);
   const auto at = [&](double lat, double lon) {
     const Feet feet = FeetFromLatLong(Corner, lat, lon);
     return SurfaceFromMap(View, feet.X / 3279.98, feet.Y / 3279.98);
   };
+  const auto expectLines = [&](std::size_t first, double lat, double lon, base::Colour colour, int width) {
+    ASSERT_GT(Surface.Calls.size(), first + 1);
+    const Point from = at(lat, lon);
+    const Point north = at(lat + 1, lon);
+    const Point east = at(lat, lon + 1);
+    EXPECT_EQ(Surface.Calls[first], (SurfaceCall{"line", {from.X, from.Y, north.X, north.Y}, colour, width}));
+    EXPECT_EQ(Surface.Calls[first + 1], (SurfaceCall{"line", {from.X, from.Y, east.X, east.Y}, colour, width}));
+  };
+  expectLines(0, 33.5, 123.5, 14737632, 1);
+  expectLines(Surface.Calls.size() / 2, 33, 123, 0, 2);
   const Point crossing = at(33, 123);
-  const Point north = at(34, 123);
-  const Point east = at(33, 124);
-  EXPECT_EQ(Surface.Calls[0], (SurfaceCall{"line", {crossing.X, crossing.Y, north.X, north.Y}, 0, 2}));
-  EXPECT_EQ(Surface.Calls[1], (SurfaceCall{"line", {crossing.X, crossing.Y, east.X, east.Y}, 0, 2}));
   EXPECT_NEAR(crossing.X, 6000 - 7680, 0.1);  // the corner itself
   EXPECT_NEAR(crossing.Y, 4500 + 7680, 0.1);
 }
@@ -139,10 +144,18 @@ class FailingSurface : public test::RecordingSurface {
 };
 
 TEST_F(Renderer, AFaultInOneLayerLeavesTheOthers) {
+  // Lines fail: of the grid, of the player's vector, of the second AI plot.
   FailingSurface failing;
   AddPlayer(512, 512);
+  AddAI(500, 500, 0);
+  AddAI(500, 500, 1);
+  Plots.AIHistory.Append({512, 512, 1, 255});
   DrawMap(Scene(), failing);
-  EXPECT_EQ(Kinds(failing.Calls), (std::vector<std::string>{"picture", "circle", "capture", "circle", "print"}));
+  EXPECT_EQ(Kinds(failing.Calls),
+            (std::vector<std::string>{"picture", "circle", "capture", "circle", "print", "arc", "print", "dot"}));
+  failing.Calls.clear();
+  RedrawPlots(Scene(), failing);
+  EXPECT_EQ(Kinds(failing.Calls), (std::vector<std::string>{"restore", "circle", "print", "arc", "print", "dot"}));
 }
 
 }  // namespace

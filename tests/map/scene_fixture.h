@@ -23,11 +23,13 @@ struct SceneFixture {
             .Labels = {}};
   }
 
+  /// A player with his second position: he is shown.
   link::PlotRecord& AddPlayer(double x, double y) {
     link::PlotRecord& plot = Plots.Clients.Append({});
     plot.Id = plot.ClientId = 7;
     plot.X = x;
     plot.Y = y;
+    plot.PosText = "0512.0000500.000";
     plot.Color = 0x123456;
     plot.Label = "Viper11";
     plot.Name = "Ann";

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "base/temp_folder.h"
+#include "link/plot_feed.h"
 #include "sample-theater/facts.h"
 #include "tape/reader.h"
 
@@ -56,7 +58,8 @@ TEST_F(DemoTape, HoldsFiveMinutesOfTheSampleTheatersSession) {
     longest = std::max(longest, client.History.UpperBound());
     EXPECT_TRUE(std::isfinite(client.X) && client.X >= 0 && client.X <= 1024) << client.Name;
   }
-  EXPECT_EQ(longest, static_cast<std::size_t>(Records)) << "one who flies from the first to the last record";
+  EXPECT_EQ(longest, static_cast<std::size_t>(Records) + 1) << "one who flies from before the first record to the last";
+  EXPECT_TRUE(std::ranges::any_of(first.Clients.Live(), link::HasShownPosition)) << "the first record shows no player";
 }
 
 }  // namespace

@@ -83,6 +83,7 @@ class Controller {
 void WriteDemoTape(const std::filesystem::path& file) {
   Controller controller;
   for (int second = 0; second < Before; second += PeriodS) controller.Step(PeriodS);
+  controller.Cycle();  // players are shown from their second position on
   tape::TapeHeader header;
   header.SyncInterval = PeriodS * 1000;
   header.BullX = controller.Bullseye().X;
