@@ -66,7 +66,11 @@ ToolWindows::ToolWindows(core::Program& program, QWidget* owner) : station(progr
   for (const ToolEntry& entry : ToolEntries()) {
     std::unique_ptr<ToolFrm> window = MakeWindow(program, entry, owner);
     connect(window.get(), &ToolFrm::CloseAsked, this, [this, which = entry.Which] { Q_EMIT CloseAsked(which); });
-    connect(window.get(), &ToolFrm::CaptionPressed, this, &ToolWindows::RaiseToolWindows);
+    connect(window.get(), &ToolFrm::CaptionPressed, this, [this, pressed = window.get()] {
+      RaiseToolWindows();
+      // The one in the hand goes over its neighbours.
+      pressed->raise();
+    });
     windows[static_cast<std::size_t>(entry.Which)] = std::move(window);
   }
   connect(qApp, &QGuiApplication::screenRemoved, this, &ToolWindows::BringIntoView, Qt::QueuedConnection);
@@ -135,9 +139,12 @@ void ToolWindows::ResetPositions() {
   const std::vector<ToolFrm*> ordered = InButtonOrder();
   const QRect around = frame->frameGeometry();
   const core::WindowPlace first{Units(around.left()) + Step.X, Units(around.top()) + Step.Y};
-  const std::vector<core::WindowPlace> places = core::Cascade(first, SizesOf(ordered), Units(around.bottom() + 1));
+  const QRect screen = frame->screen()->availableGeometry();
+  const core::WindowArea area{Units(screen.left()), Units(screen.top()), Units(screen.right() + 1),
+                              Units(screen.bottom() + 1)};
+  const std::vector<core::WindowPlace> places =
+      core::Cascade(first, SizesOf(ordered), Units(around.bottom() + 1), area);
   for (std::size_t index = 0; index < places.size(); ++index) ordered[index]->MoveTo(Pixels(places[index]));
-  BringIntoView();
   RaiseToolWindows();
 }
 

@@ -3,7 +3,6 @@
 #include <QDialog>
 #include <QLayout>
 #include <QScreen>
-#include <QSignalSpy>
 #include <QSlider>
 #include <QToolButton>
 #include <algorithm>
@@ -18,6 +17,16 @@ namespace kestrel::shell {
 namespace {
 
 using core::ToolWindow;
+
+/// The windows that it watches, in the order in which they are raised.
+class RaiseLog final : public QObject {
+ public:
+  QList<QObject*> InOrder;
+  bool eventFilter(QObject* window, QEvent* event) override {
+    if (event->type() == QEvent::ZOrderChange) InOrder << window;
+    return false;
+  }
+};
 
 class FloatingWindows : public StationTest {
  protected:
@@ -36,6 +45,9 @@ class FloatingWindows : public StationTest {
     auto* part = Window(which).findChild<Widget*>(QString::fromLatin1(name));
     EXPECT_NE(part, nullptr) << name;
     return *part;
+  }
+  QImage IconOf(ToolWindow which, const char* button) {
+    return Part(which, button).icon().pixmap(Part(which, button).iconSize()).toImage();
   }
   QRect Placed(ToolWindow which) { return {Window(which).pos(), Window(which).size()}; }
   /// The least width of the strip at which its lamps keep their words.
@@ -127,10 +139,15 @@ TEST_F(FloatingWindows, RollButtonKeepsWhatItDid) {
   EXPECT_TRUE(Window(ToolWindow::Areas).Expanded());
   EXPECT_FALSE(State(ToolWindow::Areas).Minimized);
   EXPECT_EQ(Part(ToolWindow::Areas, "CMD1").toolTip(), QStringLiteral("Roll up"));
+  const QImage collapse = IconOf(ToolWindow::Areas, "CMD1");
+  EXPECT_EQ(collapse, LineIcon(IconKind::RollUp).pixmap(Part(ToolWindow::Areas, "CMD1").iconSize()).toImage());
   QTest::mouseClick(&Part(ToolWindow::Areas, "CMD1"), Qt::LeftButton);
   EXPECT_FALSE(Window(ToolWindow::Areas).Expanded());
   EXPECT_TRUE(State(ToolWindow::Areas).Minimized);
   EXPECT_EQ(Part(ToolWindow::Areas, "CMD1").toolTip(), QStringLiteral("Roll down"));
+  const QImage expand = IconOf(ToolWindow::Areas, "CMD1");
+  EXPECT_EQ(expand, LineIcon(IconKind::RollDown).pixmap(Part(ToolWindow::Areas, "CMD1").iconSize()).toImage());
+  EXPECT_NE(expand, collapse);
 }
 
 TEST_F(FloatingWindows, CloseButtonUnticksTheStatusButtonAndTheMenuEntry) {
@@ -184,6 +201,26 @@ TEST_F(FloatingWindows, StatusButtonsAndLampsKeepTheirOrderFromTheLeft) {
     EXPECT_GT(part->mapTo(&Frame().Strip(), QPoint(0, 0)).x(), last) << name;
     last = part->mapTo(&Frame().Strip(), QPoint(0, 0)).x();
   }
+}
+
+TEST_F(FloatingWindows, WiderFrameMovesTheReadOutsWithItsRightSideAndNothingElse) {
+  Start();
+  StatusStrip& strip = Frame().Strip();
+  const auto part = [&strip](const char* name) { return strip.findChild<QWidget*>(QString::fromLatin1(name)); };
+  const auto fromTheRight = [&](const char* name) { return strip.width() - part(name)->geometry().right(); };
+  constexpr const char* fixed[] = {"chkClients", "chkFreq", "StatPic_Conn", "StatPic_Guard"};
+  constexpr const char* readOuts[] = {"lblPosition", "lblZoom", "lblLat", "lblLong", "lblElevation"};
+  std::vector<std::vector<int>> places;
+  for (const int width : {1280, 1500}) {
+    Frame().resize(width, 700);
+    ASSERT_TRUE(QTest::qWaitFor([&strip, width] { return strip.width() > width - 40; }));
+    strip.layout()->activate();
+    std::vector<int>& at = places.emplace_back();
+    for (const char* name : fixed) at.push_back(part(name)->x());
+    for (const char* name : readOuts) at.push_back(fromTheRight(name));
+  }
+  EXPECT_EQ(places[0], places[1]);
+  EXPECT_LT(fromTheRight("lblElevation"), 20) << "the last one ends at the right side";
 }
 
 TEST_F(FloatingWindows, NarrowFrameGivesUpReadOutsAndDrawsNoMap) {
@@ -336,11 +373,20 @@ TEST_F(FloatingWindows, OnlyTheLeftButtonDrags) {
   QTest::mouseRelease(&caption, Qt::RightButton, {}, QPoint(10, 10));
 }
 
-TEST_F(FloatingWindows, PressedCaptionBringsAllToTheFront) {
+TEST_F(FloatingWindows, PressedCaptionBringsAllToTheFrontAndItsOwnOverTheOthers) {
   Start();
-  QSignalSpy pressed(&Window(ToolWindow::Bulls), &ToolFrm::CaptionPressed);
-  QTest::mousePress(&Part<QLabel>(ToolWindow::Bulls, "Label1"), Qt::LeftButton);
-  EXPECT_EQ(pressed.count(), 1);
+  for (const ToolWindow which : {ToolWindow::Clients, ToolWindow::Bulls, ToolWindow::Freq}) {
+    SCOPED_TRACE(qPrintable(Window(which).objectName()));
+    RaiseLog raised;
+    for (const ToolEntry& each : ToolEntries()) Window(each.Which).installEventFilter(&raised);
+    QTest::mousePress(&Part<QLabel>(which, "Label1"), Qt::LeftButton);
+    QTest::mouseRelease(&Part<QLabel>(which, "Label1"), Qt::LeftButton);
+    for (const ToolEntry& each : ToolEntries()) {
+      EXPECT_TRUE(raised.InOrder.contains(&Window(each.Which))) << each.Window;
+    }
+    ASSERT_FALSE(raised.InOrder.isEmpty());
+    EXPECT_EQ(raised.InOrder.back(), &Window(which));
+  }
 }
 
 TEST_F(FloatingWindows, PlaceThatIsNotTouchedIsSavedToTheUnit) {
@@ -387,6 +433,21 @@ TEST_F(FloatingWindows, ResetPositionsMakesACascadeFromTheFrame) {
   ExpectNoneOverlaps();
   for (const ToolEntry& each : ToolEntries()) EXPECT_LE(Placed(each.Which).bottom(), frame.bottom()) << each.Window;
   EXPECT_FALSE(Window(ToolWindow::Rec).isVisible()) << "a place is not a showing";
+}
+
+TEST_F(FloatingWindows, ResetPositionsKeepsEachWholeOnTheScreenThoughAllAreRolledDown) {
+  QByteArray rolledDown;
+  for (const char* prefix : {"CLIENTS", "VIEW", "BULL", "CURSOR", "AREAS", "REC", "MINIMAP", "FREQ"}) {
+    rolledDown += QByteArray(prefix) + "FORMX=1500\r\n" + prefix + "FORMMIN=0\r\n";
+  }
+  StartWith(rolledDown);
+  Action("mnuResetFloating").trigger();
+  const QRect screen = Frame().screen()->availableGeometry();
+  for (const ToolEntry& each : ToolEntries()) {
+    ASSERT_TRUE(Window(each.Which).Expanded()) << each.Window;
+    EXPECT_TRUE(screen.contains(Placed(each.Which))) << each.Window;
+    EXPECT_EQ(State(each.Which).X, Window(each.Which).pos().x() * 15) << each.Window;
+  }
 }
 
 TEST_F(FloatingWindows, DialogTakesThemAwayAndBringsBackThoseThatWereThere) {
