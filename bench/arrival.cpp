@@ -63,6 +63,7 @@ class TextSocket final : public link::Socket {
     return count;
   }
   void Close() override {}
+  void Drop() override {}
   void Arrive(std::string_view bytes) {
     left = bytes;
     events->OnDataArrival();

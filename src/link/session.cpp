@@ -79,9 +79,11 @@ void Session::ConnectToEntry(std::size_t index) {
     CloseSocket();
     ConnectionEnd();
   } else if (session.Connected) {
-    ConnectionEnd();  // what a change of the port has left standing
+    // A change of the port has left the former session standing, and from the next connect on its end is not told any
+    // more: nothing else would empty the tables before the new session fills them.
+    ConnectionEnd();
   }
-  if (socket.State() == SocketState::Closed) socket.Connect(host, settings.CONNPORT);
+  Call(host);
 }
 
 void Session::ConnectTo(const std::string& host) {
@@ -93,11 +95,13 @@ void Session::ConnectTo(const std::string& host) {
   }
   ConnectionEnd();
   desktop.LetEventsRun();
-  if (socket.State() == SocketState::Closed) socket.Connect(host, settings.CONNPORT);
+  Call(host);
 }
 
 void Session::DropSocket() {
-  if (socket.State() != SocketState::Closed) CloseSocket();
+  if (socket.State() == SocketState::Closed) return;
+  socket.Drop();
+  ForgetEvents();
 }
 
 void Session::Leave() {
@@ -177,8 +181,18 @@ void Session::EndConnection() {
 
 void Session::CloseSocket() {
   socket.Close();
+  ForgetEvents();
+}
+
+void Session::ForgetEvents() {
   waiting.clear();
   ++closes;
+}
+
+void Session::Call(const std::string& host) {
+  if (socket.State() != SocketState::Closed) return;
+  waiting.clear();  // the end of a dropped connection may wait: it is not the new one's
+  socket.Connect(host, settings.CONNPORT);
 }
 
 void Session::DataArrival() {

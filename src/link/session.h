@@ -66,9 +66,9 @@ class Session final : public SocketEvents {
   void ConnectToEntry(std::size_t index);
   /// Leaves the present server if any and connects to `host` at CONNPORT.
   void ConnectTo(const std::string& host);
-  /// Closes the socket and nothing else, when the port is changed: neither AWAEND nor ConnectionEnd. No event of that
-  /// connection follows, so the tables, the caption and Disconnect stay as they are until the next connect or
-  /// Disconnect clears them: this stands.
+  /// Closes the socket and nothing else, when the port is changed: neither AWAEND nor ConnectionEnd. The tables, the
+  /// caption and Disconnect stay as they are until the peer ends its side, or the next connect or Disconnect comes:
+  /// this stands.
   void DropSocket();
   /// On the unload of the map window: AWAEND when the socket is not closed, pending events, close.
   void Leave();
@@ -97,6 +97,8 @@ class Session final : public SocketEvents {
   void ConnectionStart();
   void EndConnection();
   void CloseSocket();
+  void ForgetEvents();
+  void Call(const std::string& host);
   void DataArrival();
   void HandleWhole();
   void Dispatch(const CommandEntry& entry);

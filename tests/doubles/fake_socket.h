@@ -17,6 +17,7 @@ class FakeSocket final : public link::Socket {
   void SetEvents(link::SocketEvents* receiver) override { events = receiver; }
   link::SocketState State() const override { return state; }
   void Connect(const std::string& host, std::int32_t port) override {
+    dropped = false;
     Host = host;
     Port = port;
     ++Connects;
@@ -40,11 +41,17 @@ class FakeSocket final : public link::Socket {
   void Close() override {
     if (state != link::SocketState::Closed) Log.push_back("close");
     state = link::SocketState::Closed;
+    dropped = false;
     waiting.clear();
     taken = 0;
   }
+  void Drop() override {
+    const bool stood = state == link::SocketState::Connected;
+    Close();
+    dropped = stood;
+  }
 
-  // The peer's side. Nothing reaches a closed socket.
+  // The peer's side. Nothing reaches a closed socket, but for the peer's end of a dropped connection.
   void Accept() {
     if (state != link::SocketState::Connecting) return;
     state = link::SocketState::Connected;
@@ -56,8 +63,13 @@ class FakeSocket final : public link::Socket {
     if (events) events->OnDataArrival();
   }
   void PeerCloses() {
-    if (state != link::SocketState::Connected) return;
-    state = link::SocketState::Closing;
+    if (dropped) {
+      dropped = false;
+    } else if (state != link::SocketState::Connected) {
+      return;
+    } else {
+      state = link::SocketState::Closing;
+    }
     if (events) events->OnClose();
   }
   void Fail(const std::string& description) {
@@ -76,6 +88,7 @@ class FakeSocket final : public link::Socket {
  private:
   link::SocketEvents* events = nullptr;
   link::SocketState state = link::SocketState::Closed;
+  bool dropped = false;  ///< the peer of a dropped connection has not ended it yet
   std::string waiting;
   std::size_t taken = 0;
 };

@@ -497,54 +497,6 @@ TEST_F(SessionTest, LeavingAtTheEndSaysSoOnce) {
   EXPECT_EQ(socket.Log.size(), 4u);
 }
 
-TEST_F(SessionTest, ChangedPortClosesTheSocketAndLeavesTheTablesAsTheyAre) {
-  Connect();
-  socket.Arrive(Message("NEWCLT", ClientData("5", "Smith")));
-  socket.Log.clear();
-  session.DropSocket();
-  EXPECT_EQ(socket.Log, (Lines{"close"})) << "neither AWAEND nor anything else is sent";
-  EXPECT_TRUE(state.Connected);
-  EXPECT_EQ(FrameCaption(state), ProgramTitle() + " - BLUE CHANNEL");
-  EXPECT_EQ(tables.Clients.UpperBound(), 1u);
-  session.DropSocket();
-  EXPECT_EQ(socket.Log.size(), 1u);
-}
-
-TEST_F(SessionTest, WhatAChangedPortLeftIsClearedByWhateverComesNext) {
-  options.ConnList.Append({"Home", "10.0.0.1"});
-  const std::vector<std::pair<std::string, std::function<void()>>> ways = {
-      {"phonebook", [this] { session.ConnectToEntry(1); }},
-      {"typed address", [this] { session.ConnectTo("10.0.0.1"); }},
-      {"Disconnect", [this] { session.Disconnect(); }},
-  };
-  for (const auto& [name, way] : ways) {
-    SCOPED_TRACE(name);
-    options.CONNPORT = 5556;
-    Connect();
-    socket.Arrive(Message("NEWCLT", ClientData("5", "Smith")));
-    session.DropSocket();
-    options.CONNPORT = 7000;
-    socket.Sent.clear();
-    way();
-    EXPECT_EQ(socket.Sent, "") << "the former server is told nothing any more";
-    EXPECT_FALSE(state.Connected);
-    EXPECT_TRUE(tables.Clients.Empty());
-    EXPECT_EQ(FrameCaption(state), ProgramTitle());
-    socket.Accept();
-    EXPECT_EQ(socket.Port, name == "Disconnect" ? 5556 : 7000);
-    session.Disconnect();
-  }
-}
-
-TEST_F(SessionTest, ChangedPortEndsAnAttemptToConnect) {
-  session.ConnectTo("10.0.0.1");
-  session.DropSocket();
-  EXPECT_EQ(socket.State(), SocketState::Closed);
-  EXPECT_FALSE(state.Connected);
-  session.DropSocket();
-  EXPECT_EQ(socket.Log, (Lines{"connect 10.0.0.1:5556", "close"}));
-}
-
 TEST_F(SessionTest, TheHostHearsOfEachSynchronisationInItsPlaceAmongTheMessages) {
   Connect();
   std::vector<std::pair<std::size_t, std::int32_t>> seen;

@@ -85,6 +85,11 @@ void QtSocket::Listen() {
     Told(connection, "Socket data arrival", [this] { events->OnDataArrival(); });
   };
   const auto onError = [this, socket, connection](QAbstractSocket::SocketError error) {
+    if (connection == dropped) {
+      dropped = 0;
+      Told(present, "Socket end", [this] { events->OnClose(); });
+      return;
+    }
     Told(connection, "Socket end", [this, socket, error] {
       state = link::SocketState::Closing;
       if (error == QAbstractSocket::RemoteHostClosedError) {
@@ -117,9 +122,16 @@ std::size_t QtSocket::Read(std::string& to, std::size_t limit) {
   return taken;
 }
 
+void QtSocket::Drop() {
+  const std::uint64_t connection = state == link::SocketState::Connected ? present : 0;
+  Close();
+  dropped = connection;
+}
+
 void QtSocket::Close() {
   state = link::SocketState::Closed;
   ++present;
+  dropped = 0;
   std::erase_if(leaving, [](const QPointer<QTcpSocket>& old) { return old.isNull(); });
   if (!tcp) return;
   QTcpSocket* old = tcp.release();
@@ -129,7 +141,8 @@ void QtSocket::Close() {
     leaving.emplace_back(old);
     return;
   }
-  QObject::connect(old, &QTcpSocket::disconnected, old, &QObject::deleteLater);
+  // Queued, so behind the peer's end, which is still told of a dropped connection.
+  QObject::connect(old, &QTcpSocket::disconnected, old, &QObject::deleteLater, Qt::QueuedConnection);
   QObject::connect(old, &QTcpSocket::readyRead, old, [old] { old->readAll(); });
   QObject::connect(old, &QTcpSocket::bytesWritten, old, [old] {
     if (old->bytesToWrite() == 0) EndSending(*old);

@@ -12,12 +12,12 @@ namespace kestrel::shell {
 
 /// The session's TCP socket. Events are told from the event loop only, so that no Socket call is answered from within.
 /// A connection that is closed is handed over to finish by itself: what was sent still leaves, nothing of it is told
-/// any more.
+/// any more, but for the peer's end of one that was dropped.
 class QtSocket final : public link::Socket {
  public:
   /// Bytes that wait unread in the program; beyond it TCP slows the peer down.
   static constexpr qint64 ReadLimit = 1 << 20;
-  /// A handed-over connection that the peer does not end is cut after this time, milliseconds.
+  /// A handed-over connection that the peer does not end is cut after this time, milliseconds; the cut is not told.
   static constexpr int LingerMs = 3000;
   /// At the end of the program this long is waited in all for sent bytes to leave, milliseconds.
   static constexpr int FarewellMs = 500;
@@ -32,6 +32,7 @@ class QtSocket final : public link::Socket {
   void Send(std::string_view bytes) override;
   std::size_t Read(std::string& to, std::size_t limit) override;
   void Close() override;
+  void Drop() override;
 
  private:
   void Listen();
@@ -44,6 +45,7 @@ class QtSocket final : public link::Socket {
   link::SocketState state = link::SocketState::Closed;
   std::unique_ptr<QTcpSocket> tcp;
   std::uint64_t present = 0;  ///< number of the present connection: what is still queued of an older one is not told
+  std::uint64_t dropped = 0;  ///< number of the connection whose peer's end is still told, 0 for none
   std::vector<QPointer<QTcpSocket>> leaving;
 };
 

@@ -179,6 +179,42 @@ TEST_F(Socket, CloseSendsEverythingAndTellsNothingMore) {
   EXPECT_EQ(told, "connect ");
 }
 
+TEST_F(Socket, OfADroppedConnectionOnlyThePeersEndIsTold) {
+  // The peer takes the call when it is told to, and ends its side as soon as it sees ours ended.
+  server.pauseAccepting();
+  socket->Connect("127.0.0.1", server.serverPort());
+  ASSERT_TRUE(QTest::qWaitFor([this] { return socket->State() == SocketState::Connected; }));
+  socket->Drop();
+  EXPECT_EQ(socket->State(), SocketState::Closed);
+  QTest::qWait(50);
+  EXPECT_EQ(told, "connect ");
+  server.resumeAccepting();
+  ASSERT_TRUE(QTest::qWaitFor([this] { return told == "connect close "; })) << told;
+  EXPECT_EQ(socket->State(), SocketState::Closed);
+}
+
+TEST_F(Socket, EndOfADroppedConnectionIsNotToldOnceAnotherWasCalledOrClosed) {
+  for (const bool again : {false, true}) {
+    server.pauseAccepting();
+    told.clear();
+    socket->Connect("127.0.0.1", server.serverPort());
+    ASSERT_TRUE(QTest::qWaitFor([this] { return socket->State() == SocketState::Connected; }));
+    socket->Drop();
+    if (again) {
+      socket->Connect("127.0.0.1", server.serverPort());
+    } else {
+      socket->Close();
+    }
+    server.resumeAccepting();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return server.hasPendingConnections(); }));
+    const QTcpSocket& peer = *server.nextPendingConnection();
+    ASSERT_TRUE(QTest::qWaitFor([&peer] { return peer.state() == QAbstractSocket::UnconnectedState; }));
+    QTest::qWait(50);
+    EXPECT_EQ(told, again ? "connect connect " : "connect ");
+    socket->Close();
+  }
+}
+
 TEST_F(Socket, EventsOfAClosedConnectionAreNotTold) {
   QTcpSocket& peer = Connected();
   peer.write("late");
