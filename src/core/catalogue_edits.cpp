@@ -101,7 +101,9 @@ bool DeleteTheater(Program& program, std::size_t row) {
   }
   const std::string name = catalogue.Theaters[row].DisplayName;
   if (!IsSure(program, title, "Are you sure you want to delete the " + name + " Theater?")) return false;
-  theaters::RemoveTheater(catalogue, row, TheatersFolder(program.State));
+  for (const std::string& file : theaters::RemoveTheater(catalogue, row, TheatersFolder(program.State))) {
+    program.Log.LogLine("The file " + file + " of the deleted theater " + name + " could not be deleted");
+  }
   program.Shown.Refresh(base::Changed::NameMenus);
   return true;
 }

@@ -3,7 +3,6 @@
 #include <string>
 #include <utility>
 
-#include "base/failure.h"
 #include "core/settings.h"
 #include "link/phonebook.h"
 
@@ -18,21 +17,20 @@ constexpr std::string_view ReplaceNameText =
     "name (selecting No won't add the entry in phonebook)?";
 
 /// Saves by `save`; what cannot be saved is told in a box and stays in memory.
-template <class Save>
-void SaveOrTell(Program& program, std::string_view what, Save save) {
+void SaveOrTell(Program& program, void (*save)(const Station&)) {
   try {
     save(program.State);
-  } catch (const base::RuntimeFailure& failure) {
+  } catch (const SaveFailure& failure) {
     program.Log.LogLine(failure.what());
     program.Desk.Message(link::ProgramTitle(),
-                         "The " + std::string(what) + " could not be saved: " + failure.what() + ".",
+                         "The " + std::string(failure.What) + " could not be saved: " + failure.what() + ".",
                          base::MessageIcon::Exclamation);
   }
 }
 
 void KeepPhonebook(Program& program) {
   program.Shown.Refresh(base::Changed::ConnectionMenus);
-  SaveOrTell(program, "phonebook", [](const Station& station) { SaveConnList(station); });
+  SaveOrTell(program, SaveConnList);
 }
 
 /// Asks whether `kept` takes the typed value; false on Cancel.
@@ -76,7 +74,7 @@ void ReplaceEntry(Program& program, std::size_t index, link::ConnEntry entry) {
 
 void ChangeConnPort(Program& program, std::int32_t port) {
   program.State.LinkOptions.CONNPORT = port;
-  SaveOrTell(program, "settings", [](const Station& station) { SaveVars(station); });
+  SaveOrTell(program, SaveVars);
   program.Link.DropSocket();
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "base/numbers.h"
+#include "core/settings.h"
 #include "version.h"
 
 namespace kestrel::core {
@@ -48,16 +49,20 @@ bool Main(Program& program) {
 }
 
 void Close(Program& program) {
+  const auto tell = [&program](const std::string& what, const std::exception& failure) {
+    // The message about saving would lie over the box.
+    program.Shown.ShowSavingMessage(false);
+    program.Desk.Message(link::ProgramTitle(),
+                         "The station could not " + what + ": " + failure.what() + ".\n\nThe closing goes on.",
+                         base::MessageIcon::Exclamation);
+  };
   for (const Step& step : StopSteps()) {
     try {
       if (step.Run) step.Run(program);
+    } catch (const SaveFailure& failure) {
+      tell("save the " + std::string(failure.What), failure);
     } catch (const std::exception& failure) {
-      // The message about saving would lie over the box.
-      program.Shown.ShowSavingMessage(false);
-      program.Desk.Message(
-          link::ProgramTitle(),
-          "The station could not " + std::string(step.What) + ": " + failure.what() + ".\n\nThe closing goes on.",
-          base::MessageIcon::Exclamation);
+      tell(std::string(step.What), failure);
     }
   }
 }

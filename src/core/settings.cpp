@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <exception>
 #include <limits>
+#include <optional>
 #include <type_traits>
 
 #include "base/failure.h"
@@ -220,31 +221,35 @@ void LoadSavedVars(Station& station) {
 }
 
 void SaveVars(const Station& station) {
-  std::string firstFailure;
-  const auto attempt = [&](auto save) {
+  std::optional<SaveFailure> firstFailure;
+  const auto attempt = [&](std::string_view what, auto save) {
     try {
       save();
     } catch (const std::exception& failure) {
-      if (firstFailure.empty()) firstFailure = failure.what();
+      if (!firstFailure) firstFailure.emplace(what, failure.what());
     }
   };
   // The theater files first, so that the main file never names one that is not there yet.
   for (const theaters::Theater& theater : station.Catalogue.Theaters.Live()) {
-    attempt([&] {
+    attempt("settings", [&] {
       theaters::WriteTheaterFile(theater, Banner("Theater")).Save(TheaterPath(station, theater.TheaterFile));
     });
   }
-  attempt([&] { MainFile(station).Save(IniFile(station)); });
-  attempt([&] { SaveViewShorts(station); });
-  if (!firstFailure.empty()) throw base::RuntimeFailure(firstFailure);
+  attempt("settings", [&] { MainFile(station).Save(IniFile(station)); });
+  attempt("kept views", [&] { SaveViewShorts(station); });
+  if (firstFailure) throw *firstFailure;
 }
 
 void SaveConnList(const Station& station) {
-  base::ProfileFile ini = base::ProfileFile::Load(IniFile(station));
-  ini.WriteIniValue("CONNLIST", "NUM",
-                    base::FormatInvariant(static_cast<double>(station.LinkOptions.ConnList.UpperBound()), "0"));
-  WritePhonebook(station.LinkOptions, ini);
-  ini.Save(IniFile(station));
+  try {
+    base::ProfileFile ini = base::ProfileFile::Load(IniFile(station));
+    ini.WriteIniValue("CONNLIST", "NUM",
+                      base::FormatInvariant(static_cast<double>(station.LinkOptions.ConnList.UpperBound()), "0"));
+    WritePhonebook(station.LinkOptions, ini);
+    ini.Save(IniFile(station));
+  } catch (const base::RuntimeFailure& failure) {
+    throw SaveFailure("phonebook", failure.what());
+  }
 }
 
 }  // namespace kestrel::core

@@ -85,11 +85,12 @@ struct FormerTheater {
 void SaveEverything(Program& program) {
   try {
     SaveVars(program.State);
-  } catch (const base::RuntimeFailure& failure) {
+  } catch (const SaveFailure& failure) {
     program.Log.LogLine(failure.what());
     if (program.State.FolderReadOnly) return;
     program.Shown.ShowSavingMessage(false);
-    program.Desk.Message(link::ProgramTitle(), std::string("The settings could not be saved: ") + failure.what() + ".",
+    program.Desk.Message(link::ProgramTitle(),
+                         "The " + std::string(failure.What) + " could not be saved: " + failure.what() + ".",
                          base::MessageIcon::Exclamation);
   }
 }

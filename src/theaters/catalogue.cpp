@@ -1,7 +1,10 @@
 #include "theaters/catalogue.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <numeric>
+#include <set>
 #include <utility>
 
 #include "base/files.h"
@@ -22,10 +25,33 @@ bool MendExtent(double& extent) {
   return true;
 }
 
+bool IsSlash(char letter) { return letter == '/' || letter == '\\'; }
+
+/// What no file name may hold on one system or the other.
+bool IsForbidden(char letter) {
+  return static_cast<unsigned char>(letter) < ' ' ||
+         std::string_view("\"|><?*:").find(letter) != std::string_view::npos;
+}
+
+/// The steps of a name with either slash, without those that lead nowhere.
+std::vector<std::string> StepsOf(std::string_view name) {
+  std::string slashed(name);
+  std::replace(slashed.begin(), slashed.end(), '\\', '/');
+  std::vector<std::string> steps;
+  for (const std::string_view step : base::Split(slashed, '/')) {
+    if (!step.empty() && step != ".") steps.emplace_back(step);
+  }
+  return steps;
+}
+
 /// A file of the theater is deleted only when its name stays in the folder: settings files come from anywhere.
-bool IsRelative(std::string_view name) {
-  return !name.empty() && name.find(':') == std::string_view::npos && name.front() != '/' && name.front() != '\\' &&
-         name.find("..") == std::string_view::npos;
+bool StaysBelow(std::string_view name) {
+  if (name.empty() || IsSlash(name.front()) || name.find(':') != std::string_view::npos ||
+      name.find('\0') != std::string_view::npos) {
+    return false;
+  }
+  const std::vector<std::string> steps = StepsOf(name);
+  return std::find(steps.begin(), steps.end(), "..") == steps.end();
 }
 
 /// Such a name opens a device whatever follows a point behind it.
@@ -37,10 +63,24 @@ bool IsDevice(std::string_view name) {
   return stem.size() == 4 && (stem.starts_with("com") || stem.starts_with("lpt")) && stem[3] >= '1' && stem[3] <= '9';
 }
 
-void DeleteBelow(const std::filesystem::path& folder, std::string_view name) {
-  if (!IsRelative(name)) return;
-  const std::filesystem::path path = base::FindFile(folder, name);
-  if (base::FileExists(path)) base::DeleteFile(path);
+/// The names of a theater's files, in the order of deletion.
+std::vector<std::string> FilesOf(const Theater& theater) {
+  std::vector<std::string> names = {theater.TheaterFile, theater.Pic};
+  for (const std::string_view end : DataFileEnds) names.push_back(DataFile(theater, end));
+  return names;
+}
+
+/// What two names of one file have in common, whatever their case and slashes.
+std::string FileKey(std::string_view name) {
+  std::vector<std::string> way;
+  for (const std::string& step : StepsOf(name)) {
+    if (step == ".." && !way.empty()) {
+      way.pop_back();
+    } else {
+      way.push_back('/' + base::Lower(step));
+    }
+  }
+  return std::accumulate(way.begin(), way.end(), std::string());
 }
 
 }  // namespace
@@ -66,13 +106,22 @@ bool MendTheater(Theater& theater) {
   return changed;
 }
 
-std::string DataFile(const Theater& theater, std::string_view end) { return theater.Name + std::string(end); }
+std::string DataFile(const Theater& theater, std::string_view end) {
+  std::string name = theater.Name + std::string(end);
+  std::replace_if(name.begin(), name.end(), IsForbidden, '_');
+  if (!name.empty() && IsSlash(name.front())) name.front() = '_';
+  for (auto at = name.find(".."); at != std::string::npos; at = name.find("..", at + 1)) {
+    const bool begins = at == 0 || IsSlash(name[at - 1]);
+    const bool ends = at + 2 == name.size() || IsSlash(name[at + 2]);
+    if (begins && ends) name.replace(at, 2, "_");
+  }
+  return name;
+}
 
 std::string CleanFileName(std::string_view name) {
   std::string clean;
   for (const char c : name) {
-    const bool prints = static_cast<unsigned char>(c) >= ' ';
-    if (prints && std::string_view("\"|><?*:\\/").find(c) == std::string_view::npos) clean += c;
+    if (!IsForbidden(c) && !IsSlash(c)) clean += c;
   }
   if (clean.empty()) return "New";
   return IsDevice(clean) ? clean + "_" : clean;
@@ -141,15 +190,23 @@ void RemoveBullseye(Theater& theater, std::size_t row) {
   theater.Bulls.Remove(row);
 }
 
-void RemoveTheater(Catalogue& catalogue, std::size_t row, const std::filesystem::path& folder) {
+std::vector<std::string> RemoveTheater(Catalogue& catalogue, std::size_t row, const std::filesystem::path& folder) {
   if (catalogue.CurrentTheater > 0 && static_cast<std::size_t>(catalogue.CurrentTheater) > row) {
     --catalogue.CurrentTheater;
   }
   const Theater removed = std::move(catalogue.Theaters[row]);
   catalogue.Theaters.Remove(row);
-  DeleteBelow(folder, removed.TheaterFile);
-  DeleteBelow(folder, removed.Pic);
-  for (const std::string_view end : DataFileEnds) DeleteBelow(folder, DataFile(removed, end));
+  std::set<std::string> inUse;
+  for (const Theater& theater : catalogue.Theaters.Live()) {
+    for (const std::string& name : FilesOf(theater)) inUse.insert(FileKey(name));
+  }
+  std::vector<std::string> left;
+  for (const std::string& name : FilesOf(removed)) {
+    if (!StaysBelow(name) || inUse.contains(FileKey(name))) continue;
+    const std::filesystem::path path = base::FindFile(folder, name);
+    if (base::FileExists(path) && !base::DeleteFile(path)) left.push_back(name);
+  }
+  return left;
 }
 
 }  // namespace kestrel::theaters

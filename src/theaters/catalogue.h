@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "theaters/theater.h"
 
@@ -28,7 +29,9 @@ bool MendTheater(Theater& theater);
 /// The data files beside the theater's settings file and picture, by what follows "<Name>": the order of deletion.
 inline constexpr std::array<std::string_view, 4> DataFileEnds = {"_Areas.dat", "_Elevation.dat", "_ViewShort.dat",
                                                                  "_Frequencies.dat"};
-/// `<Name>` + `end`, relative to Theaters. `Name` as it stands: a "/" in it makes a folder step.
+/// The one way from a theater's Name to a data file: `<Name>` + `end`, relative to Theaters. `Name` as it stands, so
+/// that a "/" in it makes a folder step; but what no file name may hold (double quote | > < ? * : and what does not
+/// print), a slash at the beginning and a step ".." become "_".
 std::string DataFile(const Theater& theater, std::string_view end);
 
 /// `name` without the characters that no file name may hold (double quote | > < ? * : \ / and what does not print);
@@ -74,7 +77,8 @@ void AddBullseye(Theater& theater, Bullseye bullseye);
 void RemoveBullseye(Theater& theater, std::size_t row);
 /// Takes out theater `row`, which is not the current one; a CurrentTheater above it goes down by one. Its files in
 /// `folder` (settings file, picture, data files, in this order) are deleted where they exist; a name that leaves
-/// `folder` is left alone.
-void RemoveTheater(Catalogue& catalogue, std::size_t row, const std::filesystem::path& folder);
+/// `folder` is left alone, and so is a file that a theater which stays uses too. Returns the names of the files that
+/// could not be deleted.
+std::vector<std::string> RemoveTheater(Catalogue& catalogue, std::size_t row, const std::filesystem::path& folder);
 
 }  // namespace kestrel::theaters

@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "base/picture_files.h"
+#include "core/settings.h"
 #include "core/theater_switch.h"
 #include "falcon/campaign_bytes.h"
 #include "station_folder.h"
@@ -25,11 +26,14 @@ class CatalogueEdits : public testing::Test {
  protected:
   CatalogueEdits() {
     WriteInstallation(folder);
-    around.Shown.WhenShown = [this] { RunSteps(MapLoadSteps(), around.All); };
-    EXPECT_TRUE(Main(around.All));
+    EXPECT_TRUE(Begin(around));
     around.Shown.Refreshes.clear();
   }
 
+  static bool Begin(Around& station) {
+    station.Shown.WhenShown = [&station] { RunSteps(MapLoadSteps(), station.All); };
+    return Main(station.All);
+  }
   theaters::Theater& Korea() { return station.Catalogue.Theaters[1]; }
   TheaterEdit NewOne(const std::string& name) {
     TheaterEdit edit;
@@ -80,6 +84,56 @@ TEST_F(CatalogueEdits, NewTheaterWithASlashHasItsDataFilesInAFolder) {
   SwitchTheater(around.All, 1);
   EXPECT_TRUE(folder.Has("Theaters/a/b_ViewShort.dat"));
   EXPECT_THAT(around.Desk.Boxes, IsEmpty());
+}
+
+TEST_F(CatalogueEdits, NameThatNoFileMayHoldIsKeptWithItsSettingsAndViews) {
+  for (const char* name : {"Op: Korea", "???", "/x", "../x", "A:b"}) {
+    SCOPED_TRACE(name);
+    const ProgramFolder own;
+    WriteInstallation(own);
+    {
+      Around now(own.Path);
+      ASSERT_TRUE(Begin(now));
+      ASSERT_TRUE(StoreTheater(now.All, NewOne(name)));
+      SwitchTheater(now.All, 3);
+      now.State.View.ViewShorts[1] = {150, 300, 4};
+      SwitchTheater(now.All, 1);
+      EXPECT_NE(now.State.View.ViewShorts[1].ViewCenterX, 150);
+      SwitchTheater(now.All, 3);
+      EXPECT_EQ(now.State.View.ViewShorts[1].ViewCenterX, 150);
+      now.State.View.ViewShorts[2] = {450, 600, 2};
+      Close(now.All);
+      EXPECT_THAT(now.Desk.Boxes, IsEmpty()) << now.Desk.Boxes.front().Text;
+    }
+    Around next(own.Path);
+    ASSERT_TRUE(Begin(next));
+    EXPECT_EQ(next.State.Catalogue.Current().Name, name);
+    EXPECT_EQ(next.State.Catalogue.Current().DisplayName, name);
+    EXPECT_EQ(next.State.View.ViewShorts[1].ViewCenterX, 150);
+    EXPECT_EQ(next.State.View.ViewShorts[2].Resolution, 2);
+    const std::filesystem::path views =
+        TheaterPath(next.State, theaters::DataFile(next.State.Catalogue.Current(), "_ViewShort.dat"));
+    EXPECT_TRUE(std::filesystem::exists(views));
+    SwitchTheater(next.All, 1);
+    next.Desk.Answers = {Answer::Yes};
+    ASSERT_TRUE(DeleteTheater(next.All, 3));
+    EXPECT_FALSE(std::filesystem::exists(views));
+  }
+}
+
+TEST_F(CatalogueEdits, FileOfADeletedTheaterThatStaysIsLogged) {
+#ifdef __linux__
+  // A file that nobody, the administrator included, can delete.
+  std::filesystem::create_directory_symlink("/proc/self", folder.Path / "Theaters/x");
+  station.Catalogue.Theaters[2].Pic = "x/status";
+  around.Log.File.Open(folder.Path / "log");
+  around.Desk.Answers = {Answer::Yes};
+  EXPECT_TRUE(DeleteTheater(around.All, 2));
+  around.Log.File.Close();
+  EXPECT_EQ(folder.Read("log"), "The file x/status of the deleted theater Balkans could not be deleted\r\n");
+#else
+  GTEST_SKIP() << "no file here that nobody can delete";
+#endif
 }
 
 TEST_F(CatalogueEdits, SecondTheaterOfANameHasFilesOfItsOwn) {

@@ -167,6 +167,13 @@ TEST_F(PhonebookEdits, PortIsSavedAndTheSocketClosedWithoutAWord) {
   EXPECT_EQ(around.WS1.Port, 7000);
 }
 
+TEST_F(PhonebookEdits, KeptViewsThatCannotBeSavedWithThePortAreToldAsSuch) {
+  std::filesystem::create_directories(folder.Path / "Theaters/korea_ViewShort.dat/x");
+  ChangeConnPort(around.All, 7000);
+  ExpectSaveFailure("The kept views");
+  EXPECT_THAT(folder.Read("KESTREL.ini"), HasSubstr("CONNPORT=7000\r\n"));
+}
+
 TEST_F(PhonebookEdits, PortThatCannotBeSavedIsToldAndUsed) {
   BlockTheFile();
   ChangeConnPort(around.All, 7000);

@@ -283,5 +283,15 @@ TEST_F(Life, AFailedSaveIsToldAndTheClosingGoesOn) {
   EXPECT_THAT(around.Shown.Calls, ElementsAre("saving message", "no saving message", "UnloadWindows"));
 }
 
+TEST_F(Life, KeptViewsThatCannotBeSavedAreToldAsSuch) {
+  EXPECT_TRUE(Start());
+  std::filesystem::create_directories(folder.Path / "Theaters/korea_ViewShort.dat/in the way");
+  Close(around.All);
+  ASSERT_THAT(around.Desk.Boxes, SizeIs(1));
+  EXPECT_EQ(
+      around.Desk.Boxes[0].Text,
+      "The station could not save the kept views: korea_ViewShort.dat cannot be written.\n\nThe closing goes on.");
+}
+
 }  // namespace
 }  // namespace kestrel::core

@@ -187,11 +187,15 @@ TEST_F(TheaterSwitch, TheLogTellsWhatWasLoadedAndHowLongItTook) {
             "Loaded the elevations in 7 ms\r\n");
 }
 
-TEST_F(TheaterSwitch, ANameThatLeavesTheFolderHasNoHeights) {
+TEST_F(TheaterSwitch, ANameThatPointsOutOfTheFolderHasItsHeightsWithin) {
+  for (const char* place : {"elsewhere", "Theaters/_/elsewhere"}) {
+    std::filesystem::create_directories(folder.Path / place);
+    folder.Write(std::string(place) + "/x_Elevation.dat", std::string(*place == 'e' ? "\x64\0" : "\xC8\0", 2));
+  }
   station.Catalogue.Current().Name = "../elsewhere/x";
   ResetTheaterData(around.All);
   ReadElevations(around.All);
-  EXPECT_EQ(station.Elevations.At(0, 0), std::nullopt);
+  EXPECT_EQ(station.Elevations.At(0, 0), 200);
 }
 
 TEST_F(TheaterSwitch, AFailedSaveIsToldAndTheSwitchGoesOn) {
@@ -201,6 +205,14 @@ TEST_F(TheaterSwitch, AFailedSaveIsToldAndTheSwitchGoesOn) {
   ASSERT_THAT(around.Desk.Boxes, SizeIs(1));
   EXPECT_EQ(around.Desk.Boxes[0].Title, link::ProgramTitle());
   EXPECT_THAT(around.Desk.Boxes[0].Text, HasSubstr("KESTREL.ini"));
+  EXPECT_EQ(station.Catalogue.Current().Name, "balkans");
+}
+
+TEST_F(TheaterSwitch, ViewsThatCannotBeSavedAreToldAsSuch) {
+  std::filesystem::create_directories(folder.Path / "Theaters/korea_ViewShort.dat/in the way");
+  SwitchTheater(around.All, 2);
+  ASSERT_THAT(around.Desk.Boxes, SizeIs(1));
+  EXPECT_EQ(around.Desk.Boxes[0].Text, "The kept views could not be saved: korea_ViewShort.dat cannot be written.");
   EXPECT_EQ(station.Catalogue.Current().Name, "balkans");
 }
 

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "base/failure.h"
+#include "base/files.h"
 #include "base/temp_folder.h"
 
 namespace kestrel::theaters {
@@ -110,9 +111,33 @@ TEST(Catalogue, CurrentBullThatPointsNowhereIsMended) {
 }
 
 TEST(Catalogue, DataFilesKeepTheNameAsTyped) {
-  Theater theater;
-  theater.Name = "a/b";
-  EXPECT_EQ(DataFile(theater, DataFileEnds[0]), "a/b_Areas.dat");
+  for (const char* name :
+       {"a/b", "a\\b", "a//b", "a../b", "..a/b..", ".../b", "./b", "..", "Storm..", "", "caf\xe9 1.5"}) {
+    Theater theater;
+    theater.Name = name;
+    EXPECT_EQ(DataFile(theater, DataFileEnds[0]), std::string(name) + "_Areas.dat");
+  }
+}
+
+TEST(Catalogue, WhatNoFileNameMayHoldIsReplacedInDataFiles) {
+  const std::vector<std::pair<std::string, std::string>> cases = {{"Op: Korea", "Op_ Korea_X"},
+                                                                  {"???", "____X"},
+                                                                  {"\"|><?*:", "________X"},
+                                                                  {"/x", "_x_X"},
+                                                                  {"\\x", "_x_X"},
+                                                                  {"//x", "_/x_X"},
+                                                                  {"../x", "_/x_X"},
+                                                                  {"..\\..\\x", "_\\_\\x_X"},
+                                                                  {"a/../b", "a/_/b_X"},
+                                                                  {"C:\\x", "C_\\x_X"},
+                                                                  {"a\tb\x01", "a_b__X"},
+                                                                  {std::string("a\0b", 3), "a_b_X"}};
+  for (const auto& [name, file] : cases) {
+    Theater theater;
+    theater.Name = name;
+    EXPECT_EQ(DataFile(theater, "_X"), file) << name;
+  }
+  EXPECT_EQ(DataFile(Theater(), ""), "");
 }
 
 TEST(Catalogue, FileNamesAreCleaned) {
@@ -190,6 +215,72 @@ TEST(Catalogue, RemovingATheaterDeletesItsFilesOnly) {
   for (const std::string& name : its) EXPECT_FALSE(std::filesystem::exists(folder / name)) << name;
   for (const std::string& name : others) EXPECT_TRUE(std::filesystem::exists(folder / name)) << name;
 }
+
+TEST(Catalogue, RemovingATheaterDeletesItsFilesWhateverPointsItsNameHas) {
+  for (const char* name : {"Storm..", "a../b", "..", "../x"}) {
+    const TempFolder folder;
+    Theater theater = NewTheater({name, 512, 0, 0}, 0, 0, folder.Path());
+    std::filesystem::create_directories(base::FindFile(folder.Path(), DataFile(theater, "")));
+    const std::vector<std::string> its = {theater.TheaterFile, theater.Pic, DataFile(theater, "_ViewShort.dat")};
+    for (const std::string& file : its) WriteBytes(base::FindFile(folder.Path(), file), "x");
+    Catalogue catalogue = ThreeTheaters(1);
+    AppendTheater(catalogue, theater);
+    EXPECT_THAT(RemoveTheater(catalogue, 4, folder.Path()), testing::IsEmpty());
+    for (const std::string& file : its) EXPECT_FALSE(base::FileExists(base::FindFile(folder.Path(), file))) << file;
+  }
+}
+
+TEST(Catalogue, FileThatATheaterWhichStaysUsesIsKept) {
+  struct Case {
+    std::string Removed, Kept;
+    bool Shared;
+  };
+  for (const Case& each : {Case{"B", "B", true}, Case{"B", "b", true}, Case{"x/B", "X\\\\b", true},
+                           Case{"Op: Korea", "Op_ korea", true}, Case{"B", "BB", false}}) {
+    SCOPED_TRACE(each.Removed + " and " + each.Kept);
+    const TempFolder folder;
+    std::filesystem::create_directory(folder / "x");
+    Catalogue catalogue = ThreeTheaters(1);
+    catalogue.Theaters[2].Name = each.Removed;
+    catalogue.Theaters[3].Name = each.Kept;
+    std::vector<std::string> its;
+    for (const std::string_view end : DataFileEnds) its.push_back(DataFile(catalogue.Theaters[2], end));
+    for (const std::string& name : its) WriteBytes(folder / name, "x");
+    WriteBytes(folder / "B.ini", "x");
+    RemoveTheater(catalogue, 2, folder.Path());
+    for (const std::string& name : its) EXPECT_EQ(std::filesystem::exists(folder / name), each.Shared) << name;
+    EXPECT_FALSE(std::filesystem::exists(folder / "B.ini")) << "its own";
+  }
+}
+
+TEST(Catalogue, SettingsFileAndPictureThatATheaterWhichStaysUsesAreKept) {
+  const TempFolder folder;
+  WriteBytes(folder / "B.ini", "x");
+  WriteBytes(folder / "B.gif", "x");
+  WriteBytes(folder / "B_Areas.dat", "x");
+  Catalogue catalogue = ThreeTheaters(1);
+  catalogue.Theaters[3].TheaterFile = "b.INI";
+  catalogue.Theaters[3].Pic = "./x/../B.gif";
+  RemoveTheater(catalogue, 2, folder.Path());
+  EXPECT_TRUE(std::filesystem::exists(folder / "B.ini"));
+  EXPECT_TRUE(std::filesystem::exists(folder / "B.gif"));
+  EXPECT_FALSE(std::filesystem::exists(folder / "B_Areas.dat"));
+  RemoveTheater(catalogue, 2, folder.Path());
+  EXPECT_FALSE(std::filesystem::exists(folder / "B.ini")) << "nobody uses it any more";
+}
+
+#ifdef __linux__
+TEST(Catalogue, FileThatCannotBeDeletedIsTold) {
+  const TempFolder folder;
+  // A file that nobody, the administrator included, can delete.
+  std::filesystem::create_directory_symlink("/proc/self", folder / "x");
+  Catalogue catalogue = ThreeTheaters(1);
+  catalogue.Theaters[2].Pic = "x/status";
+  WriteBytes(folder / "B.ini", "x");
+  EXPECT_THAT(RemoveTheater(catalogue, 2, folder.Path()), testing::ElementsAre("x/status"));
+  EXPECT_FALSE(std::filesystem::exists(folder / "B.ini"));
+}
+#endif
 
 TEST(Catalogue, RemovingATheaterLeavesFilesOutsideItsFolder) {
   const TempFolder folder;
