@@ -1,15 +1,38 @@
 #pragma once
 
+#include <QCursor>
 #include <QDialog>
+#include <QGuiApplication>
+#include <QList>
 
 #include "shell/core/modal_count.h"
 
 namespace kestrel::shell {
 
-/// Runs a dialog of the program until it is closed: it counts as open, and the floating windows are out of its way.
-/// Returns QDialog::Accepted or QDialog::Rejected.
+/// Takes an hourglass off the pointer for as long as it stands: what is on the screen meanwhile waits for the person.
+class PlainPointer {
+ public:
+  PlainPointer() {
+    while (const QCursor* top = QGuiApplication::overrideCursor()) {
+      lifted.prepend(*top);
+      QGuiApplication::restoreOverrideCursor();
+    }
+  }
+  ~PlainPointer() {
+    for (const QCursor& each : lifted) QGuiApplication::setOverrideCursor(each);
+  }
+  PlainPointer(const PlainPointer&) = delete;
+  PlainPointer& operator=(const PlainPointer&) = delete;
+
+ private:
+  QList<QCursor> lifted;  ///< the undermost first
+};
+
+/// Runs a dialog or a message box of the program until it is closed: it counts as open, the floating windows are out of
+/// its way, and the pointer is no hourglass. Returns what its exec() gives.
 inline int RunDialog(QDialog& dialog, ModalCount& modal) {
   const ModalCount::Scope open(modal);
+  const PlainPointer plain;
   return dialog.exec();
 }
 

@@ -85,7 +85,6 @@ QStringList NameFilters(std::string_view filter) {
 
 base::Answer QtDesktop::Ask(std::string_view title, std::string_view text, base::MessageIcon icon,
                             base::MessageButtons buttons) {
-  const ModalCount::Scope open(modal);
   QMessageBox box(owner);
   box.setObjectName(QStringLiteral("MessageBox"));
   box.setWindowTitle(FromBytes(title));
@@ -98,7 +97,7 @@ base::Answer QtDesktop::Ask(std::string_view title, std::string_view text, base:
   }
   box.setEscapeButton(offered.back().Standard);
   box.setDefaultButton(offered.front().Standard);
-  const int chosen = box.exec();
+  const int chosen = RunDialog(box, modal);
   for (const BoxButton& each : offered) {
     if (chosen == each.Standard) return each.Meaning;
   }

@@ -3,6 +3,7 @@
 #include <QApplication>
 
 #include "core/tapes.h"
+#include "shell/core/dialogs.h"
 #include "shell/link/clients_frm.h"
 #include "shell/link/select_channel_dialog.h"
 #include "shell/map/curs_frm.h"
@@ -104,9 +105,8 @@ void StationWindows::UnloadWindows() {
 }
 
 std::uint8_t StationWindows::ChooseChannel(std::uint8_t present) {
-  const ModalCount::Scope open(modal);
   frmSelectChannel dialog(present, frame.get());
-  dialog.exec();
+  RunDialog(dialog, modal);
   return dialog.Channel();
 }
 

@@ -29,6 +29,7 @@ struct MenuEntry {
 /// The menu bar of the frame.
 std::span<const MenuEntry> MenuBarEntries();
 /// The pop-up menus: PopUp2 on a right click on the map, PopUp3 in the clients' tree, mnupopup4 in the frequencies'.
+/// PopUp1 with its ClsCon is shown nowhere: this stands.
 std::span<const MenuEntry> PopUpEntries();
 
 }  // namespace kestrel::shell

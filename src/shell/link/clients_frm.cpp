@@ -1,5 +1,6 @@
 #include "shell/link/clients_frm.h"
 
+#include <QFocusEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
@@ -109,6 +110,7 @@ void ClientsFrm::Change(const char* control, Edit edit) {
 void ClientsFrm::Connect() {
   Body().installEventFilter(this);
   form->TreeView1->viewport()->installEventFilter(this);
+  form->Text1->installEventFilter(this);
   connect(form->TreeView1->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ClientsFrm::NodeSelected);
   connect(form->TreeView1, &QWidget::customContextMenuRequested, this, &ClientsFrm::AskPopUp3);
   connect(form->Text1, &QLineEdit::textEdited, this, [this](const QString& text) {
@@ -195,6 +197,14 @@ bool ClientsFrm::eventFilter(QObject* watched, QEvent* event) {
   }
   if (watched == form->TreeView1->viewport()) {
     if (event->type() == QEvent::MouseButtonPress) PressedInTree();
+    return false;
+  }
+  if (watched == form->Text1) {
+    // What has come from the server while the callsign was being typed is shown once it has been left; its own menu is
+    // no leaving.
+    const bool left =
+        event->type() == QEvent::FocusOut && static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason;
+    if (left) ShowDetails(Fill::All);
     return false;
   }
   return ToolFrm::eventFilter(watched, event);

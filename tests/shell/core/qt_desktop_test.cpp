@@ -82,6 +82,33 @@ TEST_F(Desktop, EscapeIsTheLastAnswerThereIs) {
   }
 }
 
+TEST_F(Desktop, HourglassIsLiftedWhileABoxWaits) {
+  const auto shape = [] {
+    const QCursor* pointer = QGuiApplication::overrideCursor();
+    return pointer == nullptr ? Qt::ArrowCursor : pointer->shape();
+  };
+  QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+  QGuiApplication::setOverrideCursor(Qt::BusyCursor);
+  InBox([&shape](QMessageBox& box) {
+    EXPECT_EQ(shape(), Qt::ArrowCursor);
+    box.close();
+  });
+  desktop.Ask("Title", "Text", MessageIcon::None, MessageButtons::Ok);
+  EXPECT_EQ(shape(), Qt::BusyCursor);
+  QTimer::singleShot(0, qApp, [&shape] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(shape(), Qt::ArrowCursor);
+    dialog->reject();
+  });
+  desktop.OpenFile("Title", "All|*", QDir::tempPath().toStdString(), {});
+  EXPECT_EQ(shape(), Qt::BusyCursor);
+  QGuiApplication::restoreOverrideCursor();
+  EXPECT_EQ(shape(), Qt::WaitCursor);
+  QGuiApplication::restoreOverrideCursor();
+  EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
 TEST_F(Desktop, TextStandsWordForWord) {
   InBox([](QMessageBox& box) {
     EXPECT_EQ(box.windowTitle(), QStringLiteral("Info"));

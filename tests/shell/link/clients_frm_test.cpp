@@ -245,6 +245,22 @@ TEST_F(ClientsWindow, UpdateResetsTheCallsignThatWasTyped) {
   EXPECT_EQ(Callsign().text(), QStringLiteral("Airplane 20"));
 }
 
+TEST_F(ClientsWindow, CallsignThatWasResetWhileItWasTypedIsShownOnceTheFieldIsLeft) {
+  Join();
+  Click(1);
+  Window().activateWindow();
+  Callsign().setFocus();
+  ASSERT_TRUE(QTest::qWaitFor([this] { return Callsign().hasFocus(); }));
+  Callsign().selectAll();
+  QTest::keyClicks(&Callsign(), QStringLiteral("Viper"));
+  socket.Arrive(Message("PLSUPD", ClientData("20", "Baker")));
+  EXPECT_EQ(Client(2).Label, "Airplane 20");
+  EXPECT_EQ(Callsign().text(), QStringLiteral("Viper")) << "it is being typed";
+  Tree().setFocus();
+  EXPECT_EQ(Callsign().text(), QStringLiteral("Airplane 20"));
+  EXPECT_EQ(Client(2).Label, "Airplane 20");
+}
+
 TEST_F(ClientsWindow, ColorIsAskedForFromThePresentOne) {
   Join();
   Click(1);

@@ -1,12 +1,15 @@
 // Connect to, the phonebook and the port, pressed like a person does.
 
+#include <QAbstractButton>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <initializer_list>
 
 #include "core/phonebook.h"
 #include "shell/link/frm_conn_port.h"
 #include "shell/link/prefer_form.h"
+#include "shell/link/select_channel_dialog.h"
 #include "shell/link/vld_from2.h"
 #include "shell/station_fixture.h"
 
@@ -169,11 +172,13 @@ TEST_F(ConnectionWindows, EachButtonHasAToolTip) {
   VldFrom2 connecting(program, &Frame());
   PreferForm book(program, &Frame());
   frmConnPort port(program, &Frame());
-  for (QWidget* window :
-       {static_cast<QWidget*>(&connecting), static_cast<QWidget*>(&book), static_cast<QWidget*>(&port)}) {
-    const auto buttons = window->findChildren<QPushButton*>();
-    EXPECT_GE(buttons.size(), 2);
-    for (const QPushButton* button : buttons) EXPECT_FALSE(button->toolTip().isEmpty()) << qPrintable(button->text());
+  frmSelectChannel channel(1, &Frame());
+  for (QDialog* window : std::initializer_list<QDialog*>{&connecting, &book, &port, &channel}) {
+    const auto buttons = window->findChildren<QAbstractButton*>();
+    EXPECT_GE(buttons.size(), window == &channel ? 4 : 2);
+    for (const QAbstractButton* button : buttons) {
+      EXPECT_FALSE(button->toolTip().isEmpty()) << qPrintable(button->text());
+    }
   }
 }
 

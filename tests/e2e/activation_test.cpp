@@ -1,0 +1,101 @@
+// The floating windows of the built station while the keyboard goes from window to window and to another program.
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "e2e/other_program.h"
+#include "e2e/screen.h"
+#include "e2e/station_folder.h"
+
+namespace kestrel::e2e {
+namespace {
+
+class Activation : public testing::Test {
+ protected:
+  void SetUp() override {
+    folder = place.filePath(S("station"));
+    CopyStation(folder);
+    // Two floating windows are open, apart from each other: pixels 80, 120 and 600, 120.
+    QString settings =
+        S("[LOG]\r\nDEBUG=1\r\n[MAPS]\r\nTOTALMAPS=1\r\nMAP1=SampleStrait.ini\r\nCURRENTMAP=1\r\n[OPTIONS]\r\n"
+          "CLIENTSFORMX=1200\r\nCLIENTSFORMY=1800\r\nCLIENTSFORMMIN=0\r\n"
+          "MINIMAPFORMX=9000\r\nMINIMAPFORMY=1800\r\nMINIMAPFORMMIN=0\r\n");
+    for (const char* hidden : {"BULL", "FREQ", "CURSOR", "VIEW", "AREAS", "REC"}) {
+      settings += QString::fromLatin1(hidden) + S("FORMHID=1\r\n");
+    }
+    WriteText(folder + S("/KESTREL.ini"), settings);
+    station = std::make_unique<Child>(folder + S("/kestrel"), QStringList{}, screen.Environment());
+    frame = screen.Window(S("^KESTREL v"));
+    ASSERT_FALSE(frame.isEmpty()) << qPrintable(station->Output());
+    screen.Activate(frame);
+    ASSERT_TRUE(Floating(true)) << qPrintable(Log());
+  }
+
+  /// Waits until both floating windows are on the screen, or none of them.
+  bool Floating(bool shown) {
+    return WaitFor(
+        [&] { return screen.HasWindow(S("^CLIENTS$")) == shown && screen.HasWindow(S("^MINIMAP$")) == shown; });
+  }
+  QPoint Corner(const char* title) { return screen.Geometry(screen.Window(QString::fromLatin1(title))).topLeft(); }
+  QString Log() const { return ReadText(folder + S("/KESTRELLog.txt")); }
+  /// How often they have been taken away since the start.
+  qsizetype Hidings() const { return Log().count(S("Showallwindows False")); }
+
+  QTemporaryDir place;
+  QString folder;
+  Screen screen;
+  std::unique_ptr<Child> station;
+  QString frame;
+};
+
+TEST_F(Activation, AnotherProgramTakesThemAwayAndTheStationBringsThemBack) {
+  OtherProgram other(screen.Display());
+  ASSERT_TRUE(other.TakeFocus());
+  EXPECT_TRUE(Floating(false));
+  EXPECT_TRUE(screen.HasWindow(S("^KESTREL v"))) << "the frame stays";
+  EXPECT_EQ(Hidings(), 1);
+  screen.Activate(frame);
+  EXPECT_TRUE(Floating(true));
+  EXPECT_FALSE(screen.HasWindow(S("^CURSOR$"))) << "it was not there before";
+  EXPECT_EQ(Hidings(), 1);
+}
+
+TEST_F(Activation, NothingGoesWhileTheKeyboardMovesBetweenTheStationsOwnWindows) {
+  const QPoint clients = Corner("^CLIENTS$") + QPoint(60, 64);
+  const QPoint miniMap = Corner("^MINIMAP$") + QPoint(100, 120);
+  const QPoint map = screen.Geometry(frame).center();
+  for (int round = 0; round < 3; ++round) {
+    for (const QPoint& point : {clients, map, miniMap}) screen.Click(point);
+    screen.Activate(frame);
+  }
+  EXPECT_EQ(Hidings(), 0) << qPrintable(Log());
+  // The first hiding in the log is the one that another program causes now.
+  OtherProgram other(screen.Display());
+  ASSERT_TRUE(other.TakeFocus());
+  EXPECT_TRUE(Floating(false));
+  EXPECT_EQ(Hidings(), 1) << qPrintable(Log());
+}
+
+TEST_F(Activation, NothingChangesWhileADialogIsOpen) {
+  screen.Press({S("alt+f"), S("Right"), S("Return")});
+  const QString dialog = screen.Window(S("^Connect to"));
+  ASSERT_FALSE(dialog.isEmpty());
+  ASSERT_TRUE(Floating(false)) << "the dialog has taken them away";
+  OtherProgram other(screen.Display());
+  const auto comeBack = [this] { return screen.HasWindow(S("^CLIENTS$")); };
+  for (int round = 0; round < 2; ++round) {
+    // The toolkit takes its time before it counts the focus as lost, so this takes as long on either side.
+    ASSERT_TRUE(other.TakeFocus());
+    EXPECT_FALSE(WaitFor(comeBack, 1));
+    screen.Activate(dialog);
+    EXPECT_FALSE(WaitFor(comeBack, 1)) << "back though the dialog is open";
+    EXPECT_TRUE(screen.HasWindow(S("^Connect to")));
+  }
+  EXPECT_EQ(Hidings(), 1);
+  screen.Press({S("Escape")});
+  EXPECT_TRUE(Floating(true));
+}
+
+}  // namespace
+}  // namespace kestrel::e2e
