@@ -9,12 +9,12 @@ namespace kestrel::base {
 
 void LineFile::Closer::operator()(std::FILE* open) const { std::fclose(open); }
 
-void LineFile::Open(const std::filesystem::path& path) {
+void LineFile::Open(const std::filesystem::path& path, bool goOn) {
   Close();
 #ifdef _WIN32
-  file.reset(_wfopen(path.c_str(), L"wb"));
+  file.reset(_wfopen(path.c_str(), goOn ? L"ab" : L"wb"));
 #else
-  file.reset(std::fopen(path.c_str(), "wb"));
+  file.reset(std::fopen(path.c_str(), goOn ? "ab" : "wb"));
 #endif
   if (!file) throw RuntimeFailure(NameForMessage(path) + " cannot be created");
 }
@@ -26,6 +26,11 @@ void LineFile::Write(std::string_view line) {
   const bool written = std::fwrite(line.data(), 1, line.size(), file.get()) == line.size() &&
                        std::fwrite("\r\n", 1, 2, file.get()) == 2 && std::fflush(file.get()) == 0;
   if (!written) Close();
+}
+
+void DebugLog::Open(const std::filesystem::path& path) {
+  File.Open(path, begun);
+  begun = true;
 }
 
 void DebugLog::LogLine(std::string_view text) { File.Write(text); }

@@ -14,8 +14,8 @@ namespace kestrel::base {
 /// capture. When the disk refuses a line, the file is closed and lines go nowhere: the session is worth more.
 class LineFile {
  public:
-  /// Creates or truncates the file. RuntimeFailure when that fails.
-  void Open(const std::filesystem::path& path);
+  /// Creates or truncates the file; with `goOn`, lines are added to those that it has. RuntimeFailure when that fails.
+  void Open(const std::filesystem::path& path, bool goOn = false);
   void Close();
   bool IsOpen() const { return file != nullptr; }
   /// Writes `line` as it stands, with CR LF, and hands it to the system.
@@ -33,6 +33,8 @@ class DebugLog {
  public:
   explicit DebugLog(const Clock& time) : clock(time) {}
   LineFile File;
+  /// Empties the file the first time; what this run has written before stays. RuntimeFailure when it cannot be made.
+  void Open(const std::filesystem::path& path);
   bool On() const { return File.IsOpen(); }
   /// `text` alone on a line. Nothing when the log is off.
   void LogLine(std::string_view text);
@@ -44,6 +46,7 @@ class DebugLog {
 
  private:
   const Clock& clock;
+  bool begun = false;  ///< it has been open in this run
 };
 
 }  // namespace kestrel::base

@@ -8,8 +8,9 @@ namespace kestrel::core {
 namespace {
 
 void MakeLog(Program& program) {
-  program.Log.File.Open(base::FindFile(program.State.AppPath, "KESTRELLog.txt"));
+  program.Log.Open(base::FindFile(program.State.AppPath, "KESTRELLog.txt"));
   for (const std::string& note : program.State.Notes) program.Log.LogLine(note);
+  program.State.Notes.clear();
 }
 
 void MakeCapture(Program& program) { program.Raw.Open(base::FindFile(program.State.AppPath, "debug_out.dat")); }

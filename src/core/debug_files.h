@@ -10,7 +10,8 @@ namespace kestrel::core {
 void OpenLog(Program& program);
 /// Start: makes the capture when DEBUG is on; the same holds for it.
 void OpenCapture(Program& program);
-/// DEBUG has been changed: both files are made anew, or closed. What cannot be made is told in a box.
+/// DEBUG has been changed: both files are opened, or closed. The log goes on after what this run has written, the
+/// capture is made anew. What cannot be made is told in a box.
 void FollowDebug(Program& program);
 
 }  // namespace kestrel::core

@@ -55,6 +55,20 @@ TEST(DebugLog, OpeningEmptiesTheOldFile) {
   EXPECT_EQ(test::ReadBytes(folder / "log"), "");
 }
 
+TEST(DebugLog, TheFirstOpeningEmptiesTheOldLogAndALaterOneGoesOn) {
+  const test::TempFolder folder;
+  test::WriteBytes(folder / "log", "old");
+  const FixedClock clock;
+  DebugLog log(clock);
+  EXPECT_THROW(log.Open(folder / "missing/log"), RuntimeFailure);
+  log.Open(folder / "log");
+  log.LogLine("one");
+  log.File.Close();
+  log.Open(folder / "log");
+  log.LogLine("two");
+  EXPECT_EQ(test::ReadBytes(folder / "log"), "one\r\ntwo\r\n");
+}
+
 TEST(DebugLog, AFileThatCannotBeCreatedThrows) {
   const test::TempFolder folder;
   LineFile file;

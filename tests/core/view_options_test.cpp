@@ -148,6 +148,19 @@ TEST_F(DebugFiles, DebugOpensBothFilesAndClosesThem) {
             "--------->>>>>> Debug ended at 12:00:00<<<<<<---------\r\n");
 }
 
+TEST_F(DebugFiles, TickedAgainTheLogGoesOnAndTheCaptureIsMadeAnew) {
+  folder.Write("KESTRELLog.txt", "of a former run");
+  around.State.Notes = {"a note of the start"};
+  for (const char* line : {"first", "second"}) {
+    SetOption(around.All, Row("chkDebug"), true);
+    around.Log.LogLine(line);
+    around.Raw.Arrival(line);
+    SetOption(around.All, Row("chkDebug"), false);
+  }
+  EXPECT_EQ(folder.Read("KESTRELLog.txt"), "a note of the start\r\nfirst\r\nsecond\r\n");
+  EXPECT_THAT(folder.Read("debug_out.dat"), testing::Not(testing::HasSubstr("first")));
+}
+
 TEST_F(DebugFiles, AFileThatCannotBeMadeIsToldAndTheOtherIsWritten) {
   std::filesystem::create_directory(folder.Path / "debug_out.dat");
   SetOption(around.All, Row("chkDebug"), true);
