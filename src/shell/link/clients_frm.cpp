@@ -167,6 +167,7 @@ void ClientsFrm::ShowConnection() {
 void ClientsFrm::ShowOptions() {
   const bool automatic = station.State.LinkOptions.AUTOFRIENDS;
   form->Command2->setEnabled(!automatic);
+  aircraft->SetCheckable(!automatic);
   form->Command2->setToolTip(automatic ? QStringLiteral("The friendly names are those of FriendlyNames.ini")
                                        : QStringLiteral("Uncheck all: every AI aircraft is hostile"));
 }

@@ -25,7 +25,7 @@ class ClientsFrm final : public ToolFrm {
 
   /// Brings what has changed up to date: Roster, AIList and Connection are looked at.
   void Refresh(base::Changed what);
-  /// AUTOFRIENDS has changed: Reset can be used while it is off.
+  /// AUTOFRIENDS has changed: Reset and the checks of the AI aircraft can be used while it is off.
   void ShowOptions();
   /// Shows or hides the plot of Clients(Index); an index that no client has does nothing.
   void ShowPlot(std::size_t Index);

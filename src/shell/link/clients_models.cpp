@@ -1,5 +1,7 @@
 #include "shell/link/clients_models.h"
 
+#include <utility>
+
 #include "link/client_details.h"
 #include "shell/core/text.h"
 #include "shell/link/clients_pictures.h"
@@ -46,6 +48,11 @@ void AIListModel::UncheckAll() {
   Q_EMIT dataChanged(index(0), index(rowCount() - 1), {Qt::CheckStateRole});
 }
 
+void AIListModel::SetCheckable(bool may) {
+  if (std::exchange(checkable, may) == may || Rows().empty()) return;
+  Q_EMIT dataChanged(index(0), index(rowCount() - 1));
+}
+
 QVariant AIListModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   if (role == Qt::DisplayRole) return FromBytes(At(index).Name);
@@ -54,7 +61,7 @@ QVariant AIListModel::data(const QModelIndex& index, int role) const {
 }
 
 bool AIListModel::setData(const QModelIndex& index, const QVariant& value, int role) {
-  if (!index.isValid() || role != Qt::CheckStateRole) return false;
+  if (!index.isValid() || role != Qt::CheckStateRole || !checkable) return false;
   AIRow& row = Rows()[static_cast<std::size_t>(index.row())];
   const bool friendly = value.value<Qt::CheckState>() == Qt::Checked;
   if (row.Friendly == friendly) return true;
@@ -66,7 +73,8 @@ bool AIListModel::setData(const QModelIndex& index, const QVariant& value, int r
 
 Qt::ItemFlags AIListModel::flags(const QModelIndex& index) const {
   if (!index.isValid()) return Qt::NoItemFlags;
-  return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable | Qt::ItemNeverHasChildren;
+  const Qt::ItemFlags always = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+  return checkable ? always | Qt::ItemIsUserCheckable : always;
 }
 
 }  // namespace kestrel::shell

@@ -47,12 +47,15 @@ class AIListModel final : public RowModel<AIRow> {
   void Load();
   /// Unchecks all items, and leaves FriendlyList alone.
   void UncheckAll();
+  /// Whether the person may change checks.
+  void SetCheckable(bool may);
   QVariant data(const QModelIndex& index, int role) const override;
   bool setData(const QModelIndex& index, const QVariant& value, int role) override;
   Qt::ItemFlags flags(const QModelIndex& index) const override;
 
  private:
   link::Tables& plots;
+  bool checkable = true;
 };
 
 }  // namespace kestrel::shell

@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QToolButton>
 #include <QTreeView>
 #include <functional>
@@ -451,6 +452,27 @@ TEST_F(ClientsWindow, ResetIsDisabledWhileFriendsAreAutomatic) {
   EXPECT_TRUE(Checked(0));
   SetAutoFriends(false);
   EXPECT_TRUE(Part<QPushButton>("Command2").isEnabled());
+}
+
+TEST_F(ClientsWindow, ChecksCannotBeChangedWhileFriendsAreAutomatic) {
+  Connect();
+  station.Plots.FriendlyList.Append("Ajax3");
+  SetAutoFriends(true);
+  Snapshot({"Ajax31", "Cobra11"});
+  PressCheck(0);
+  PressCheck(1);
+  List().setFocus();
+  List().setCurrentIndex(List().model()->index(1, 0));
+  QTest::keyClick(&List(), Qt::Key_Space);
+  EXPECT_TRUE(Checked(0));
+  EXPECT_FALSE(Checked(1));
+  EXPECT_EQ(Friends(), (Texts{"Ajax3"}));
+  const QSignalSpy changed(List().model(), &QAbstractItemModel::dataChanged);
+  SetAutoFriends(false);
+  EXPECT_EQ(changed.count(), 1) << "the rows are shown anew";
+  PressCheck(1);
+  EXPECT_TRUE(Checked(1));
+  EXPECT_EQ(Friends(), (Texts{"Ajax3", "Cobra11   "}));
 }
 
 TEST_F(ClientsWindow, PictureTellsWhetherThereIsAConnection) {
