@@ -1,9 +1,13 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
+#include <iterator>
 #include <optional>
 #include <string>
+
+#include "core/shortcuts.h"
 
 namespace kestrel::core {
 
@@ -21,8 +25,22 @@ struct GlobalKey {
 inline std::optional<GlobalKey> FromHook(int code, std::uint32_t keyCode, std::uint32_t flags, std::int32_t shift) {
   constexpr std::uint32_t keyDown = 0, keyUp = 128;
   if (code != 0 || (flags != keyDown && flags != keyUp)) return std::nullopt;
-  if (keyCode == 16 || keyCode == 17 || keyCode == 18) return std::nullopt;
-  return GlobalKey{static_cast<std::int32_t>(keyCode), shift, flags == keyDown};
+  const auto key = static_cast<std::int32_t>(keyCode);
+  if (IsModifierKey(key)) return std::nullopt;
+  return GlobalKey{key, shift, flags == keyDown};
+}
+
+/// Whether FromHook ever tells of a binding: not with Alt, and not of the keys that Windows marks as extended. Of those
+/// that the keypad has too without its digits, it tells the keypad's.
+constexpr bool HookHears(std::int32_t binding) {
+  if ((binding / ModifierUnit & AltModifier) != 0) return false;
+  // Break, Page Up to Down, Print Screen to Del, the system's keys, the keypad's Enter and "/", Num Lock.
+  constexpr struct {
+    std::int32_t First, Last;
+  } extended[] = {{3, 3}, {33, 40}, {44, 46}, {91, 93}, {108, 108}, {111, 111}, {144, 144}};
+  const std::int32_t key = binding % ModifierUnit;
+  return std::none_of(std::begin(extended), std::end(extended),
+                      [key](const auto& range) { return key >= range.First && key <= range.Last; });
 }
 
 /// Seam: hears the keyboard of the whole system, for the transmit keys while another program has the focus. It never
@@ -42,6 +60,8 @@ class GlobalKeys {
   virtual int Descriptor() const { return -1; }
   /// Tells of the keys that have come. Never waits.
   virtual void Drain() {}
+  /// Whether a key with its modifiers, as it is bound, is ever told.
+  virtual bool Hears([[maybe_unused]] std::int32_t binding) const { return true; }
   /// Empty when the system gives a source; otherwise why not, as a sentence for the person, shown beside the three
   /// keys.
   virtual std::string Missing() const = 0;

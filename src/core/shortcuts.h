@@ -18,8 +18,10 @@ inline constexpr std::size_t SecondHalf = 12;
 
 inline constexpr std::int32_t ShiftModifier = 1, CtrlModifier = 2, AltModifier = 4;
 inline constexpr std::int32_t ModifierUnit = 100000;
-/// Key codes with a part of their own.
+/// Key codes with a part of their own. Shift, Ctrl and Alt have numbers of either side too, from the left Shift to the
+/// right Alt: the system's hook tells these.
 inline constexpr std::int32_t KeyShift = 16, KeyCtrl = 17, KeyMenu = 18, KeyEsc = 27;
+inline constexpr std::int32_t KeyLeftShift = 160, KeyRightMenu = 165;
 
 /// What a command does.
 enum class ShortcutAct {
@@ -29,7 +31,7 @@ enum class ShortcutAct {
   ViewBox,    ///< the other state of a check box of ViewFrm; Box: its name
   ApplyView,  ///< SetViewShortcut; Argument: its slot
   SaveView,   ///< SaveViewShortcut; Argument: its slot
-  CursorBox,  ///< the other state of a check box of CursFrm
+  CursorBox,  ///< the same of CursFrm
   Transmit,   ///< a radio's transmit key; Argument: 1 UHF, 2 VHF, 3 Guard
 };
 
@@ -86,7 +88,7 @@ constexpr std::int32_t Binding(std::int32_t keyCode, std::int32_t shift) { retur
 
 /// True for Shift, Ctrl and Alt, which alone are never a binding.
 constexpr bool IsModifierKey(std::int32_t keyCode) {
-  return keyCode == KeyShift || keyCode == KeyCtrl || keyCode == KeyMenu;
+  return (keyCode >= KeyShift && keyCode <= KeyMenu) || (keyCode >= KeyLeftShift && keyCode <= KeyRightMenu);
 }
 
 /// The first command bound to the key, so that of two with one key the lower acts; -1 for key code 0 or no match.

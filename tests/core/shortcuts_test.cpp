@@ -75,15 +75,14 @@ TEST(Shortcuts, KeyCodeZeroMatchesNothing) {
 
 TEST(Shortcuts, AModifierAloneIsNoCommand) {
   Bindings keys{};
-  const std::int32_t modifiers[] = {16, 17, 18};
-  for (std::size_t n = 0; n < 3; ++n) {
-    keys[n] = modifiers[n];
-    keys[22 + n] = modifiers[n];
+  for (const std::int32_t key : {16, 17, 18, 160, 161, 162, 163, 164, 165}) {
+    keys[0] = key;
+    keys[22] = key;
+    EXPECT_EQ(MapShortcut(keys, key, 0), -1) << key;
+    keys[0] = 0;
+    EXPECT_EQ(GlobalShortcut(keys, key, 0), -1) << key;
   }
-  for (const std::int32_t key : modifiers) {
-    EXPECT_EQ(MapShortcut(keys, key, 0), -1);
-    EXPECT_EQ(GlobalShortcut(keys, key, 0), -1);
-  }
+  for (const std::int32_t key : {15, 19, 159, 166}) EXPECT_FALSE(IsModifierKey(key)) << key;
 }
 
 TEST(Shortcuts, MapAndSystemShareTheTableAtTheTransmitKeys) {
@@ -218,9 +217,21 @@ TEST(Hook, PassesEverythingElseOn) {
   for (const std::uint32_t flags : {1U, 16U, 32U, 129U, 144U, 160U}) {
     EXPECT_FALSE(FromHook(0, 112, flags, 0).has_value()) << flags;
   }
-  for (const std::uint32_t key : {16U, 17U, 18U}) {
+  for (const std::uint32_t key : {16U, 17U, 18U, 160U, 161U, 162U, 163U, 164U, 165U}) {
     EXPECT_FALSE(FromHook(0, key, 0, 0).has_value()) << key;
     EXPECT_FALSE(FromHook(0, key, 128, 0).has_value()) << key;
+  }
+}
+
+TEST(Hook, NeverHearsKeysWithAltOrOfTheExtendedPart) {
+  for (const std::int32_t binding :
+       {112, 113, 65, 48, 186, 8, 9, 13, 19, 20, 27, 32, 96, 105, 106, 107, 109, 110, 145}) {
+    for (std::int32_t shift = 0; shift < 8; ++shift) {
+      EXPECT_EQ(HookHears(Binding(binding, shift)), shift < 4) << binding << " with " << shift;
+    }
+  }
+  for (const std::int32_t key : {3, 33, 34, 35, 36, 37, 38, 39, 40, 44, 45, 46, 91, 92, 93, 108, 111, 144}) {
+    for (std::int32_t shift = 0; shift < 8; ++shift) EXPECT_FALSE(HookHears(Binding(key, shift))) << key;
   }
 }
 

@@ -98,18 +98,32 @@ void MakeEdit(HWND panel, int number, int row) {
       SetWindowLongPtrA(edit, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(static_cast<WNDPROC>(OnEdit))));
 }
 
+/// Controls as the bridge looks for, where it must not find them: it would take their text, or change them in vain.
+void MakeDecoys(HWND parent) {
+  for (int row = 0; row < 6; ++row) MakeControl(parent, "Edit", "decoy", 0, row);
+  for (int row = 6; row < 8; ++row) MakeControl(parent, "Button", "Change FRQ", 0, row);
+}
+
 /// Its controls in the order that the bridge counts on, among others that it must pass over.
 void MakePanel(HWND top) {
   const HWND panel = MakeControl(top, PanelClass, "", 1, 0);
   MoveWindow(panel, 0, 0, 300, 400, FALSE);
   MakeControl(panel, "Static", "Radios", 2, 0);
   MakeControl(panel, "Button", "Connect", 3, 1);
+  // A group box, whose controls are the panel's grandchildren.
+  const HWND group = MakeControl(panel, "Button", "Pilot", 4, 1);
+  SendMessageA(group, BM_SETSTYLE, BS_GROUPBOX, FALSE);
+  MakeDecoys(group);
   int row = 2;
   for (int number = 1; number <= options.Edits; ++number) {
     MakeEdit(panel, number, row++);
     if (number == 4) MakeControl(panel, "Button", "Change FRQ", FirstButtonId, row++);
     if (number == 6) MakeControl(panel, "Button", "Change FRQ", FirstButtonId + 1, row++);
   }
+  // Behind it another of its class.
+  const HWND other = MakeControl(top, PanelClass, "", 5, 0);
+  MoveWindow(other, 0, 400, 300, 10, FALSE);
+  MakeDecoys(other);
 }
 
 void Register(const char* name, WNDPROC procedure) {

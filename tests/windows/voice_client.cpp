@@ -91,12 +91,12 @@ void VoiceClient::Close() {
   ASSERT_TRUE(WaitUntil([this] { return WaitForSingleObject(process.hProcess, 0) == WAIT_OBJECT_0; }));
 }
 
-void Type(const VoiceClient& at, const std::string& keys) {
+void Type(const std::string& title, const std::string& keys) {
   const char* program = std::getenv("XDOTOOL");
   ASSERT_NE(program, nullptr) << "started without under-wine";
   // In one run, so that the keys come after the focus.
-  const PROCESS_INFORMATION process = Run("Z:" + std::string(program) + " search --sync --onlyvisible --name ^" +
-                                          at.Title() + "$ windowactivate --sync " + keys);
+  const PROCESS_INFORMATION process = Run("Z:" + std::string(program) + " search --sync --onlyvisible --name \"^" +
+                                          title + "$\" windowactivate --sync " + keys);
   CloseHandle(process.hProcess);
   CloseHandle(process.hThread);
 }

@@ -27,7 +27,6 @@ class VoiceClient {
   /// Waits until the record has that many lines, and returns it.
   std::vector<std::string> Record(std::size_t lines) const;
   HWND Window() const;
-  const std::string& Title() const { return title; }
   /// It answers nothing from here on, until GoOn.
   void Hang();
   void GoOn();
@@ -42,8 +41,8 @@ class VoiceClient {
   PROCESS_INFORMATION process{};
 };
 
-/// Gives that window the focus and types on the screen's keyboard, real keys and no messages, in the words of xdotool:
-/// "keydown F1". Returns before it is done.
-void Type(const VoiceClient& at, const std::string& keys);
+/// Gives the window of that title the focus and types on the screen's keyboard, real keys and no messages, in the words
+/// of xdotool: "keydown F1". Returns before it is done.
+void Type(const std::string& title, const std::string& keys);
 
 }  // namespace kestrel::test

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <future>
 #include <utility>
 
 #include "core/shortcuts.h"
@@ -17,7 +18,6 @@ constexpr UINT HeardMessage = WM_APP;
 
 /// What the system calls by its address alone, and therefore the one place that is known to the whole process.
 struct WindowsGlobalKeys::Hook {
-  static inline HHOOK Installed = nullptr;
   static inline HWND Receiver = nullptr;  ///< never seen; takes what the hook posts
   static inline Heard Handler;
 
@@ -25,6 +25,7 @@ struct WindowsGlobalKeys::Hook {
   static LRESULT CALLBACK OnKey(int code, WPARAM message, LPARAM data);
   static LRESULT CALLBACK OnPosted(HWND window, UINT message, WPARAM keyCode, LPARAM rest);
   static HWND MakeReceiver();
+  static void Listen(std::promise<DWORD> listening);
 };
 
 std::int32_t WindowsGlobalKeys::Hook::HeldModifiers() {
@@ -40,7 +41,7 @@ LRESULT CALLBACK WindowsGlobalKeys::Hook::OnKey(int code, WPARAM message, LPARAM
     const auto key = core::FromHook(code, event.vkCode, event.flags, HeldModifiers());
     if (key) PostMessageA(Receiver, HeardMessage, event.vkCode, MAKELPARAM(key->Shift, key->Down ? 1 : 0));
   }
-  return CallNextHookEx(Installed, code, message, data);
+  return CallNextHookEx(nullptr, code, message, data);
 }
 
 LRESULT CALLBACK WindowsGlobalKeys::Hook::OnPosted(HWND window, UINT message, WPARAM keyCode, LPARAM rest) {
@@ -61,24 +62,40 @@ HWND WindowsGlobalKeys::Hook::MakeReceiver() {
   return CreateWindowA(WindowClass, "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, description.hInstance, nullptr);
 }
 
+/// The thread of the hook, until it is told to quit. `listening` gets its number, 0 when there is no hook.
+void WindowsGlobalKeys::Hook::Listen(std::promise<DWORD> listening) {
+  MSG message;
+  // A thread has messages only from its first look at them on.
+  PeekMessageA(&message, nullptr, WM_USER, WM_USER, PM_NOREMOVE);
+  const HHOOK hook = SetWindowsHookExA(WH_KEYBOARD_LL, OnKey, GetModuleHandleA(nullptr), 0);
+  listening.set_value(hook != nullptr ? GetCurrentThreadId() : 0);
+  if (hook == nullptr) return;
+  while (GetMessageA(&message, nullptr, 0, 0) > 0) {
+  }
+  UnhookWindowsHookEx(hook);
+}
+
 WindowsGlobalKeys::~WindowsGlobalKeys() { Stop(); }
 
 bool WindowsGlobalKeys::Start(Heard heard) {
-  if (installed) return true;
+  if (hookThread.joinable()) return true;
   if (Hook::Receiver != nullptr) return false;
   Hook::Receiver = Hook::MakeReceiver();
   if (Hook::Receiver == nullptr) return false;
   Hook::Handler = std::move(heard);
-  Hook::Installed = SetWindowsHookExA(WH_KEYBOARD_LL, Hook::OnKey, GetModuleHandleA(nullptr), 0);
-  installed = true;
-  if (Hook::Installed == nullptr) Stop();
-  return installed;
+  std::promise<DWORD> listening;
+  std::future<DWORD> answer = listening.get_future();
+  hookThread = std::thread(Hook::Listen, std::move(listening));
+  threadId = answer.get();
+  if (threadId == 0) Stop();
+  return threadId != 0;
 }
 
 void WindowsGlobalKeys::Stop() {
-  if (!installed) return;
-  installed = false;
-  if (Hook::Installed != nullptr) UnhookWindowsHookEx(std::exchange(Hook::Installed, nullptr));
+  if (!hookThread.joinable()) return;
+  if (threadId != 0) PostThreadMessageA(threadId, WM_QUIT, 0, 0);
+  hookThread.join();
+  // What was posted and not yet looked at goes with its window.
   DestroyWindow(std::exchange(Hook::Receiver, nullptr));
   Hook::Handler = nullptr;
 }

@@ -32,7 +32,7 @@ std::uintptr_t WindowsVoiceWindows::Send(const Message& message) {
   const std::uint64_t now = GetTickCount64();
   if (now >= deadline) return 0;
   // Given up at once when the system already knows that the program hangs. While it waits the station still takes
-  // messages that are sent to it, the keyboard hook's among them: no SMTO_BLOCK.
+  // messages that are sent to it, the client's among them: no SMTO_BLOCK.
   constexpr UINT flags = SMTO_NORMAL | SMTO_ABORTIFHUNG | SMTO_ERRORONEXIT;
   DWORD_PTR answer = 0;
   const LRESULT handled = SendMessageTimeoutW(message.Window, message.What, message.First, message.Second, flags,
