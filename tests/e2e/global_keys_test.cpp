@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "e2e/other_program.h"
@@ -103,6 +104,29 @@ TEST_F(GlobalKeys, TheKeypadFollowsItsLock) {
   Key("key", seven);
   EXPECT_EQ(Heard(6).at(4), "103 0 down");
   Key("key", lock);
+}
+
+TEST_F(GlobalKeys, LettersAreThoseOfTheLayoutThatIsInUse) {
+  Child layouts(S("setxkbmap"), {S("-layout"), S("us,de")}, screen.Environment());
+  ASSERT_TRUE(layouts.Ends());
+  ASSERT_EQ(layouts.ExitCode(), 0) << qPrintable(layouts.Output());
+  constexpr unsigned besideX = 52, f1 = 67;  // X key codes
+  const std::pair<unsigned, const char*> rows[] = {{0, "90 0 down"}, {1, "89 0 down"}, {0, "90 0 down"}};
+  for (const auto& [layout, told] : rows) {
+    heard.clear();
+    other->SwitchLayout(layout);
+    ASSERT_TRUE(other->PressKey(besideX));
+    ASSERT_EQ(Heard(2).size(), 2U);
+    EXPECT_EQ(heard.front(), told) << "layout " << layout;
+  }
+  // Keys that both layouts have alike, and modifiers.
+  other->SwitchLayout(1);
+  ASSERT_TRUE(other->PressKey(f1));
+  EXPECT_EQ(Heard(4).at(2), "112 0 down");
+  Key("keydown", "ctrl");
+  ASSERT_TRUE(other->PressKey(f1));
+  Key("keyup", "ctrl");
+  EXPECT_EQ(Heard(6).at(4), "112 2 down");
 }
 
 TEST_F(GlobalKeys, AfterTheStopNothingIsHeardAndAgainAfterTheNextStart) {

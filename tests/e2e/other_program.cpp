@@ -1,8 +1,11 @@
 #include "e2e/other_program.h"
 
+#include <QLibrary>
+
 #include "e2e/screen.h"
 
 // After the toolkit's headers, whose words its macros would take.
+#include <X11/XKBlib.h>
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 
@@ -75,6 +78,22 @@ bool OtherProgram::GrabKeyboard() {
     return XGrabKeyboard(window->Connection, window->Id, True, GrabModeAsync, GrabModeAsync, CurrentTime) ==
            GrabSuccess;
   });
+}
+
+void OtherProgram::SwitchLayout(unsigned layout) {
+  XkbLockGroup(window->Connection, XkbUseCoreKbd, layout);
+  XSync(window->Connection, False);
+}
+
+bool OtherProgram::PressKey(unsigned keyCode) {
+  // xdotool, whose library it is, would switch the layout back for the time of the key.
+  QLibrary library(QStringLiteral("Xtst"), 6);
+  using Fake = int (*)(Display*, unsigned, int, unsigned long);
+  const auto fake = reinterpret_cast<Fake>(library.resolve("XTestFakeKeyEvent"));
+  if (fake == nullptr) return false;
+  for (const int down : {1, 0}) fake(window->Connection, keyCode, down, CurrentTime);
+  XSync(window->Connection, False);
+  return true;
 }
 
 std::vector<unsigned long> OtherProgram::Heard() {

@@ -19,6 +19,11 @@ class OtherProgram {
   bool TakeFocus();
   /// Takes the keyboard away from everybody, as full-screen programs do.
   bool GrabKeyboard();
+  /// Switches the keyboard to one of its layouts, counted from 0.
+  void SwitchLayout(unsigned layout);
+  /// Presses and releases the key of an X key code by the extension for tests: a key of the place alone, whatever it
+  /// writes. False without the extension's library.
+  bool PressKey(unsigned keyCode);
   /// The key presses heard so far, as X key symbols without modifiers.
   std::vector<unsigned long> Heard();
 

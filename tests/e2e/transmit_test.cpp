@@ -1,7 +1,9 @@
-// A transmit key of the built station, pressed while another program has the keyboard.
+// A transmit key of the built station, pressed while another program has the keyboard, and while its own map has it.
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <memory>
 #include <utility>
 
 #include "e2e/other_program.h"
@@ -19,22 +21,45 @@ QImage Lamps(const Screen& screen, const QString& frame) {
   return screen.Picture().copy(inside.left() + left, inside.bottom() - height, width, height);
 }
 
-TEST(TransmitKey, LightsItsLampWhileAnotherProgramHasTheKeyboard) {
+/// The left half of the map, where no floating window stands at the start.
+QImage Map(const Screen& screen, const QString& frame) {
+  constexpr int edge = 80;
+  const QRect inside = screen.Geometry(frame);
+  return screen.Picture().copy(inside.left() + edge, inside.top() + edge, inside.width() / 2 - edge,
+                               inside.height() - 2 * edge);
+}
+
+/// A part of the screen as soon as it stays as it is.
+QImage AtRest(const std::function<QImage()>& look) {
+  QImage now;
+  const bool rests = WaitFor([&] {
+    const QImage before = std::exchange(now, look());
+    return !now.isNull() && now == before;
+  });
+  return rests ? now : QImage();
+}
+
+class TransmitKey : public testing::Test {
+ protected:
+  void SetUp() override {
+    CopyStation(folder);
+    station = std::make_unique<Child>(folder + S("/kestrel"), QStringList{}, screen.Environment());
+    frame = screen.Window(S("KESTREL"));
+    ASSERT_FALSE(frame.isEmpty());
+  }
+
   const QTemporaryDir place;
   const QString folder = place.filePath(S("station"));
-  CopyStation(folder);
   const Screen screen;
-  const Child station(folder + S("/kestrel"), {}, screen.Environment());
-  const QString frame = screen.Window(S("KESTREL"));
-  ASSERT_FALSE(frame.isEmpty());
+  std::unique_ptr<Child> station;
+  QString frame;
+};
+
+TEST_F(TransmitKey, LightsItsLampWhileAnotherProgramHasTheKeyboard) {
   OtherProgram other(screen.Display());
   ASSERT_TRUE(other.TakeFocus());
-  // The pictures of the start have come to rest.
-  QImage idle;
-  ASSERT_TRUE(WaitFor([&] {
-    const QImage before = std::exchange(idle, Lamps(screen, frame));
-    return !idle.isNull() && idle == before;
-  }));
+  const QImage idle = AtRest([this] { return Lamps(screen, frame); });
+  ASSERT_FALSE(idle.isNull());
 
   screen.Key(S("keydown"), S("F1"));
   // There is no voice client here: the lamp says that it is tried in vain.
@@ -44,7 +69,29 @@ TEST(TransmitKey, LightsItsLampWhileAnotherProgramHasTheKeyboard) {
   constexpr unsigned long f1 = 0xffbe;
   ASSERT_FALSE(other.Heard().empty());
   EXPECT_EQ(other.Heard().front(), f1);
-  EXPECT_TRUE(station.Running());
+  EXPECT_TRUE(station->Running());
+}
+
+TEST_F(TransmitKey, LightsItsLampWhileTheMapHasTheKeyboardAndTheMapIgnoresIt) {
+  const auto map = [this] { return Map(screen, frame); };
+  screen.Activate(frame);
+  screen.Click(screen.Geometry(frame).topLeft() + QPoint(300, 300));
+  const QImage before = AtRest(map);
+  ASSERT_FALSE(before.isNull());
+  screen.Press({S("Prior")});
+  ASSERT_TRUE(WaitFor([&] { return map() != before; })) << "the map does not have the keyboard";
+  const QImage shown = AtRest(map);
+  const QImage idle = AtRest([this] { return Lamps(screen, frame); });
+  ASSERT_FALSE(shown.isNull());
+  ASSERT_FALSE(idle.isNull());
+
+  screen.Key(S("keydown"), S("F1"));
+  EXPECT_TRUE(WaitFor([&] { return Lamps(screen, frame) != idle; }));
+  EXPECT_EQ(map(), shown);
+  screen.Key(S("keyup"), S("F1"));
+  EXPECT_TRUE(WaitFor([&] { return Lamps(screen, frame) == idle; }));
+  EXPECT_EQ(map(), shown);
+  EXPECT_TRUE(station->Running());
 }
 
 }  // namespace

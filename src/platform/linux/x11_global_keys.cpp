@@ -116,6 +116,8 @@ class X11GlobalKeys::Connection {
 
   void Take(std::uint32_t keyCode, bool down) {
     held[keyCode] = down;
+    XkbGetState(display.get(), XkbUseCoreKbd, &state);
+    if (lost) return;
     const std::int32_t modifiers = HeldModifiers();
     const core::GlobalKey key{KeyOf(keyCode, modifiers), modifiers, down};
     // A copy, because what is called may end the listening.
@@ -124,7 +126,12 @@ class X11GlobalKeys::Connection {
   }
 
   unsigned long SymbolOf(std::uint32_t keyCode) {
-    return XkbKeycodeToKeysym(display.get(), static_cast<KeyCode>(keyCode), 0, 0);
+    unsigned int used = 0;
+    KeySym symbol = NoSymbol;
+    // By the layout that is in use; a key without symbols of its own in it has those of another.
+    XkbLookupKeySym(display.get(), static_cast<KeyCode>(keyCode), XkbBuildCoreState(0U, unsigned{state.group}), &used,
+                    &symbol);
+    return symbol;
   }
 
   std::int32_t KeyOf(std::uint32_t keyCode, std::int32_t modifiers) {
@@ -135,8 +142,6 @@ class X11GlobalKeys::Connection {
 
   /// Shift turns the meaning of the lock over.
   bool KeypadWrites(bool shifted) {
-    XkbStateRec state{};
-    XkbGetState(display.get(), XkbUseCoreKbd, &state);
     const bool locked = (state.locked_mods & XkbKeysymToModifiers(display.get(), XK_Num_Lock)) != 0;
     return locked != shifted;
   }
@@ -157,6 +162,7 @@ class X11GlobalKeys::Connection {
   int opcode;
   Heard heard;
   std::bitset<KeyCodes> held;  ///< keys that are down, as of the last event that was taken
+  XkbStateRec state{};         ///< of the keyboard, asked at the last event
   bool lost = false;
 };
 
