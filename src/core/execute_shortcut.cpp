@@ -66,7 +66,8 @@ void HookedKey(Program& program, const GlobalKey& key) {
 }
 
 void StartHook(Program& program) {
-  if (program.State.HookInstalled) return;
+  // A key box that loses the focus to the closing asks for it again.
+  if (program.State.HookInstalled || program.State.Closing) return;
   program.State.HookInstalled = program.Keys.Start([&program](const GlobalKey& key) {
     try {
       HookedKey(program, key);
@@ -80,6 +81,11 @@ void StopHook(Program& program) {
   if (!program.State.HookInstalled) return;
   program.Keys.Stop();
   program.State.HookInstalled = false;
+  ReleaseRadios(program);
+}
+
+void ReleaseRadios(Program& program) {
+  if (radio::ReleaseHeld(program.State.Transmit, program.Voice)) program.Shown.Refresh(Changed::Transmit);
 }
 
 }  // namespace kestrel::core

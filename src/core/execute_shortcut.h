@@ -20,9 +20,12 @@ void MapKey(Program& program, std::int32_t keyCode, std::int32_t shift);
 /// combination is released: this stands.
 void HookedKey(Program& program, const GlobalKey& key);
 
-/// Begins to hear the keys of the whole system, once. Where there is no source the transmit keys silently do not work.
+/// Begins to hear the keys of the whole system, once, and not any more when the closing has begun. Where there is no
+/// source the transmit keys silently do not work.
 void StartHook(Program& program);
-/// Ends that.
+/// Ends that. A transmit key that is held is released with it: its own release will not be heard.
 void StopHook(Program& program);
+/// Releases the transmit keys that are held.
+void ReleaseRadios(Program& program);
 
 }  // namespace kestrel::core

@@ -49,6 +49,7 @@ bool Main(Program& program) {
 }
 
 void Close(Program& program) {
+  program.State.Closing = true;
   const auto tell = [&program](const std::string& what, const std::exception& failure) {
     // The message about saving would lie over the box.
     program.Shown.ShowSavingMessage(false);

@@ -1,5 +1,7 @@
 #include "core/shortcut_capture.h"
 
+#include <algorithm>
+
 #include "core/execute_shortcut.h"
 #include "core/shortcuts.h"
 
@@ -25,6 +27,16 @@ void ShortcutCapture::LoseFocus(std::size_t index) {
   if (waiting == index) End();
 }
 
+void ShortcutCapture::LoadDefaults(std::size_t first, std::size_t end) {
+  Bindings& keys = program.State.ShortcutKeys;
+  const Bindings former = keys;
+  core::LoadDefaults(keys, first, end);
+  // The release of a key that is held would not be known as one any more.
+  if (!std::equal(former.begin() + FirstTransmitShortcut, former.end(), keys.begin() + FirstTransmitShortcut)) {
+    ReleaseRadios(program);
+  }
+}
+
 void ShortcutCapture::End() {
   waiting.reset();
   StartHook(program);
@@ -34,6 +46,18 @@ KeyBox ShortcutCapture::Box(std::size_t index) const {
   if (waiting == index) return {"<Press Key or ESC to clear>", CapturingColour};
   const std::int32_t binding = program.State.ShortcutKeys[index];
   return {KeyName(binding), binding == 0 ? UnboundColour : BoundColour};
+}
+
+std::string ShortcutCapture::Note() const {
+  if (std::string missing = program.Keys.Missing(); !missing.empty()) return missing;
+  std::string unheard;
+  for (auto index = static_cast<std::size_t>(FirstTransmitShortcut); index < ShortcutCount; ++index) {
+    const std::int32_t binding = program.State.ShortcutKeys[index];
+    if (binding == 0 || program.Keys.Hears(binding)) continue;
+    if (!unheard.empty()) unheard += ", ";
+    unheard += KeyName(binding) + " (" + std::string(Shortcuts[index].Name) + ")";
+  }
+  return unheard.empty() ? unheard : "Not heard here: " + unheard + ". Choose another key.";
 }
 
 }  // namespace kestrel::core

@@ -36,10 +36,15 @@ class ShortcutCapture {
   bool Key(std::size_t index, std::int32_t keyCode, std::int32_t shift);
   /// The box has lost the focus: if it was waiting, its command stays without a key.
   void LoseFocus(std::size_t index);
+  /// The buttons of the defaults: core::LoadDefaults. A transmit key that is held while its binding goes is released.
+  void LoadDefaults(std::size_t first, std::size_t end);
 
   /// The command whose box waits.
   std::optional<std::size_t> Waiting() const { return waiting; }
   KeyBox Box(std::size_t index) const;
+  /// What is to be said beside the transmit keys: that the system gives no source, or which of their bindings it never
+  /// tells. Mostly empty.
+  std::string Note() const;
 
  private:
   void End();

@@ -79,6 +79,7 @@ struct Station {
   EditorPositions Editors;
   Bindings ShortcutKeys = DefaultBindings();
   bool HookInstalled = false;  ///< the system's keys are heard
+  bool Closing = false;        ///< the closing has begun
   radio::Transmission Transmit;
   std::string VoiceWindowName = "IVC Client";  ///< caption of the voice program's window
   bool FolderReadOnly = false;                 ///< AppPath could not be written at the start; the person has been told

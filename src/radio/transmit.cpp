@@ -38,6 +38,16 @@ void ReleaseTransmit(Transmission& state, VoiceBridge& voice, TransmitKey key) {
   state.*row.Flag = false;
 }
 
+bool ReleaseHeld(Transmission& state, VoiceBridge& voice) {
+  bool any = false;
+  for (const TransmitKey key : {TransmitKey::UHF, TransmitKey::VHF, TransmitKey::Guard}) {
+    if (!(state.*RowOf(key).Flag)) continue;
+    ReleaseTransmit(state, voice, key);
+    any = true;
+  }
+  return any;
+}
+
 TransmitPicture PictureOf(const Transmission& state, TransmitKey key) {
   const Row& row = RowOf(key);
   if (state.*row.Picture == row.Sending) return TransmitPicture::Sending;

@@ -29,6 +29,9 @@ void PressTransmit(Transmission& state, VoiceBridge& voice, TransmitKey key);
 /// The key went up: the client gets the release whether or not it is connected or was sent the press.
 void ReleaseTransmit(Transmission& state, VoiceBridge& voice, TransmitKey key);
 
+/// The same for each key that is down; true when one was.
+bool ReleaseHeld(Transmission& state, VoiceBridge& voice);
+
 /// What the key's present picture says.
 TransmitPicture PictureOf(const Transmission& state, TransmitKey key);
 

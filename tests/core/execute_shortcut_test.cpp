@@ -198,6 +198,26 @@ TEST_F(Hearing, WithoutASourceTheKeysSilentlyDoNotWork) {
   EXPECT_TRUE(around.State.HookInstalled) << "asked again when it is next wanted";
 }
 
+TEST_F(Hearing, ItsEndReleasesTheKeysThatAreHeld) {
+  around.Keys.Press(112);
+  around.Keys.Press(114);
+  around.VoiceWindows.Keys.clear();
+  StopHook(around.All);
+  EXPECT_THAT(around.VoiceWindows.Keys, ElementsAre(Pair(112, false), Pair(114, false)));
+  EXPECT_FALSE(Transmit().TransmittingUHF);
+  EXPECT_FALSE(Transmit().TransmittingGuard);
+  EXPECT_EQ(Transmit().StatPic_UHF, 1);
+  EXPECT_EQ(Transmit().StatPic_VHF, 3);
+  EXPECT_EQ(Transmit().StatPic_Guard, 9);
+  EXPECT_TRUE(Refreshed(Changed::Transmit));
+  StartHook(around.All);
+  around.VoiceWindows.Keys.clear();
+  around.Shown.Calls.clear();
+  StopHook(around.All);
+  EXPECT_THAT(around.VoiceWindows.Keys, IsEmpty()) << "none is held";
+  EXPECT_THAT(around.Shown.Calls, IsEmpty());
+}
+
 class HookOfTheProgram : public Commands {};
 
 TEST_F(HookOfTheProgram, StandsFromTheStartToTheClosing) {
@@ -209,9 +229,16 @@ TEST_F(HookOfTheProgram, StandsFromTheStartToTheClosing) {
   };
   ASSERT_TRUE(Main(around.All));
   EXPECT_EQ(around.Keys.Starts, 1);
-  around.Shown.WhenUnloaded = [this] { EXPECT_FALSE(around.Keys.Listening()) << "removed before the windows go"; };
+  around.Keys.Press(113);
+  around.Shown.WhenUnloaded = [this] {
+    EXPECT_FALSE(around.Keys.Listening()) << "removed before the windows go";
+    // As a key box does when it loses the focus.
+    StartHook(around.All);
+  };
   Close(around.All);
   EXPECT_EQ(around.Keys.Stops, 1);
+  EXPECT_FALSE(around.Keys.Listening()) << "and not installed again";
+  EXPECT_THAT(around.VoiceWindows.Keys, ElementsAre(Pair(113, true), Pair(113, false))) << "no radio is left on";
   EXPECT_THAT(around.Shown.Calls, Contains("UnloadWindows"));
 }
 

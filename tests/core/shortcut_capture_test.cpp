@@ -1,5 +1,6 @@
 #include "core/shortcut_capture.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "core/execute_shortcut.h"
@@ -8,6 +9,10 @@
 
 namespace kestrel::core {
 namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
 
 class Capture : public testing::Test {
  protected:
@@ -99,6 +104,48 @@ TEST_F(Capture, TwoCommandsMayHaveOneKey) {
   EXPECT_EQ(Keys()[5], 112);
   EXPECT_EQ(Keys()[22], 112);
   EXPECT_EQ(FindShortcut(Keys(), 112, 0), 5);
+}
+
+TEST_F(Capture, ItsBeginningReleasesATransmitKeyThatIsHeld) {
+  for (const std::size_t index : {std::size_t{23}, std::size_t{5}}) {
+    around.Keys.Press(113);
+    around.VoiceWindows.Keys.clear();
+    capture.Begin(index);
+    EXPECT_THAT(around.VoiceWindows.Keys, ElementsAre(Pair(113, false)));
+    EXPECT_FALSE(around.State.Transmit.TransmittingVHF);
+    capture.Key(index, 27, 0);
+    Keys()[23] = 113;
+  }
+}
+
+TEST_F(Capture, DefaultsReleaseATransmitKeyWhoseBindingGoes) {
+  Keys()[22] = 120;
+  around.Keys.Press(120);
+  around.VoiceWindows.Keys.clear();
+  capture.LoadDefaults(0, SecondHalf);
+  EXPECT_THAT(around.VoiceWindows.Keys, IsEmpty()) << "its half stays";
+  EXPECT_EQ(Keys()[22], 120);
+  capture.LoadDefaults(SecondHalf, ShortcutCount);
+  EXPECT_EQ(Keys()[22], 112);
+  EXPECT_THAT(around.VoiceWindows.Keys, ElementsAre(Pair(112, false)));
+  EXPECT_FALSE(around.State.Transmit.TransmittingUHF);
+  around.Keys.Press(113);
+  capture.LoadDefaults(SecondHalf, ShortcutCount);
+  EXPECT_TRUE(around.State.Transmit.TransmittingVHF) << "nothing has changed";
+}
+
+TEST_F(Capture, ANoteNamesTheTransmitKeysThatAreNotHeard) {
+  EXPECT_EQ(capture.Note(), "");
+  around.Keys.Unheard = {33, 400112, 36, 0};
+  Keys()[0] = 33;
+  EXPECT_EQ(capture.Note(), "") << "a key of the map needs no hearing";
+  Keys()[22] = 400112;
+  EXPECT_EQ(capture.Note(), "Not heard here: ALT+F1 (Transm UHF). Choose another key.");
+  Keys()[23] = 0;
+  Keys()[24] = 36;
+  EXPECT_EQ(capture.Note(), "Not heard here: ALT+F1 (Transm UHF), HOME (Transm GUARD). Choose another key.");
+  around.Keys.Why = "There is none.";
+  EXPECT_EQ(capture.Note(), "There is none.");
 }
 
 TEST_F(Capture, NoCommandOutsideTheTable) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <set>
 #include <string>
 #include <utility>
 
@@ -20,6 +21,7 @@ class FakeGlobalKeys final : public core::GlobalKeys {
     ++Stops;
     handler = nullptr;
   }
+  bool Hears(std::int32_t binding) const override { return !Unheard.contains(binding); }
   std::string Missing() const override { return Why; }
 
   bool Listening() const { return handler != nullptr; }
@@ -27,8 +29,9 @@ class FakeGlobalKeys final : public core::GlobalKeys {
   void Press(std::int32_t keyCode, std::int32_t shift = 0) { Send({keyCode, shift, true}); }
   void Release(std::int32_t keyCode, std::int32_t shift = 0) { Send({keyCode, shift, false}); }
 
-  std::string Why;  ///< not empty: there is no source
-  int Starts = 0;   ///< asked for
+  std::string Why;                 ///< not empty: there is no source
+  std::set<std::int32_t> Unheard;  ///< bindings that it never tells
+  int Starts = 0;                  ///< asked for
   int Stops = 0;
 
  private:

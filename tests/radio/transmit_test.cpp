@@ -40,6 +40,18 @@ class Transmit : public testing::TestWithParam<Row> {
   Transmission state;
 };
 
+TEST_P(Transmit, ReleasingWhatIsHeldReleasesThisKeyOnce) {
+  EXPECT_FALSE(ReleaseHeld(state, voice));
+  EXPECT_THAT(client.Keys, IsEmpty());
+  Press();
+  client.Keys.clear();
+  EXPECT_TRUE(ReleaseHeld(state, voice));
+  EXPECT_FALSE(ReleaseHeld(state, voice));
+  EXPECT_THAT(client.Keys, ElementsAre(Pair(row.Sent, false)));
+  EXPECT_FALSE(Flag());
+  EXPECT_EQ(Picture(), row.Idle);
+}
+
 TEST_P(Transmit, IsIdleAtTheStart) {
   EXPECT_FALSE(Flag());
   EXPECT_EQ(Picture(), row.Idle);

@@ -20,7 +20,9 @@ KeyField::KeyField(base::DebugLog& lines, core::ShortcutCapture& shown, std::siz
   const QString name = FromBytes(core::Shortcuts[command].Name);
   setObjectName(QStringLiteral("txtKey_") + QString::number(command));
   setAccessibleName(QStringLiteral("Key of ") + name);
-  setToolTip(QStringLiteral("The key of %1. Press Set, then the key; Esc leaves it without one.").arg(name));
+  setToolTip(QStringLiteral("The key of %1. Press Set, then the key; Esc leaves it without one until the next start, "
+                            "which gives it its default.")
+                 .arg(name));
   setReadOnly(true);
   setContextMenuPolicy(Qt::NoContextMenu);
   // Its longest text must be read whole.
@@ -35,6 +37,7 @@ void KeyField::ShowBox() {
   colours.setColor(QPalette::Base, ToQColor(box.Back));
   colours.setColor(QPalette::Text, FieldText);
   setPalette(colours);
+  Q_EMIT Shown();
 }
 
 bool KeyField::TakeKey(QKeyEvent& key) {

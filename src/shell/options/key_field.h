@@ -18,6 +18,10 @@ class KeyField final : public QLineEdit {
   /// Text and colour as the command's binding stands.
   void ShowBox();
 
+ Q_SIGNALS:
+  /// The box may show another key than before.
+  void Shown();
+
  protected:
   bool event(QEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;

@@ -34,11 +34,12 @@ KeysPanel::KeysPanel(core::Program& program, core::ShortcutCapture& shown, const
   AddCommands("In the map window", first, std::min(end, everywhere), *rows);
   if (end > everywhere) {
     QVBoxLayout* group = AddCommands("In every program", everywhere, end, *rows);
-    auto* missing = new QLabel(FromBytes(station.Keys.Missing()), this);
-    missing->setObjectName(QStringLiteral("lblGlobalKeys"));
-    missing->setWordWrap(true);
-    missing->setVisible(!missing->text().isEmpty());
-    group->addWidget(missing);
+    note = new QLabel(this);
+    note->setObjectName(QStringLiteral("lblGlobalKeys"));
+    note->setTextFormat(Qt::PlainText);
+    note->setWordWrap(true);
+    group->addWidget(note);
+    ShowNote();
   }
   rows->addStretch(1);
 
@@ -68,10 +69,13 @@ void KeysPanel::AddCommand(std::size_t index, QGridLayout& lines) {
   auto* field = new KeyField(station.Log, capture, index, this);
   auto* set = new QPushButton(QStringLiteral("Set"), this);
   set->setObjectName(QStringLiteral("cmdSet") + number);
-  set->setToolTip(QStringLiteral("Binds %1 to the key that is pressed next").arg(command));
+  set->setToolTip(QStringLiteral("Binds %1 to the key that is pressed next; Esc leaves it without one until the next "
+                                 "start, which gives it its default")
+                      .arg(command));
   set->setAccessibleName(QStringLiteral("Set the key of ") + command);
   set->setAutoDefault(false);
   connect(set, &QPushButton::clicked, this, [this, index, field] { Set(index, *field); });
+  connect(field, &KeyField::Shown, this, &KeysPanel::ShowNote);
   auto* label = NewLabel("lblKey", command, set, this);
   label->setObjectName(label->objectName() + number);
   const int line = lines.rowCount();
@@ -92,13 +96,19 @@ void KeysPanel::Set(std::size_t index, KeyField& field) {
 
 void KeysPanel::LoadDefaults(std::size_t first, std::size_t end) {
   Guarded(station.Log, "cmdLoadDefaults", [&] {
-    core::LoadDefaults(station.State.ShortcutKeys, first, end);
+    capture.LoadDefaults(first, end);
     ShowBoxes();
   });
 }
 
 void KeysPanel::ShowBoxes() {
   for (KeyField* field : fields) field->ShowBox();
+}
+
+void KeysPanel::ShowNote() {
+  if (note == nullptr) return;
+  note->setText(FromBytes(capture.Note()));
+  note->setVisible(!note->text().isEmpty());
 }
 
 }  // namespace kestrel::shell

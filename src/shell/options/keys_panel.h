@@ -29,10 +29,12 @@ class KeysPanel final : public QFrame {
   void Set(std::size_t index, KeyField& field);
   void LoadDefaults(std::size_t first, std::size_t end);
   void ShowBoxes();
+  void ShowNote();
 
   core::Program& station;
   core::ShortcutCapture& capture;
   std::vector<KeyField*> fields;
+  QLabel* note = nullptr;  ///< beside the transmit keys, on their panel alone
 };
 
 }  // namespace kestrel::shell

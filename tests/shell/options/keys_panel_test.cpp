@@ -175,8 +175,49 @@ TEST_F(KeysPages, WithASourceNoLineStandsBesideTheTransmitKeys) {
 TEST_F(KeysPages, AClosingStationEndsACaptureThatStillWaits) {
   Set(8);
   Frame().close();
-  EXPECT_EQ(Saved("MAP_AUTOFOCUS"), "1");
-  EXPECT_EQ(SavedKey(8), "0");
+  EXPECT_EQ(Window().findChild<QLineEdit*>(QStringLiteral("txtKey_8"))->text(), QStringLiteral("NO KEY"));
+  EXPECT_FALSE(globalKeys.Listening());
+  const auto file = base::ProfileFile::Load(station.AppPath / "KESTREL.ini");
+  EXPECT_EQ(file.ReadIniValue("SHORTCUTS", "KEY8", "missing"), "0") << "as the closing has saved it";
+}
+
+TEST_F(KeysPages, ATransmitKeyThatIsNotHeardIsNamedBelowThem) {
+  globalKeys.Unheard = {400116};
+  Part<QLineEdit>("txtKey_24");
+  QLabel& note = *Window().findChild<QLabel*>(QStringLiteral("lblGlobalKeys"));
+  EXPECT_FALSE(note.isVisible());
+  const int height = Panel(4).height();
+  Set(23);
+  QTest::keyClick(&Box(23), Qt::Key_F5, Qt::AltModifier);
+  ExpectBox(23, "ALT+F5", Green);
+  EXPECT_TRUE(note.isVisible());
+  EXPECT_EQ(note.text(), QStringLiteral("Not heard here: ALT+F5 (Transm VHF). Choose another key."));
+  EXPECT_EQ(Panel(4).height(), height);
+  EXPECT_GE(Panel(4).height(), Panel(4).sizeHint().height()) << "there is room for it";
+  Set(23);
+  EXPECT_FALSE(note.isVisible()) << "it has no key now";
+  QTest::keyClick(&Box(23), Qt::Key_F5, Qt::AltModifier);
+  EXPECT_TRUE(note.isVisible());
+  Press("cmdLoadDefaults2");
+  EXPECT_FALSE(note.isVisible());
+}
+
+TEST_F(KeysPages, DefaultsReleaseATransmitKeyThatIsHeld) {
+  station.ShortcutKeys[22] = 120;
+  globalKeys.Press(120);
+  EXPECT_TRUE(station.Transmit.TransmittingUHF);
+  Press("cmdLoadDefaults2");
+  EXPECT_FALSE(station.Transmit.TransmittingUHF);
+  ASSERT_EQ(voiceWindows.Keys.size(), 2U);
+  EXPECT_EQ(voiceWindows.Keys.back(), std::pair(112, false));
+}
+
+TEST_F(KeysPages, TipsTellWhatEscMeans) {
+  const QString meaning = QStringLiteral("Esc leaves it without one until the next start, which gives it its default");
+  for (std::size_t index = 0; index < core::ShortcutCount; ++index) {
+    EXPECT_TRUE(Box(index).toolTip().contains(meaning)) << index;
+    EXPECT_TRUE(Part<>(Numbered("cmdSet_", index)).toolTip().contains(meaning)) << index;
+  }
 }
 
 class KeysAtTheStart : public StationTest {};
