@@ -72,12 +72,7 @@ void StationWindows::Refresh(base::Changed what) {
 }
 
 void StationWindows::ToggleBox(core::ToolWindow window, std::string_view box) {
-  if (!frame || unloaded) return;
-  if (window == core::ToolWindow::Curs) {
-    frame->Tools().Curs().ToggleStaticCursor();
-  } else {
-    frame->Tools().View().ToggleBox(box);
-  }
+  if (frame && !unloaded) frame->Tools().Window(window).ToggleBox(box);
 }
 
 void StationWindows::ShowSavingMessage(bool shown) {

@@ -271,7 +271,11 @@ void MDIForm1::CheckAllTools(bool shown) {
   for (const ToolEntry& entry : ToolEntries()) strip->Check(entry.Which).setChecked(shown);
 }
 
-void MDIForm1::ToggleTool(core::ToolWindow which) { strip->Check(which).toggle(); }
+void MDIForm1::ToggleTool(core::ToolWindow which) {
+  strip->Check(which).toggle();
+  // Shown by itself a window takes no keyboard, but the keys may be all that the person has to reach it.
+  if (strip->Check(which).isChecked()) tools->Window(which).activateWindow();
+}
 
 void MDIForm1::ShowPlotOfNode() {
   ClientsFrm& clients = tools->Clients();

@@ -67,7 +67,7 @@ class MDIForm1 final : public QMainWindow {
   void DisableBullsAction(bool enabled);
   /// mnuShowAll and mnuHideAll.
   void CheckAllTools(bool shown);
-  /// A menu entry of a floating window: presses its button in the strip.
+  /// A menu entry of a floating window: presses its button in the strip. A window that is shown so gets the keyboard.
   void ToggleTool(core::ToolWindow which);
   void About();
   /// The entries of PopUp3, for the client whose node it was opened on.

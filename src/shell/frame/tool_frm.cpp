@@ -1,5 +1,6 @@
 #include "shell/frame/tool_frm.h"
 
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -85,7 +86,8 @@ QToolButton* ToolFrm::StripButton(const char* name, const QString& toolTip) {
   auto* button = new QToolButton(this);
   button->setObjectName(QString::fromLatin1(name));
   button->setAutoRaise(true);
-  button->setFocusPolicy(Qt::NoFocus);
+  // Reached by Tab, but a press leaves the keyboard where it is.
+  button->setFocusPolicy(Qt::TabFocus);
   button->setFixedSize(StripHeight, StripHeight);
   button->setIconSize(QSize(12, 12));
   button->setToolTip(toolTip);
@@ -163,6 +165,11 @@ void ToolFrm::BringIntoView() {
   const QRect area = nearest->availableGeometry();
   MoveTo({qMax(area.left(), qMin(pos().x(), area.right() + 1 - width())),
           qMax(area.top(), qMin(pos().y(), area.bottom() + 1 - height()))});
+}
+
+void ToolFrm::ToggleBox(std::string_view box) {
+  auto* found = findChild<QCheckBox*>(QString::fromLatin1(box.data(), static_cast<qsizetype>(box.size())));
+  if (found != nullptr) found->toggle();
 }
 
 void ToolFrm::setVisible(bool visible) {

@@ -4,6 +4,7 @@
 #include <QPoint>
 #include <QWidget>
 #include <optional>
+#include <string_view>
 
 #include "core/program.h"
 
@@ -36,6 +37,9 @@ class ToolFrm : public QWidget {
   void MoveTo(QPoint place);
   /// Moves the window where a screen shows its strip, if none does.
   void BringIntoView();
+
+  /// The shortcut: the other state of the check box of that name, if there is one; its own event does the rest.
+  virtual void ToggleBox(std::string_view box);
 
   /// Shown, the window stands where it is kept, whatever the window manager has done to it meanwhile.
   void setVisible(bool visible) override;

@@ -43,8 +43,6 @@ void CursFrm::ShowStaticCursor() {
   Check1->setChecked(station.State.MapOptions.STATICCURSOR);
 }
 
-void CursFrm::ToggleStaticCursor() { Check1->toggle(); }
-
 void CursFrm::SetStaticCursor(bool on) {
   station.State.MapOptions.STATICCURSOR = on;
   Label2->clear();

@@ -17,8 +17,6 @@ class CursFrm final : public ToolFrm {
   void ShowBRs(const map::BRTexts& texts);
   /// Check1 as the setting stands.
   void ShowStaticCursor();
-  /// The shortcut: the other state of Check1.
-  void ToggleStaticCursor();
 
  protected:
   void showEvent(QShowEvent* event) override;

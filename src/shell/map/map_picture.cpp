@@ -1,5 +1,6 @@
 #include "shell/map/map_picture.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QCursor>
 #include <QKeyEvent>
@@ -17,6 +18,7 @@
 #include "map/geometry.h"
 #include "shell/core/guard.h"
 #include "shell/frame/look.h"
+#include "shell/frame/tool_frm.h"
 #include "shell/frame/virtual_keys.h"
 
 namespace kestrel::shell {
@@ -149,9 +151,17 @@ void MapPicture::mouseDoubleClickEvent(QMouseEvent* event) {
   });
 }
 
+void MapPicture::TakeKeyboard() {
+  // Of a window that is not active the toolkit only notes who is to have the keyboard. It is taken from a floating
+  // window alone: neither from a dialog nor from another program.
+  const bool inUse = QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr;
+  if (!inUse && qobject_cast<ToolFrm*>(QApplication::activeWindow()) != nullptr) window()->activateWindow();
+  if (!hasFocus()) setFocus(Qt::MouseFocusReason);
+}
+
 void MapPicture::mouseMoveEvent(QMouseEvent* event) {
   Guarded(station.Log, "MouseMove", [this, event] {
-    if (station.State.MapOptions.MAP_AUTOFOCUS && !hasFocus()) setFocus(Qt::MouseFocusReason);
+    if (station.State.MapOptions.MAP_AUTOFOCUS) TakeKeyboard();
     core::ReadElevations(station);
     station.Shown.Refresh(
         map::TrackPointer(station.State.View, station.State.MapOptions, event->position().x() * map::UnitsPerPixelX,

@@ -63,6 +63,8 @@ class MapPicture final : public QWidget {
  private:
   map::Scene Scene() const;
   void TakePointer(QPointF position);
+  /// MAP_AUTOFOCUS: the pointer is over the map.
+  void TakeKeyboard();
   void ShowDirty();
   /// True when the key runs a command here.
   bool IsBound(const QKeyEvent& event) const;

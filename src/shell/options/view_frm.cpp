@@ -1,6 +1,5 @@
 #include "shell/options/view_frm.h"
 
-#include <QCheckBox>
 #include <QEvent>
 #include <QStackedWidget>
 #include <QTabBar>
@@ -73,8 +72,7 @@ void ViewFrm::ShowOptions() {
 
 void ViewFrm::ToggleBox(std::string_view box) {
   MakePanels();
-  auto* found = findChild<QCheckBox*>(QString::fromLatin1(box.data(), static_cast<qsizetype>(box.size())));
-  if (found != nullptr) found->toggle();
+  ToolFrm::ToggleBox(box);
 }
 
 bool ViewFrm::eventFilter(QObject* watched, QEvent* event) {

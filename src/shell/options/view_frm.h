@@ -25,8 +25,7 @@ class ViewFrm final : public ToolFrm {
   void ShowZoom();
   /// Settings have changed elsewhere.
   void ShowOptions();
-  /// The shortcut: the other state of a check box, by its name; its own event does the rest.
-  void ToggleBox(std::string_view box);
+  void ToggleBox(std::string_view box) override;
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

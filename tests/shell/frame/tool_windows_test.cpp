@@ -49,6 +49,25 @@ class FloatingWindows : public StationTest {
   QImage IconOf(ToolWindow which, const char* button) {
     return Part(which, button).icon().pixmap(Part(which, button).iconSize()).toImage();
   }
+  void FrameHasKeyboard() {
+    QApplication::setActiveWindow(&Frame());
+    Picture().setFocus();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return Picture().hasFocus(); }));
+  }
+  /// A key for whoever has the keyboard.
+  static void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+    QWidget* menu = QApplication::activePopupWidget();
+    QTest::keyClick(menu != nullptr ? menu : QApplication::focusWidget(), key, modifiers);
+  }
+  /// Presses Tab until that control has the keyboard.
+  static bool TabTo(const char* name) {
+    for (int step = 0; step < 100; ++step) {
+      if (QApplication::focusWidget() == nullptr) return false;
+      if (QApplication::focusWidget()->objectName() == QString::fromLatin1(name)) return true;
+      Key(Qt::Key_Tab);
+    }
+    return false;
+  }
   QRect Placed(ToolWindow which) { return {Window(which).pos(), Window(which).size()}; }
   /// The least width of the strip at which its lamps keep their words.
   int WidthWithWords() {
@@ -88,6 +107,41 @@ TEST_F(FloatingWindows, ShowingThemTakesNoKeyboard) {
     EXPECT_TRUE(Window(each.Which).testAttribute(Qt::WA_ShowWithoutActivating)) << each.Window;
     EXPECT_EQ(Check(each.Which).focusPolicy(), Qt::TabFocus) << each.Check;
   }
+}
+
+TEST_F(FloatingWindows, StartAndRaiseAndTheirButtonsLeaveTheKeyboardWithTheFrame) {
+  StartWith("VIEWFORMX=1500\r\nVIEWFORMHID=1\r\n");
+  FrameHasKeyboard();
+  Frame().Tools().RaiseToolWindows();
+  QTest::mouseClick(&Check(ToolWindow::View), Qt::LeftButton);
+  Action("mnuShowAll").trigger();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&Window(ToolWindow::View)));
+  EXPECT_EQ(QApplication::activeWindow(), &Frame());
+}
+
+TEST_F(FloatingWindows, OptionsAreReachedAndChangedByKeysAlone) {
+  StartWith("VIEWFORMX=1500\r\nVIEWFORMHID=1\r\n");
+  ToolFrm& options = Window(ToolWindow::View);
+  FrameHasKeyboard();
+  // Screen > Show... > Options: the fifth menu, its first entry, there the fourth.
+  Key(Qt::Key_F, Qt::AltModifier);
+  for (int menu = 1; menu < 5; ++menu) Key(Qt::Key_Right);
+  Key(Qt::Key_Return);
+  for (int entry = 1; entry < 4; ++entry) Key(Qt::Key_Down);
+  Key(Qt::Key_Return);
+  ASSERT_TRUE(options.isVisible());
+  ASSERT_TRUE(QTest::qWaitFor([&options] { return QApplication::activeWindow() == &options; }));
+  ASSERT_FALSE(options.Expanded());
+  ASSERT_TRUE(TabTo("CMD1"));
+  Key(Qt::Key_Space);
+  EXPECT_TRUE(options.Expanded());
+  ASSERT_TRUE(TabTo("Check3"));
+  const bool before = station.LinkOptions.BULLSEYEVISIBLE;
+  Key(Qt::Key_Space);
+  EXPECT_NE(station.LinkOptions.BULLSEYEVISIBLE, before);
+  ASSERT_TRUE(TabTo("Command4"));
+  Key(Qt::Key_Space);
+  EXPECT_FALSE(options.isVisible());
 }
 
 TEST_F(FloatingWindows, StartTakesPlaceRollAndVisibilityFromTheSettings) {

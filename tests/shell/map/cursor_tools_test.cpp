@@ -111,7 +111,9 @@ TEST_F(Measuring, Check1ShowsTheSettingAndItsHint) {
   EXPECT_EQ(Check1().text(), QStringLiteral("Static Cursor"));
   EXPECT_EQ(Check1().toolTip(), QStringLiteral("Hotkey: C"));
   EXPECT_FALSE(Check1().isChecked());
-  Curs().ToggleStaticCursor();
+  windows.ToggleBox(core::ToolWindow::Curs, "Check1");
+  EXPECT_TRUE(station.MapOptions.STATICCURSOR);
+  windows.ToggleBox(core::ToolWindow::Curs, "no such box");
   EXPECT_TRUE(station.MapOptions.STATICCURSOR);
   station.MapOptions.STATICCURSOR = false;
   Curs().ShowStaticCursor();

@@ -1,5 +1,6 @@
 #include "shell/map/map_picture.h"
 
+#include <QDialog>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QProcess>
@@ -29,9 +30,10 @@ class MapWindow : public StationTest {
     QCoreApplication::sendEvent(&Picture(), &event);
   }
 
-  void Move(QPointF to) {
-    QMouseEvent event(QEvent::MouseMove, to, Picture().mapToGlobal(to), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(&Picture(), &event);
+  void MovePointer(QPointF to) {
+    QMouseEvent move(QEvent::MouseMove, to, Picture().mapToGlobal(to), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&Picture(), &move);
+    QCoreApplication::processEvents();
   }
 
   std::uint64_t draws = 0;
@@ -55,7 +57,7 @@ TEST_F(MapWindow, WheelZoomsOneStepForEachNotch) {
 }
 
 TEST_F(MapWindow, PointerShowsItsPositionAfterAZoomWithoutAMove) {
-  Move({Picture().width() / 2.0 + 150, Picture().height() / 2.0});
+  MovePointer({Picture().width() / 2.0 + 150, Picture().height() / 2.0});
   const double x = View().CursorMapX;
   Wheel(120);
   EXPECT_DOUBLE_EQ(View().CursorMapX, 512 + (x - 512) / 2);
@@ -151,6 +153,35 @@ TEST_F(MapWindow, PointerTakesTheFocusOnlyWhenTheOptionSaysSo) {
   ASSERT_TRUE(QTest::qWaitFor([this] { return Frame().focusWidget() == &Picture(); }));
 }
 
+TEST_F(MapWindow, PointerTakesTheKeyboardFromAFloatingWindow) {
+  ToolFrm& window = Frame().Tools().Window(core::ToolWindow::Bulls);
+  window.activateWindow();
+  ASSERT_TRUE(QTest::qWaitFor([&window] { return QApplication::activeWindow() == &window; }));
+  station.MapOptions.MAP_AUTOFOCUS = false;
+  MovePointer({20, 20});
+  EXPECT_EQ(QApplication::activeWindow(), &window);
+  station.MapOptions.MAP_AUTOFOCUS = true;
+  MovePointer({30, 30});
+  ASSERT_EQ(QApplication::focusWidget(), &Picture());
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageUp);
+  EXPECT_EQ(View().Resolution, 2);
+}
+
+TEST_F(MapWindow, PointerTakesTheKeyboardNeitherFromADialogNorFromAnotherProgram) {
+  station.MapOptions.MAP_AUTOFOCUS = true;
+  QDialog dialog(&Frame());
+  dialog.show();
+  dialog.activateWindow();
+  ASSERT_TRUE(QTest::qWaitFor([&dialog] { return QApplication::activeWindow() == &dialog; }));
+  MovePointer({20, 20});
+  EXPECT_EQ(QApplication::activeWindow(), &dialog);
+  dialog.close();
+  QApplication::setActiveWindow(nullptr);
+  MovePointer({30, 30});
+  EXPECT_EQ(QApplication::activeWindow(), nullptr);
+  EXPECT_EQ(Frame().focusWidget(), &Picture()) << "it will have it when the frame comes back";
+}
+
 TEST_F(MapWindow, ResizeDrawsNothingAtOnceAndOneMapWhenItHasSettled) {
   for (const int side : {900, 910, 920}) {
     Frame().resize(side, side - 200);
@@ -237,7 +268,7 @@ TEST_F(MapWindow, AScreenOfAnotherScaleGetsItsMapThoughThePointerNeverRests) {
   int x = 0;
   EXPECT_TRUE(QTest::qWaitFor([&] {
     x = (x + 10) % 400;
-    Move({static_cast<qreal>(x), 100});
+    MovePointer({static_cast<qreal>(x), 100});
     return Picture().MapDraws() > draws;
   }));
 }

@@ -159,8 +159,7 @@ TEST_F(OptionsPage, AnEmptyFieldIsZeroAndSaysSoWhenItIsLeft) {
   EXPECT_EQ(field.text(), QStringLiteral("0.00"));
 }
 
-TEST_F(OptionsPage, ATailAngleThatDividesByZeroDrawsOn) {
-  // cos(a / 2) = sin(a / 2) / tan(t) for t = a / 2.
+TEST_F(OptionsPage, ATailAngleOfHalfTheAngleIsTakenAndTheMapIsDrawn) {
   Type("txtILSAngle", "60");
   Type("txtTailAngle", "30");
   EXPECT_EQ(station.MapOptions.AIRF_ILS_TAIL_ANGLE, 30);

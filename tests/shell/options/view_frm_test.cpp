@@ -273,10 +273,11 @@ TEST_F(ViewWindow, DebugWritesLogAndCaptureWhileItIsTicked) {
 
 TEST_F(ViewWindow, MapAutofocusActsOnTheNextMove) {
   const auto takesFocus = [this](QPointF to) {
-    Picture().clearFocus();
+    Activate();
     QMouseEvent move(QEvent::MouseMove, to, Picture().mapToGlobal(to), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&Picture(), &move);
-    return Frame().focusWidget() == &Picture();
+    QCoreApplication::processEvents();
+    return QApplication::focusWidget() == &Picture();
   };
   EXPECT_TRUE(takesFocus({200, 200}));
   Press("chkMapAutofocus");
