@@ -134,8 +134,9 @@ void StatusStrip::ShowTransmit(const radio::Transmission& keys) {
         lamp.Set(true, QStringLiteral("Transmitting on ") + radioName);
         break;
       case radio::TransmitPicture::Failed:
-        lamp.SetFailed(LampColoursOf(palette()).Recording, QStringLiteral("Trying to transmit on ") + radioName +
-                                                               QStringLiteral(": no voice client is connected"));
+        lamp.SetFailed(LampColoursOf(palette()).Recording,
+                       QStringLiteral("Trying to transmit on ") + radioName +
+                           QStringLiteral(": the voice client is not connected or does not answer"));
         break;
     }
   };

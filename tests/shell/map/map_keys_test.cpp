@@ -176,7 +176,8 @@ TEST_F(MapKeys, TheMapIgnoresTheTransmitKeysAndTheSystemsActs) {
     voiceWindows.Status = "NO CONNECTION";
     globalKeys.Press(row.KeyCode);
     EXPECT_TRUE(LampOf(row.Lamp).Failed());
-    EXPECT_TRUE(LampOf(row.Lamp).toolTip().startsWith(QStringLiteral("Trying to transmit on ") + radioName));
+    EXPECT_EQ(LampOf(row.Lamp).toolTip(), QStringLiteral("Trying to transmit on ") + radioName +
+                                              QStringLiteral(": the voice client is not connected or does not answer"));
     EXPECT_EQ(LampOf(row.Lamp).accessibleName(), LampOf(row.Lamp).toolTip());
     const QImage failed = const_cast<Lamp&>(LampOf(row.Lamp)).grab().toImage();
     EXPECT_NE(sending, idle);
