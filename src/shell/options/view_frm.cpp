@@ -42,10 +42,10 @@ ViewFrm::ViewFrm(core::Program& program, QWidget* frame)
 // The key fields speak to the capture until they go.
 ViewFrm::~ViewFrm() { delete panels; }
 
-// What they need with the fonts that the station comes across, and a little more; where it is not enough, FitBody makes
-// the window grow once they are there.
+// What they need with the fonts that the station comes across and with a note of three lines, and a little more; where
+// it is not enough, FitBody makes the window grow once they are there.
 QSize ViewFrm::PanelSize() const {
-  constexpr int digits = 64, lines = 33;
+  constexpr int digits = 64, lines = 36;
   return {digits * fontMetrics().horizontalAdvance(u'0'), lines * fontMetrics().height()};
 }
 
