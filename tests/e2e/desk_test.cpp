@@ -81,6 +81,7 @@ class Desk : public testing::Test {
     for (const char* hidden : {"BULL", "FREQ", "CURSOR", "VIEW", "AREAS", "REC", "MINIMAP"}) {
       Set("OPTIONS", (QByteArray(hidden) + "FORMHID").constData(), S("1"));
     }
+    Set("OPTIONS", "VIEWFORMMIN", S("1"));
     Set("OPTIONS", "CLIENTSFORMX", S("1200"));
     Set("OPTIONS", "CLIENTSFORMY", S("1800"));
     Set("OPTIONS", "CLIENTSFORMMIN", S("0"));
@@ -237,6 +238,24 @@ TEST_F(Desk, ControllerConnectsWatchesEditsMovesOnAndLeavesEverythingSaved) {
   EXPECT_EQ(Log().count(S("Command sent to Server: (NAWACS)2")), 2);
   EXPECT_EQ(Log().count(S("Command sent to Server: (NAWACS)1")), 1);
   EXPECT_FALSE(Log().contains(S("Message dropped"))) << qPrintable(Log());
+}
+
+TEST_F(Desk, TheOptionsAreReachedAndChangedByKeysAlone) {
+  // Screen > Show... > Options: the fifth menu, its first entry, there the fourth.
+  Menu({S("Right"), S("Right"), S("Right"), S("Right"), S("Return"), S("Down"), S("Down"), S("Down"), S("Return")});
+  const QString options = screen.Window(S("^OPTIONS$"));
+  ASSERT_FALSE(options.isEmpty());
+  ASSERT_TRUE(WaitFor([&] { return screen.IsActive(options); })) << "it does not have the keyboard";
+  // The first button of its caption rolls it down.
+  const int rolled = screen.Geometry(options).height();
+  screen.Press({S("space")});
+  ASSERT_TRUE(WaitFor([&] { return screen.Geometry(options).height() > rolled; }));
+  // Past the other two and the tabs to the first box.
+  screen.Press({S("Tab"), S("Tab"), S("Tab"), S("Tab"), S("space")});
+  Menu({S("x")});
+  ASSERT_TRUE(station->Ends());
+  EXPECT_TRUE(Section("OPTIONS").contains(S("\r\nVIEWFORMMIN=0\r\n")));
+  EXPECT_TRUE(Section("OPTIONS").contains(S("\r\nREALVISIBLE=0\r\n")));
 }
 
 }  // namespace

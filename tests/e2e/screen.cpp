@@ -91,6 +91,10 @@ void Screen::Activate(const QString& window) const {
   Tool(QStringLiteral("xdotool"), {QStringLiteral("windowactivate"), QStringLiteral("--sync"), window});
 }
 
+bool Screen::IsActive(const QString& window) const {
+  return Tool(QStringLiteral("xdotool"), {QStringLiteral("getactivewindow")}) == window;
+}
+
 void Screen::Press(const QStringList& keys) const {
   Tool(QStringLiteral("xdotool"),
        QStringList{QStringLiteral("key"), QStringLiteral("--delay"), QStringLiteral("150")} + keys);

@@ -44,6 +44,8 @@ class Screen {
   QString Window(const QString& titlePattern, int seconds = 20) const;
   bool HasWindow(const QString& titlePattern) const;
   void Activate(const QString& window) const;
+  /// True when the window has the keyboard.
+  bool IsActive(const QString& window) const;
   void Press(const QStringList& keys) const;
   /// One key: "keydown", "keyup", or "key" for both.
   void Key(const QString& what, const QString& key) const;

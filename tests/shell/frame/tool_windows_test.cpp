@@ -109,13 +109,11 @@ TEST_F(FloatingWindows, ShowingThemTakesNoKeyboard) {
   }
 }
 
-TEST_F(FloatingWindows, StartAndRaiseAndTheirButtonsLeaveTheKeyboardWithTheFrame) {
-  StartWith("VIEWFORMX=1500\r\nVIEWFORMHID=1\r\n");
+TEST_F(FloatingWindows, BroughtToTheFrontTheyLeaveTheKeyboardWithTheFrame) {
+  Start();
   FrameHasKeyboard();
   Frame().Tools().RaiseToolWindows();
-  QTest::mouseClick(&Check(ToolWindow::View), Qt::LeftButton);
-  Action("mnuShowAll").trigger();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&Window(ToolWindow::View)));
+  QCoreApplication::processEvents();
   EXPECT_EQ(QApplication::activeWindow(), &Frame());
 }
 
