@@ -30,7 +30,8 @@ std::vector<std::string_view> Lines(std::string_view text) {
 }  // namespace
 
 void LoadUpdateText(Station& station) {
-  const std::string text = base::ReadWholeFile(Beside(station, "update.txt"), base::MaxTextFileBytes);
+  const std::string text =
+      base::ReadWholeFile(base::FindFile(station.ProgramPath, "update.txt"), base::MaxTextFileBytes);
   for (const std::string_view line : Lines(text)) {
     const std::vector<std::string_view> pieces = base::Split(line, '=');
     if (pieces.size() < 2) continue;

@@ -8,7 +8,8 @@
 // The small files beside the settings: "update.txt", "common.ini" and "FriendlyNames.ini".
 namespace kestrel::core {
 
-/// DocsUrl and MailUrl from "update.txt". A "=" inside an address cuts it there: this stands.
+/// DocsUrl and MailUrl from "update.txt", which is the program's: it lies in ProgramPath, so that a newer program's
+/// counts. A "=" inside an address cuts it there: this stands.
 /// RuntimeFailure when the file is missing.
 void LoadUpdateText(Station& station);
 

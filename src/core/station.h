@@ -59,7 +59,9 @@ struct Tapes {
 /// The state of the whole station: made once in main.cpp and handed on by reference. Procedures take the records that
 /// they read and write, not all of this; only start, stop and theater switch take it whole.
 struct Station {
-  std::filesystem::path AppPath;      ///< everything is read and written below it: the program folder or `OwnFolder`
+  /// Everything is read and written below it: the program folder or `OwnFolder`. Where neither can be written it may be
+  /// the program folder's "defaults".
+  std::filesystem::path AppPath;
   std::filesystem::path ProgramPath;  ///< folder of the executable; set by the start
   std::filesystem::path OwnFolder;    ///< the person's own folder for application data; empty: there is none to offer
   bool DebugLog = false;              ///< key DEBUG: the log file is on

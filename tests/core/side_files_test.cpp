@@ -31,7 +31,7 @@ class UpdateText : public testing::TestWithParam<UpdateCase> {};
 TEST_P(UpdateText, SetsTheAddresses) {
   ProgramFolder folder;
   Station station;
-  station.AppPath = folder.Path;
+  station.ProgramPath = folder.Path;
   folder.Write("update.txt", GetParam().Text);
   LoadUpdateText(station);
   EXPECT_EQ(station.DocsUrl, GetParam().Docs);
@@ -50,7 +50,7 @@ INSTANTIATE_TEST_SUITE_P(Cases, UpdateText,
 TEST(SideFiles, AMissingUpdateTextIsAFailure) {
   ProgramFolder folder;
   Station station;
-  station.AppPath = folder.Path;
+  station.ProgramPath = folder.Path;
   EXPECT_THROW(LoadUpdateText(station), base::RuntimeFailure);
 }
 
