@@ -61,12 +61,14 @@ bool Within(const QRect& box, const QImage& image) {
 }
 
 /// Asks for the memory of all rows at once, since each lies in another line of the cache.
-void Prefetch(const QImage& image, const QRect& box) {
+void Prefetch([[maybe_unused]] const QImage& image, [[maybe_unused]] const QRect& box) {
+#ifdef __GNUC__
   constexpr int line = 64;  // bytes
   const uchar* row = image.constBits() + box.top() * image.bytesPerLine() + box.left() * 4;
   for (int y = 0; y < box.height(); ++y, row += image.bytesPerLine()) {
     for (int byte = 0; byte < box.width() * 4 + line; byte += line) __builtin_prefetch(row + byte, 1);
   }
+#endif
 }
 
 }  // namespace

@@ -37,8 +37,20 @@ inline BlockBytes BlockOf(std::uint32_t colour) {
   return bytes;
 }
 
+/// LayBlock for every compiler.
+inline void LayBlockByBytes(std::uint32_t* below, const BlockBytes& colour, const InkBlock& ink) {
+  BlockBytes bytes;
+  std::memcpy(bytes.data(), below, bytes.size());
+  for (std::size_t byte = 0; byte < bytes.size(); ++byte) {
+    const unsigned share = ink.Coverage[byte];
+    bytes[byte] = static_cast<std::uint8_t>((bytes[byte] * (128 - share) + colour[byte] * share) >> 7);
+  }
+  std::memcpy(below, bytes.data(), bytes.size());
+}
+
 /// Lays `colour` over the pixels from `below` on.
 inline void LayBlock(std::uint32_t* below, const BlockBytes& colour, const InkBlock& ink) {
+#ifdef __GNUC__
   // The compiler's own vectors: it makes nothing as good of the plain loop.
   using Bytes = std::uint8_t __attribute__((vector_size(sizeof(BlockBytes))));
   using Words = std::uint16_t __attribute__((vector_size(2 * sizeof(BlockBytes))));
@@ -51,6 +63,9 @@ inline void LayBlock(std::uint32_t* below, const BlockBytes& colour, const InkBl
       (__builtin_convertvector(under, Words) * (128 - share) + __builtin_convertvector(over, Words) * share) >> 7;
   under = __builtin_convertvector(mixed, Bytes);
   std::memcpy(below, &under, sizeof under);
+#else
+  LayBlockByBytes(below, colour, ink);
+#endif
 }
 
 /// `colour` laid over one pixel with a coverage of 0..128; both 0xFFRRGGBB. Gives what LayBlock gives.
