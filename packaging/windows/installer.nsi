@@ -30,6 +30,8 @@ VIAddVersionKey LegalCopyright "MIT licence"
 !define MUI_ICON "${HERE}/kestrel.ico"
 !define MUI_UNICON "${HERE}/kestrel.ico"
 !define MUI_FINISHPAGE_RUN "$INSTDIR\kestrel.exe"
+; The folder may have become another one than that of .onInit.
+!define MUI_PAGE_CUSTOMFUNCTION_LEAVE StationMustNotRun
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
 !insertmacro MUI_PAGE_FINISH
@@ -38,16 +40,39 @@ VIAddVersionKey LegalCopyright "MIT licence"
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE English
 
+; A program that runs cannot be replaced or removed, its libraries and files can: what is left would be a mixture.
+!macro STATION_MUST_NOT_RUN un
+Function ${un}StationMustNotRun
+  ${If} ${FileExists} "$INSTDIR\kestrel.exe"
+    again:
+    ClearErrors
+    FileOpen $0 "$INSTDIR\kestrel.exe" a
+    ${If} ${Errors}
+      MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "KESTREL is running. Close it first." /SD IDCANCEL IDRETRY again
+      SetErrorLevel 2
+      Abort
+    ${EndIf}
+    FileClose $0
+  ${EndIf}
+FunctionEnd
+!macroend
+!insertmacro STATION_MUST_NOT_RUN ""
+!insertmacro STATION_MUST_NOT_RUN "un."
+
 Function .onInit
   ${IfNot} ${RunningX64}
     MessageBox MB_ICONSTOP "KESTREL needs 64-bit Windows." /SD IDOK
     Abort
   ${EndIf}
+  ${IfNot} ${AtLeastWin10}
+    MessageBox MB_ICONSTOP "KESTREL needs Windows 10 or later." /SD IDOK
+    Abort
+  ${EndIf}
+  Call StationMustNotRun
 FunctionEnd
 
 Section "KESTREL"
   !include "${LISTS}/install.nsh"
-  SetOverwrite on
   SetOutPath "$INSTDIR"
   WriteUninstaller "$INSTDIR\uninstall.exe"
   ; The working folder of the shortcut is the last SetOutPath.
@@ -61,6 +86,8 @@ Section "KESTREL"
   WriteRegDWORD HKCU "${UNINSTALL_KEY}" "EstimatedSize" ${SIZE}
   WriteRegDWORD HKCU "${UNINSTALL_KEY}" "NoModify" 1
   WriteRegDWORD HKCU "${UNINSTALL_KEY}" "NoRepair" 1
+  ; Also after a first answer that the program runs.
+  SetErrorLevel 0
 SectionEnd
 
 Section "un.KESTREL"
@@ -77,8 +104,11 @@ SectionEnd
 Section /o "un.Settings, theaters and tapes" SETTINGS
   RMDir /r "$INSTDIR\Theaters"
   RMDir /r "$INSTDIR\TAPES"
-  Delete "$INSTDIR\*.ini"
-  Delete "$INSTDIR\*.act"
+  Delete "$INSTDIR\KESTREL.ini"
+  Delete "$INSTDIR\common.ini"
+  Delete "$INSTDIR\FriendlyNames.ini"
+  Delete "$INSTDIR\DefFreq.ini"
+  Delete "$INSTDIR\gradient.act"
   Delete "$INSTDIR\KESTRELLog.txt"
   Delete "$INSTDIR\debug_out.dat"
   RMDir "$INSTDIR"
@@ -89,6 +119,7 @@ Section /o "un.Settings, theaters and tapes" SETTINGS
 SectionEnd
 
 Function un.onInit
+  Call un.StationMustNotRun
   ${GetParameters} $R0
   ClearErrors
   ${GetOptions} $R0 "/ALL" $R1
