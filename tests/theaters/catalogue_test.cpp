@@ -217,7 +217,13 @@ TEST(Catalogue, RemovingATheaterDeletesItsFilesOnly) {
 }
 
 TEST(Catalogue, RemovingATheaterDeletesItsFilesWhateverPointsItsNameHas) {
-  for (const char* name : {"Storm..", "a../b", "..", "../x"}) {
+#ifdef _WIN32
+  // Folders whose names end with points do not exist there.
+  const std::vector<const char*> names = {"Storm..", "..", "../x"};
+#else
+  const std::vector<const char*> names = {"Storm..", "a../b", "..", "../x"};
+#endif
+  for (const char* name : names) {
     const TempFolder folder;
     Theater theater = NewTheater({name, 512, 0, 0}, 0, 0, folder.Path());
     std::filesystem::create_directories(base::FindFile(folder.Path(), DataFile(theater, "")));
