@@ -2,6 +2,7 @@
 
 #include <QFontDatabase>
 #include <QHBoxLayout>
+#include <vector>
 
 #include "shell/frame/look.h"
 #include "shell/frame/tool_table.h"
@@ -78,20 +79,32 @@ std::array<Lamp*, 6> StatusStrip::Lamps() const {
   return {StatPic_Conn, StatPic_Act, StatPic_Rec, StatPic_UHF, StatPic_VHF, StatPic_Guard};
 }
 
-QSize StatusStrip::minimumSizeHint() const {
+int StatusStrip::WidthOfWords() const {
   int words = 0;
   for (const Lamp* lamp : Lamps()) words += lamp->WordWidth();
-  return {fixedWidth - words, QWidget::minimumSizeHint().height()};
+  return words;
+}
+
+QSize StatusStrip::minimumSizeHint() const {
+  return {fixedWidth - WidthOfWords(), QWidget::minimumSizeHint().height()};
 }
 
 void StatusStrip::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
+  // In the order of what is missed most; half a place is none.
+  const std::vector<QLabel*> readOuts[] = {{lblLat, lblLong}, {lblElevation}, {lblZoom}, {lblPosition}};
+  const auto widthOf = [](const std::vector<QLabel*>& labels) {
+    int sum = 0;
+    for (const QLabel* label : labels) sum += label->minimumWidth() + Spacing;
+    return sum;
+  };
   int room = width() - fixedWidth;
-  for (Lamp* lamp : Lamps()) lamp->ShowWord(room >= 0);
-  // In the order of what is missed most.
-  for (QLabel* readOut : {lblLat, lblLong, lblElevation, lblZoom, lblPosition}) {
-    room -= readOut->minimumWidth() + Spacing;
-    readOut->setVisible(room >= 0);
+  const bool words = room >= widthOf(readOuts[0]);
+  for (Lamp* lamp : Lamps()) lamp->ShowWord(words);
+  if (!words) room += WidthOfWords();
+  for (const std::vector<QLabel*>& labels : readOuts) {
+    room -= widthOf(labels);
+    for (QLabel* label : labels) label->setVisible(room >= 0);
   }
 }
 

@@ -69,12 +69,6 @@ class FloatingWindows : public StationTest {
     return false;
   }
   QRect Placed(ToolWindow which) { return {Window(which).pos(), Window(which).size()}; }
-  /// The least width of the strip at which its lamps keep their words.
-  int WidthWithWords() {
-    int width = Frame().Strip().minimumSizeHint().width();
-    for (const Lamp* lamp : Frame().Strip().findChildren<Lamp*>()) width += lamp->WordWidth();
-    return width;
-  }
   void ExpectNoneOverlaps(const std::function<bool(const ToolFrm&)>& counts = [](const ToolFrm&) { return true; }) {
     for (const ToolEntry& a : ToolEntries()) {
       for (const ToolEntry& b : ToolEntries()) {
@@ -273,36 +267,6 @@ TEST_F(FloatingWindows, WiderFrameMovesTheReadOutsWithItsRightSideAndNothingElse
   }
   EXPECT_EQ(places[0], places[1]);
   EXPECT_LT(fromTheRight("lblElevation"), 20) << "the last one ends at the right side";
-}
-
-TEST_F(FloatingWindows, NarrowFrameGivesUpReadOutsAndDrawsNoMap) {
-  Start();
-  const std::uint64_t draws = Picture().MapDraws();
-  Frame().Strip().resize(WidthWithWords() + 260, Frame().Strip().height());
-  EXPECT_TRUE(Frame().Strip().findChild<QLabel*>(QStringLiteral("lblLat"))->isVisible());
-  EXPECT_FALSE(Frame().Strip().findChild<QLabel*>(QStringLiteral("lblPosition"))->isVisible());
-  EXPECT_EQ(Picture().MapDraws(), draws);
-}
-
-TEST_F(FloatingWindows, VeryNarrowFrameGivesUpTheWordsOfTheLampsAndNothingOverlaps) {
-  Start();
-  StatusStrip& strip = Frame().Strip();
-  strip.resize(strip.minimumSizeHint().width(), strip.height());
-  strip.layout()->activate();
-  QWidgetList parts = strip.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
-  parts.removeIf([](const QWidget* part) { return !part->isVisible(); });
-  std::sort(parts.begin(), parts.end(), [](const QWidget* a, const QWidget* b) { return a->x() < b->x(); });
-  EXPECT_EQ(parts.size(), 8 + 6) << "buttons and lamps";
-  int end = 0;
-  for (const QWidget* part : parts) {
-    EXPECT_GE(part->x(), end) << qPrintable(part->objectName());
-    EXPECT_GE(part->width(), qMin(part->sizeHint().width(), part->maximumWidth())) << qPrintable(part->objectName());
-    end = part->x() + part->width();
-  }
-  EXPECT_LE(end, strip.width());
-  strip.resize(WidthWithWords(), strip.height());
-  strip.layout()->activate();
-  EXPECT_GT(strip.findChild<Lamp*>(QStringLiteral("StatPic_Guard"))->width(), 60);
 }
 
 TEST_F(FloatingWindows, ShowAllAndHideAllPressEveryButton) {
