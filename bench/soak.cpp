@@ -29,6 +29,7 @@
 #include "link/tables.h"
 #include "platform/global_keys.h"
 #include "platform/voice_windows.h"
+#include "project_paths.h"
 #include "session-sim/encoder.h"
 #include "shell/core/run_station.h"
 #include "shell/frame/look.h"

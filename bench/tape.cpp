@@ -23,6 +23,7 @@
 
 #include "base/files.h"
 #include "link/tables.h"
+#include "project_paths.h"
 #include "tape/reader.h"
 #include "tape/record_writer.h"
 #include "tape/recorder.h"

@@ -29,7 +29,24 @@ if(KESTREL_FUZZ)
   target_compile_options(kestrel_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-configure_file(${PROJECT_SOURCE_DIR}/cmake/version.h.in ${PROJECT_BINARY_DIR}/generated/version.h @ONLY)
+foreach(header version.h project_paths.h)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/${header}.in ${PROJECT_BINARY_DIR}/generated/${header} @ONLY)
+endforeach()
+
+# Headers that are parsed once for many targets. kestrel_precompiled(<list> <what it links>...) parses cmake/precompiled/<list>.h
+# for the targets that kestrel_precompile(<target> <list>) names; all must be compiled alike. The rooms without windows gain little
+# and do without, so that an include that is missing there shows.
+function(kestrel_precompiled list)
+  file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/generated/${list}.cpp CONTENT "")
+  add_library(kestrel_precompiled_${list} OBJECT ${PROJECT_BINARY_DIR}/generated/${list}.cpp)
+  target_link_libraries(kestrel_precompiled_${list} PRIVATE ${ARGN})
+  target_precompile_headers(kestrel_precompiled_${list} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/precompiled/${list}.h)
+endfunction()
+function(kestrel_precompile target list)
+  target_precompile_headers(${target} REUSE_FROM kestrel_precompiled_${list})
+  # GCC 12 sees overflows in std::string that are not there (its bug 105329) when that is precompiled.
+  target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-stringop-overflow;-Wno-array-bounds>)
+endfunction()
 
 # A room: a static library of all sources in src/<name>; of its folders windows/ and linux/ only the one that is built for.
 # kestrel_room(<name> <what it links>...)

@@ -30,12 +30,17 @@ need() {
   $sudo env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing >/dev/null
 }
 
-# build PRESET [CMAKE ARGUMENT...]: configures and builds.
-build() {
+# configure PRESET [CMAKE ARGUMENT...]
+configure() {
   local preset=$1
   shift
   cmake --preset "$preset" "$@" >"build/$preset.log" 2>&1 || { cat "build/$preset.log" >&2; exit 1; }
-  cmake --build --preset "$preset"
+}
+
+# build PRESET [CMAKE ARGUMENT...]: configures and builds.
+build() {
+  configure "$@"
+  cmake --build --preset "$1"
 }
 mkdir -p build
 
@@ -57,7 +62,7 @@ configure_windows() {
   shift
   # What was found in another SDK is not to be used.
   grep -qs "^QT_CHAINLOAD_TOOLCHAIN_FILE:.*=$sdk/mingw-toolchain.cmake$" build/windows/CMakeCache.txt || fresh=--fresh
-  cmake --preset release >build/release.log 2>&1 || { cat build/release.log >&2; exit 1; }
+  configure release
   cmake --build --preset release --target sample-theater sample-tape
   # shellcheck disable=SC2086
   cmake $fresh -G Ninja -S . -B build/windows -DCMAKE_TOOLCHAIN_FILE="$sdk/lib/cmake/Qt6/qt.toolchain.cmake" \

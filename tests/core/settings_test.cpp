@@ -9,6 +9,7 @@
 
 #include "base/failure.h"
 #include "base/files.h"
+#include "project_paths.h"
 #include "settings_texts.h"
 #include "station_folder.h"
 

@@ -7,6 +7,8 @@
 #include <QFileInfo>
 #include <QString>
 
+#include "project_paths.h"
+
 // The program folder that a test gives its station, and what the station has written there.
 namespace kestrel::e2e {
 

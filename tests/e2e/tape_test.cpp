@@ -9,6 +9,7 @@
 
 #include "e2e/screen.h"
 #include "e2e/station_folder.h"
+#include "project_paths.h"
 
 namespace kestrel::e2e {
 namespace {

@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "project_paths.h"
+
 namespace {
 
 namespace fs = std::filesystem;

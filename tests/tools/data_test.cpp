@@ -5,6 +5,7 @@
 
 #include "base/files.h"
 #include "base/profile_file.h"
+#include "project_paths.h"
 #include "sample-theater/facts.h"
 #include "session-sim/world.h"
 

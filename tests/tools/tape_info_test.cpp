@@ -11,6 +11,7 @@
 
 #include "base/failure.h"
 #include "base/temp_folder.h"
+#include "project_paths.h"
 #include "tape-info/options.h"
 #include "tape-info/repair.h"
 #include "tape-info/survey.h"

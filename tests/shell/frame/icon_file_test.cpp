@@ -2,6 +2,7 @@
 
 #include <QImageReader>
 
+#include "project_paths.h"
 #include "shell/frame/look.h"
 
 namespace kestrel::shell {

@@ -1,0 +1,5 @@
+// Parsed once for the tests of plain C++.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "standard.h"
