@@ -1,3 +1,4 @@
+#include <QCoreApplication>
 #include <atomic>
 #include <chrono>
 #include <csignal>
@@ -39,6 +40,7 @@ int main(int argc, char** argv) {
       std::cout << kestrel::sim::HelpText();
       return 0;
     }
+    const QCoreApplication application(argc, argv);
     return Serve(options);
   } catch (const std::invalid_argument& wrong) {
     std::cerr << "session-sim: " << wrong.what() << "\n";

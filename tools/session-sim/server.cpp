@@ -45,25 +45,18 @@ Server::Server(const Options& given, std::ostream& lines, std::size_t limit)
     : options(given),
       report(lines),
       queueLimit(limit),
-      listener(Listen(given.Port)),
+      listener(given.Port),
       world(given.World),
       start(Clock::now()),
       nextCycle(start + std::chrono::milliseconds(given.PeriodMs)) {}
 
 bool Server::Step(std::chrono::nanoseconds most) {
-  std::vector<Watch> watches = {{&listener}};
-  const auto before = Clock::now();
-  for (Connection& connection : connections) {
-    watches.push_back({&connection.On, !connection.Out.Empty() && connection.Out.Due() <= before});
-  }
-  WaitFor(watches, std::min(most, std::chrono::nanoseconds(NextEvent() - before)));
+  std::vector<const Socket*> open;
+  for (const Connection& connection : connections) open.push_back(&connection.On);
+  WaitFor(listener, open, std::min(most, std::chrono::nanoseconds(NextEvent() - Clock::now())));
   const auto now = Clock::now();
-  auto watch = watches.begin() + 1;
-  for (Connection& connection : connections) {
-    if (watch->CanRead) ReadFrom(connection, now);
-    ++watch;
-  }
-  if (watches.front().CanRead) AcceptNew(now);
+  for (Connection& connection : connections) ReadFrom(connection, now);
+  AcceptNew(now);
   if (options.DurationS && !over && now >= start + Seconds(*options.DurationS)) End();
   if (!over && now >= nextCycle) Cycle(now);
   for (Connection& connection : connections) {
@@ -82,7 +75,7 @@ void Server::End() {
 }
 
 void Server::AcceptNew(Clock::time_point now) {
-  while (auto socket = Accept(listener)) {
+  while (auto socket = listener.Accept()) {
     if (over || connections.size() >= MostConnections) continue;
     ++lastNumber;
     Connection connection{.Number = lastNumber,
@@ -133,9 +126,10 @@ void Server::WriteTo(Connection& connection, Clock::time_point now) {
     if (!sent) Close(connection, "lost");
     if (!sent || *sent == 0) return;
     connection.Out.Taken(*sent);
+    // Pieces are to arrive apart, however late this turn comes.
+    if (options.Split) return;
   }
   if (!connection.Gone && connection.Ending && !connection.EndSent && connection.Out.Empty()) {
-    // The peer closes when it has read all; a close from here could overtake what is still under way.
     connection.On.EndSending();
     connection.EndSent = true;
   }
@@ -240,8 +234,8 @@ Clock::time_point Server::NextEvent() const {
   if (over) next = Clock::now() + std::chrono::milliseconds(20);
   if (options.DurationS && !over) next = std::min(next, start + Seconds(*options.DurationS));
   for (const Connection& connection : connections) {
-    // A piece that is due already waits for room, which the wait itself reports.
-    if (!connection.Out.Empty() && connection.Out.Due() > Clock::now()) next = std::min(next, connection.Out.Due());
+    // Without room the wait itself reports when there is some.
+    if (!connection.Out.Empty() && connection.On.HasRoom()) next = std::min(next, connection.Out.Due());
     if (connection.Ending) next = std::min(next, connection.EndLimit);
     if (options.DropAfterS) next = std::min(next, connection.Since + Seconds(*options.DropAfterS));
     if (options.DisconAfterS && connection.Announced && !connection.Ending) {

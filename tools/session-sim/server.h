@@ -17,14 +17,14 @@ namespace kestrel::sim {
 /// Most bytes that wait for one reader; one that lets more come together is dropped.
 inline constexpr std::size_t QueueLimit = 8 << 20;
 
-/// Serves a session to any number of controllers, in one thread.
+/// Serves a session to any number of controllers, in one thread, which has the toolkit's event loop.
 class Server {
  public:
-  /// Listens at once. `report` gets a line for each connect, close and received command. std::system_error when the
-  /// port cannot be had.
+  /// Listens at once. `report` gets a line for each connect, close and received command. std::runtime_error when
+  /// the port cannot be had.
   Server(const Options& options, std::ostream& report, std::size_t queueLimit = QueueLimit);
 
-  std::uint16_t Port() const { return PortOf(listener); }
+  std::uint16_t Port() const { return listener.Port(); }
   /// Waits at most `most` for something to do and does it. False once the session is over and all is sent.
   bool Step(std::chrono::nanoseconds most);
   /// Ends the session: DISCON to all controllers. Step goes on until they have it, for a short time at most.
@@ -65,7 +65,7 @@ class Server {
   Options options;
   std::ostream& report;
   std::size_t queueLimit;
-  Socket listener;
+  Listener listener;
   World world;
   std::list<Connection> connections;
   int lastNumber = 0;

@@ -1,51 +1,54 @@
 #pragma once
 
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-// The only place that speaks to the operating system's sockets. All of them are non-blocking.
+// The only place that speaks to sockets. None of them blocks; WaitFor lets the toolkit's events run.
 namespace kestrel::sim {
 
-/// Owns a socket; closes it when it goes.
+/// One connection; closed when it goes.
 class Socket {
  public:
-  Socket() = default;
-  explicit Socket(int opened) : handle(opened) {}
-  Socket(Socket&& other) noexcept : handle(other.handle) { other.handle = -1; }
-  Socket& operator=(Socket&& other) noexcept;
-  ~Socket();
-  int Handle() const { return handle; }
+  /// Without delay of small sends.
+  explicit Socket(QTcpSocket* accepted);
 
-  /// Bytes taken by the system, 0 when it takes none now, nothing when the connection is gone.
+  /// Bytes taken, 0 when none are taken now, nothing when the connection is gone.
   std::optional<std::size_t> Send(std::string_view bytes);
+  bool HasRoom() const;
   /// What has arrived, empty when nothing has; nothing when the peer has closed or the connection is gone.
   std::optional<std::string> Receive();
-  /// Says that nothing more will be sent; what is under way still arrives.
+  /// Closes once all that was taken is sent.
   void EndSending();
+  QTcpSocket& Wire() const { return *wire; }
 
  private:
-  int handle = -1;
+  std::unique_ptr<QTcpSocket> wire;
 };
 
-/// Listens on 127.0.0.1 only. std::system_error when that fails.
-Socket Listen(std::uint16_t port);
-std::uint16_t PortOf(const Socket& listener);
-/// The next connection that waits, without delay of small sends; nothing when none does.
-std::optional<Socket> Accept(const Socket& listener);
+/// Listens on 127.0.0.1 only.
+class Listener {
+ public:
+  /// 0: any free port. std::runtime_error when that cannot be had.
+  explicit Listener(std::uint16_t port);
+  std::uint16_t Port() const { return server.serverPort(); }
+  /// The next connection that waits; nothing when none does.
+  std::optional<Socket> Accept();
+  QTcpServer& Wire() { return server; }
 
-/// A socket to wait for.
-struct Watch {
-  const Socket* On = nullptr;
-  bool Writable = false;  ///< wait for room to send, too
-  bool CanRead = false;   ///< set by WaitFor; also when the connection is gone
-  bool CanWrite = false;  ///< set by WaitFor
+ private:
+  QTcpServer server;
 };
-/// Waits until one of them is ready, a signal comes or the time is over.
-void WaitFor(std::vector<Watch>& watches, std::chrono::nanoseconds most);
+
+/// Waits until something arrives at one of them, one of them has sent what it had, somebody connects, or the time is
+/// over.
+void WaitFor(Listener& listener, const std::vector<const Socket*>& sockets, std::chrono::nanoseconds most);
 
 }  // namespace kestrel::sim
