@@ -44,16 +44,6 @@ std::vector<std::string> StepsOf(std::string_view name) {
   return steps;
 }
 
-/// A file of the theater is deleted only when its name stays in the folder: settings files come from anywhere.
-bool StaysBelow(std::string_view name) {
-  if (name.empty() || IsSlash(name.front()) || name.find(':') != std::string_view::npos ||
-      name.find('\0') != std::string_view::npos) {
-    return false;
-  }
-  const std::vector<std::string> steps = StepsOf(name);
-  return std::find(steps.begin(), steps.end(), "..") == steps.end();
-}
-
 /// Such a name opens a device whatever follows a point behind it.
 bool IsDevice(std::string_view name) {
   const std::string stem = base::Lower(base::Trim(name.substr(0, name.find('.'))));
@@ -136,20 +126,41 @@ std::string NewFileName(const std::filesystem::path& folder, std::string_view na
   return stem;
 }
 
-std::optional<std::string> Objection(const TheaterDetails& details) {
+bool StaysInFolder(std::string_view name) {
+  if ((!name.empty() && IsSlash(name.front())) || name.find_first_of(std::string_view(":\0", 2)) != std::string::npos) {
+    return false;
+  }
+  int depth = 0;
+  for (const std::string& step : StepsOf(name)) {
+    depth += step == ".." ? -1 : 1;
+    if (depth < 0) return false;
+  }
+  return true;
+}
+
+std::optional<std::string> Objection(const TheaterDetails& details, const std::optional<TheaterDetails>& shown) {
   if (base::Trim(details.DisplayName).empty()) return "Theater needs a name...";
-  if (details.DisplayName.size() > MaxNameLength) return "The name of a theater can have at most 100 characters.";
-  if (!(details.Size >= 1 && details.Size <= MaxSize)) return "The size of a theater must lie between 1 and 8192.";
-  if (!IsCorner(details.CoordLat, details.CoordLong)) {
+  if (!shown && details.DisplayName.size() > MaxNameLength) {
+    return "The name of a theater can have at most 100 characters.";
+  }
+  const bool sizeStands = shown && details.Size == shown->Size;
+  if (!sizeStands && !(details.Size >= 1 && details.Size <= MaxSize)) {
+    return "The size of a theater must lie between 1 and 8192.";
+  }
+  const double lat = shown && details.CoordLat == shown->CoordLat ? 0 : details.CoordLat;
+  const double longitude = shown && details.CoordLong == shown->CoordLong ? 0 : details.CoordLong;
+  if (!IsCorner(lat, longitude)) {
     return "The corner of a theater must lie between -90 and 90 degrees of latitude and between -360 and 360 degrees "
            "of longitude.";
   }
   return std::nullopt;
 }
 
-std::optional<std::string> Objection(const Bullseye& bullseye) {
+std::optional<std::string> Objection(const Bullseye& bullseye, const std::optional<Bullseye>& shown) {
   const auto fits = [](double value) { return std::abs(value) <= MaxBullseyeDistance; };
-  if (fits(bullseye.X) && fits(bullseye.Y)) return std::nullopt;
+  const bool xFits = (shown && bullseye.X == shown->X) || fits(bullseye.X);
+  const bool yFits = (shown && bullseye.Y == shown->Y) || fits(bullseye.Y);
+  if (xFits && yFits) return std::nullopt;
   return "X and Y of a bullseye must lie between -100000 and 100000.";
 }
 
@@ -202,7 +213,8 @@ std::vector<std::string> RemoveTheater(Catalogue& catalogue, std::size_t row, co
   }
   std::vector<std::string> left;
   for (const std::string& name : FilesOf(removed)) {
-    if (!StaysBelow(name) || inUse.contains(FileKey(name))) continue;
+    // Settings files come from anywhere, and what they name may lie outside.
+    if (name.empty() || !StaysInFolder(name) || inUse.contains(FileKey(name))) continue;
     const std::filesystem::path path = base::FindFile(folder, name);
     if (base::FileExists(path) && !base::DeleteFile(path)) left.push_back(name);
   }

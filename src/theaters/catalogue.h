@@ -41,6 +41,10 @@ std::string CleanFileName(std::string_view name);
 /// does not exist when the plain one does. `end` is ".ini" or ".gif"; each is counted on its own.
 std::string NewFileName(const std::filesystem::path& folder, std::string_view name, std::string_view end);
 
+/// True for the name of a file that stays in the folder of the theaters: relative, without a drive, and with no more
+/// steps ".." than have led down before.
+bool StaysInFolder(std::string_view name);
+
 /// What the person enters about a theater.
 struct TheaterDetails {
   std::string DisplayName;
@@ -51,14 +55,15 @@ struct TheaterDetails {
 
 /// Largest extent of a theater, map units.
 inline constexpr double MaxSize = 8192;
-/// Most characters of a theater's name: file names are made from it.
+/// Most characters of a new theater's name: file names are made from it.
 inline constexpr std::size_t MaxNameLength = 100;
 /// How far from the corner of the map a bullseye may lie, map units.
 inline constexpr double MaxBullseyeDistance = 100000;
 
-/// Why the details cannot be taken, as a text for the person; nothing when they can.
-std::optional<std::string> Objection(const TheaterDetails& details);
-std::optional<std::string> Objection(const Bullseye& bullseye);
+/// Why the details cannot be taken, as a text for the person; nothing when they can. `shown` is what the person was
+/// shown of something that is stored already: a number that still stands is not judged, and the name makes no file.
+std::optional<std::string> Objection(const TheaterDetails& details, const std::optional<TheaterDetails>& shown = {});
+std::optional<std::string> Objection(const Bullseye& bullseye, const std::optional<Bullseye>& shown = {});
 /// True for a place on the earth; longitudes may count to either side or all the way round.
 bool IsCorner(double lat, double longitude);
 

@@ -10,6 +10,11 @@
 #include <utility>
 #include <vector>
 
+#ifdef __linux__
+#include <sys/inotify.h>
+#include <unistd.h>
+#endif
+
 #include "base/failure.h"
 #include "base/files.h"
 #include "base/temp_folder.h"
@@ -273,9 +278,32 @@ TEST(Catalogue, SettingsFileAndPictureThatATheaterWhichStaysUsesAreKept) {
   EXPECT_FALSE(std::filesystem::exists(folder / "B_Areas.dat"));
   RemoveTheater(catalogue, 2, folder.Path());
   EXPECT_FALSE(std::filesystem::exists(folder / "B.ini")) << "nobody uses it any more";
+  EXPECT_FALSE(std::filesystem::exists(folder / "B.gif")) << "its name stays in the folder";
 }
 
 #ifdef __linux__
+TEST(Catalogue, FilesOfARemovedTheaterGoInTheirOrder) {
+  const TempFolder folder;
+  const std::vector<std::string> its = {"B.ini",           "B.gif",           "B_Areas.dat",
+                                        "B_Elevation.dat", "B_ViewShort.dat", "B_Frequencies.dat"};
+  for (const std::string& name : its) WriteBytes(folder / name, "x");
+  const int watch = inotify_init1(IN_NONBLOCK);
+  ASSERT_GE(inotify_add_watch(watch, folder.Path().c_str(), IN_DELETE), 0);
+  Catalogue catalogue = ThreeTheaters(1);
+  RemoveTheater(catalogue, 2, folder.Path());
+  // The system has noted each deletion before it returned.
+  alignas(inotify_event) char noted[4096];
+  const ssize_t count = read(watch, noted, sizeof noted);
+  close(watch);
+  std::vector<std::string> deleted;
+  for (ssize_t at = 0; at < count;) {
+    const auto* event = reinterpret_cast<const inotify_event*>(noted + at);
+    deleted.emplace_back(event->name);
+    at += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
+  }
+  EXPECT_EQ(deleted, its);
+}
+
 TEST(Catalogue, FileThatCannotBeDeletedIsTold) {
   const TempFolder folder;
   // A file that nobody, the administrator included, can delete.
@@ -404,6 +432,42 @@ TEST(Catalogue, DetailsThatCannotBeTakenAreTold) {
     details.CoordLat = lat;
     details.CoordLong = longitude;
     EXPECT_THAT(Objection(details).value_or(""), testing::StartsWith("The corner of a theater must lie between"));
+  }
+}
+
+TEST(Catalogue, WhatStandsAsItWasShownIsNotJudged) {
+  const TheaterDetails shown = {"Korea", 9000, 95, -400};
+  TheaterDetails details = shown;
+  details.DisplayName = std::string(300, 'x');
+  EXPECT_EQ(Objection(details, shown), std::nullopt);
+  details.Size = 9000.5;
+  EXPECT_EQ(Objection(details, shown), "The size of a theater must lie between 1 and 8192.");
+  details = shown;
+  details.CoordLat = 96;
+  EXPECT_THAT(Objection(details, shown).value_or(""), testing::StartsWith("The corner of a theater"));
+  details = shown;
+  details.CoordLong = 400;
+  EXPECT_THAT(Objection(details, shown).value_or(""), testing::StartsWith("The corner of a theater"));
+  details = shown;
+  details.DisplayName.clear();
+  EXPECT_EQ(Objection(details, shown), "Theater needs a name...");
+  const Bullseye far = {"Far", 2e6, -2e6};
+  EXPECT_EQ(Objection(far, far), std::nullopt);
+  EXPECT_NE(Objection(Bullseye{"Far", 2e6, -3e6}, far), std::nullopt);
+  EXPECT_NE(Objection(Bullseye{"Far", 3e6, -2e6}, far), std::nullopt);
+  EXPECT_EQ(Objection(Bullseye{"Near", 1, -2e6}, far), std::nullopt);
+}
+
+TEST(Catalogue, NameThatStaysInTheFolderOfTheTheaters) {
+  for (const char* stays :
+       {"", "a.gif", "x/a.gif", "x\\a.gif", "./a.gif", "x/../a.gif", "a..gif", "x/y/../../a", "...a"}) {
+    EXPECT_TRUE(StaysInFolder(stays)) << stays;
+  }
+  for (const std::string& leaves :
+       {std::string("/a.gif"), std::string("\\a.gif"), std::string("C:\\a.gif"), std::string("c:a.gif"),
+        std::string("x/b:c"), std::string(".."), std::string("../a.gif"), std::string("x/../../a.gif"),
+        std::string("..\\Theaters\\a.gif"), std::string("a\0b", 3)}) {
+    EXPECT_FALSE(StaysInFolder(leaves)) << leaves;
   }
 }
 

@@ -98,8 +98,25 @@ TEST(TheaterFile, CountsThatLieGiveWhatIsThere) {
     const char* Count;
     std::size_t Read;
   };
-  const Case cases[] = {{"99999", 3}, {"1e300", 3}, {"2", 2}, {"3", 2},   {"4", 3},     {"1", 1},      {"0", 0},
-                        {"-5", 0},    {"many", 0},  {"", 0},  {"nan", 0}, {"9e999", 3}, {"-9e999", 0}, {"1.6", 2}};
+  const Case cases[] = {{"99999", 3},
+                        {"1e300", 3},
+                        {"2", 2},
+                        {"3", 2},
+                        {"4", 3},
+                        {"1", 1},
+                        {"0", 0},
+                        {"-5", 0},
+                        {"many", 0},
+                        {"", 0},
+                        {"nan", 0},
+                        {"9e999", 3},
+                        {"-9e999", 0},
+                        {"1.6", 2},
+                        // Halves go to the even number: 0.5 to 0, 1.5 to 2, 2.5 to 2, 3.5 to 4.
+                        {"0.5", 0},
+                        {"1.5", 2},
+                        {"2.5", 2},
+                        {"3,5", 3}};
   for (const Case& c : cases) {
     const Theater theater =
         Read(std::string("[MAP]\nBULLSEYES=") + c.Count + "\n[BULLS1]\nNAME=a\n[BULLS2]\nNAME=b\n[BULLS4]\nNAME=d\n");
@@ -127,6 +144,25 @@ TEST(TheaterFile, CurrentBullBeyond16BitsIsNone) {
     EXPECT_EQ(Read(std::string("[MAP]\nCURRENTBULL=") + text).CurrentBull, 0) << text;
   }
   EXPECT_EQ(Read("[MAP]\nCURRENTBULL=-3").CurrentBull, -3);
+}
+
+TEST(TheaterFile, CurrentBullRoundsHalvesToTheEvenNumber) {
+  const auto current = [](const std::string& text) { return Read("[MAP]\nCURRENTBULL=" + text).CurrentBull; };
+  EXPECT_EQ(current("1.5"), 2);
+  EXPECT_EQ(current("2,5"), 2);
+  EXPECT_EQ(current("2.6"), 3);
+}
+
+TEST(TheaterFile, HalvesAreWrittenAwayFromZero) {
+  Theater theater = Korea();
+  theater.Size = 1024.5;
+  theater.PicSize = 2048.5;
+  theater.Bulls[2].X = 0.5;
+  theater.Bulls[2].Y = -2.5;
+  const std::string text = WriteTheaterFile(theater, "\"banner\"").Text();
+  for (const char* line : {"SIZE=1025\r\n", "PICSIZE=2049\r\n", "\r\nX=1\r\n", "\r\nY=-3\r\n"}) {
+    EXPECT_NE(text.find(line), std::string::npos) << line;
+  }
 }
 
 }  // namespace
