@@ -4,6 +4,7 @@
 #include <exception>
 #include <limits>
 #include <optional>
+#include <system_error>
 #include <type_traits>
 
 #include "base/failure.h"
@@ -106,44 +107,73 @@ void NoteGaps(const Gaps& gaps, std::string_view promise, std::string_view stem,
   station.Notes.push_back(std::move(note));
 }
 
-/// Appends the theater of one MAP<n>. False when its file lies outside the folder of the theaters.
-bool AppendTheater(const std::string& name, Station& station) {
-  std::filesystem::path path;
-  try {
-    path = TheaterPath(station, name);
-  } catch (const base::RuntimeFailure& failure) {
-    station.Notes.push_back(std::string("A theater is skipped: ") + failure.what());
-    return false;
-  }
-  theaters::Theater theater = theaters::ReadTheaterFile(base::ProfileFile::Load(path), name);
-  if (theaters::MendTheater(theater)) {
-    station.Notes.push_back("Theater file " + name + ": SIZE, PICSIZE or CURRENTBULL cannot be used and was put right");
-  }
-  station.Catalogue.Theaters.Append(std::move(theater));
-  return true;
-}
+/// One MAP<n> of the main file.
+struct ListedTheater {
+  std::size_t Number = 0;  ///< n
+  std::string Name;
+  std::filesystem::path Path;
+};
 
-/// All theaters; `CurrentTheater` holds the file's number of the current one and is made an index into what was read.
-void ReadTheaters(const base::ProfileFile& ini, Station& station) {
-  theaters::Catalogue& catalogue = station.Catalogue;
-  const auto wanted = static_cast<std::size_t>(std::max<std::int16_t>(catalogue.CurrentTheater, 0));
-  catalogue.Theaters.Clear();
-  catalogue.CurrentTheater = 0;
+/// The theaters of the main file but for those whose file would lie outside the folder of the theaters.
+std::vector<ListedTheater> ListTheaters(const base::ProfileFile& ini, Station& station) {
+  std::vector<ListedTheater> listed;
   const std::size_t promised = Promised(ini, "MAPS", "TOTALMAPS");
   Gaps gaps;
   for (std::size_t n = 1; n <= promised; ++n) {
     const std::string name = ini.ReadIniValue("MAPS", Numbered("MAP", n), "");
     if (name.empty()) {
       gaps.Add(n);
-    } else if (AppendTheater(name, station) && n == wanted) {
-      catalogue.CurrentTheater = static_cast<std::int16_t>(catalogue.Theaters.UpperBound());
+      continue;
+    }
+    try {
+      listed.push_back({n, name, TheaterPath(station, name)});
+    } catch (const base::RuntimeFailure& failure) {
+      station.Notes.push_back(std::string("A theater is skipped: ") + failure.what());
     }
   }
   NoteGaps(gaps, "TOTALMAPS promises a theater", "MAP", station);
+  return listed;
+}
+
+/// A file that cannot be looked at is not known to be gone.
+bool IsGone(const ListedTheater& theater) {
+  std::error_code failure;
+  return !std::filesystem::exists(theater.Path, failure) && !failure;
+}
+
+void AppendTheater(const ListedTheater& listed, Station& station) {
+  theaters::Theater theater = theaters::ReadTheaterFile(base::ProfileFile::Load(listed.Path), listed.Name);
+  if (theaters::MendTheater(theater)) {
+    station.Notes.push_back("Theater file " + listed.Name +
+                            ": SIZE, PICSIZE or CURRENTBULL cannot be used and was put right");
+  }
+  station.Catalogue.Theaters.Append(std::move(theater));
+}
+
+/// All theaters; `CurrentTheater` holds the file's number of the current one and is made an index into what was read.
+/// Returns the names of the files that are gone and left out; a list of nothing but such files is taken as it is.
+std::vector<std::string> ReadTheaters(const base::ProfileFile& ini, Station& station) {
+  theaters::Catalogue& catalogue = station.Catalogue;
+  const auto wanted = static_cast<std::size_t>(std::max<std::int16_t>(catalogue.CurrentTheater, 0));
+  catalogue.Theaters.Clear();
+  catalogue.CurrentTheater = 0;
+  const std::vector<ListedTheater> listed = ListTheaters(ini, station);
+  const bool allGone = std::all_of(listed.begin(), listed.end(), IsGone);
+  std::vector<std::string> gone;
+  for (const ListedTheater& each : listed) {
+    if (!allGone && IsGone(each)) {
+      station.Notes.push_back("Theater file " + each.Name + " is gone: its theater is left out");
+      gone.push_back(each.Name);
+      continue;
+    }
+    AppendTheater(each, station);
+    if (each.Number == wanted) catalogue.CurrentTheater = static_cast<std::int16_t>(catalogue.Theaters.UpperBound());
+  }
   if (catalogue.CurrentTheater == 0 && !catalogue.Theaters.Empty()) {
     catalogue.CurrentTheater = 1;
     station.Notes.push_back("KESTREL.ini: CURRENTMAP names no theater, the first is used");
   }
+  return gone;
 }
 
 void ReadPhonebook(const base::ProfileFile& ini, Station& station) {
@@ -198,10 +228,9 @@ void SaveViewShorts(const Station& station) {
 }  // namespace
 
 std::filesystem::path TheaterPath(const Station& station, std::string_view name) {
-  const std::filesystem::path folder = TheatersFolder(station);
-  const std::filesystem::path path = base::FindFile(folder, name);
-  // An absolute name would let a settings file be written anywhere.
-  if (std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first != folder.end()) {
+  const std::filesystem::path path = base::FindFile(TheatersFolder(station), name);
+  // An absolute name would let a file anywhere be read and written.
+  if (!theaters::StaysInFolder(name)) {
     throw base::RuntimeFailure("the name " + std::string(name) + " leaves the folder of the theaters");
   }
   return path;
@@ -213,11 +242,12 @@ std::string Banner(std::string_view kind) {
          std::string(kind) + " INI File\"";
 }
 
-void LoadSavedVars(Station& station) {
+std::vector<std::string> LoadSavedVars(Station& station) {
   const base::ProfileFile ini = base::ProfileFile::Load(IniFile(station));
   ReadRows(ini, station);
-  ReadTheaters(ini, station);
+  std::vector<std::string> gone = ReadTheaters(ini, station);
   ReadPhonebook(ini, station);
+  return gone;
 }
 
 void SaveVars(const Station& station) {

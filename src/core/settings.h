@@ -39,14 +39,15 @@ struct SettingsRow {
 /// Every key of "KESTREL.ini" with a fixed name, in the order of writing. The pointers go into `station`.
 std::vector<SettingsRow> SettingsTable(Station& station);
 
-/// `name` below the folder "Theaters". RuntimeFailure for a name that leaves that folder.
+/// `name` below the folder "Theaters". RuntimeFailure for a name that leaves that folder or is absolute.
 std::filesystem::path TheaterPath(const Station& station, std::string_view name);
 
 /// Reads "KESTREL.ini" and all theater files into `station`; a missing file gives the defaults. A number that does not
 /// fit its field gives the key's default, counts that promise more than there is give what is there, a CURRENTMAP that
 /// names no theater becomes 1, a theater file outside the folder "Theaters" is skipped: each with a line in Notes.
+/// Returns the names of the theater files that are gone: their theaters are left out, unless no listed file is there.
 /// RuntimeFailure for a file that cannot be read. No theater is no failure here.
-void LoadSavedVars(Station& station);
+std::vector<std::string> LoadSavedVars(Station& station);
 
 /// Why something could not be saved, and what that is, as a word for the person.
 class SaveFailure : public base::RuntimeFailure {

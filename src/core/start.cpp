@@ -1,6 +1,7 @@
 #include <exception>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "base/files.h"
 #include "core/debug_files.h"
@@ -24,9 +25,20 @@ void ClearFlags(Program& program) {
   program.State.Plots.Empty();
 }
 
+/// "a.ini is gone" and the like, for one file or many.
+std::string GoneText(const std::vector<std::string>& files) {
+  constexpr std::size_t mostNamed = 5;
+  if (files.size() == 1) return "The theater file " + files.front() + " is gone. Its theater is left out.";
+  std::string text = "The theater files ";
+  for (std::size_t i = 0; i < files.size() && i < mostNamed; ++i) text += (i == 0 ? "" : ", ") + files[i];
+  if (files.size() > mostNamed) text += " and " + std::to_string(files.size() - mostNamed) + " more";
+  return text + " are gone. Their theaters are left out.";
+}
+
 void LoadSettings(Program& program) {
-  LoadSavedVars(program.State);
+  const std::vector<std::string> gone = LoadSavedVars(program.State);
   if (program.State.Catalogue.Theaters.Empty()) throw NoTheaters();
+  if (!gone.empty()) program.Desk.Message(link::ProgramTitle(), GoneText(gone), base::MessageIcon::Exclamation);
 }
 
 void ShowMap(Program& program) {

@@ -306,6 +306,25 @@ TEST_F(Settings, CountsBelowOneOrWithoutANumberGiveNothing) {
   }
 }
 
+TEST_F(Settings, CountsAndTheCurrentTheaterRoundHalvesToTheEvenNumber) {
+  folder.Write("KESTREL.ini",
+               "[MAPS]\nTOTALMAPS=2.5\nMAP1=korea.ini\nMAP2=balkans.ini\nMAP3=korea.ini\nCURRENTMAP=1.5\n"
+               "[CONNLIST]\nNUM=1.5\n[CONNLIST1]\nNAME=a\n[CONNLIST2]\nNAME=b\n");
+  LoadSavedVars(station);
+  EXPECT_EQ(station.Catalogue.Theaters.UpperBound(), 2u);
+  EXPECT_EQ(station.Catalogue.CurrentTheater, 2);
+  EXPECT_EQ(station.LinkOptions.ConnList.UpperBound(), 2u);
+}
+
+TEST_F(Settings, ATheaterWhoseFileIsGoneIsLeftOutWhileAnotherIsThere) {
+  folder.Write("KESTREL.ini",
+               "[MAPS]\nTOTALMAPS=4\nMAP1=a.ini\nMAP2=korea.ini\nMAP3=b.ini\nMAP4=BALKANS.ini\nCURRENTMAP=4\n");
+  EXPECT_THAT(LoadSavedVars(station), ElementsAre("a.ini", "b.ini"));
+  ASSERT_EQ(station.Catalogue.Theaters.UpperBound(), 2u);
+  EXPECT_EQ(station.Catalogue.CurrentTheater, 2);
+  EXPECT_EQ(station.Catalogue.Current().Name, "balkans");
+}
+
 TEST_F(Settings, ACurrentTheaterThatIsNotThereBecomesTheFirst) {
   for (const std::string_view current : {"", "0", "-1", "3", "40000", "x"}) {
     station.Notes.clear();
