@@ -81,13 +81,15 @@ struct FormerTheater {
   theaters::DownPoint bull;
 };
 
-/// Saves everything before the switch. What cannot be saved is told, unless the start has told it already.
+}  // namespace
+
 void SaveEverything(Program& program) {
   try {
     SaveVars(program.State);
   } catch (const SaveFailure& failure) {
     program.Log.LogLine(failure.what());
     if (program.State.FolderReadOnly) return;
+    // The message about saving would lie over the box.
     program.Shown.ShowSavingMessage(false);
     program.Desk.Message(link::ProgramTitle(),
                          "The " + std::string(failure.What) + " could not be saved: " + failure.what() + ".",
@@ -95,12 +97,10 @@ void SaveEverything(Program& program) {
   }
 }
 
-}  // namespace
-
 void LoadMapPicture(Program& program) {
   Station& station = program.State;
   const std::uint32_t start = program.Log.Time().TickCount();
-  station.MapPicture = base::LoadPicture(base::FindFile(TheatersFolder(station), station.Catalogue.Current().Pic));
+  station.MapPicture = base::LoadPicture(TheaterPath(station, station.Catalogue.Current().Pic));
   program.Log.LogDuration("Loaded the map picture", start);
 }
 

@@ -11,6 +11,9 @@
 // What hangs on the current theater and the current bullseye.
 namespace kestrel::core {
 
+/// Saves all settings. What cannot be saved is told in a box, unless the start has told that nothing can be.
+void SaveEverything(Program& program);
+
 /// Loads the current theater's picture. RuntimeFailure when it cannot be read; MapPicture is then as it was.
 void LoadMapPicture(Program& program);
 

@@ -121,6 +121,53 @@ TEST_F(Life, TheFriendlyListIsTheFileOnlyWithAutoFriends) {
   EXPECT_FALSE(around.State.View.BullseyeVisible);
 }
 
+TEST_F(Life, APictureOutsideTheFolderOfTheTheatersEndsTheStartAsOneThatCannotBeRead) {
+  folder.Write("outside.bmp", TinyBmp(2));
+  folder.Write("KESTREL.ini", "[LOG]\nDEBUG=1\n[MAPS]\nTOTALMAPS=1\nMAP1=korea.ini\n");
+  const std::string outside = (folder.Path / "outside.bmp").string();
+  folder.Write("Theaters/korea.ini", "[MAP]\nNAME=korea\nSIZE=1024\nPICSIZE=2\nPIC=" + outside + "\n");
+  ExpectStartFailure("Main");
+  EXPECT_THAT(folder.Read("KESTRELLog.txt"),
+              HasSubstr("Load the theater picture: the name " + outside + " leaves the folder of the theaters"));
+}
+
+TEST_F(Life, ATheaterWhoseFileIsGoneIsLeftOutAndTold) {
+  std::filesystem::remove(folder.Path / "Theaters/korea.ini");
+  EXPECT_TRUE(Start());
+  ASSERT_THAT(around.Desk.Boxes, SizeIs(1));
+  EXPECT_EQ(around.Desk.Boxes[0].Title, link::ProgramTitle());
+  EXPECT_EQ(around.Desk.Boxes[0].Text, "The theater file korea.ini is gone. Its theater is left out.");
+  EXPECT_EQ(around.State.Catalogue.Theaters.UpperBound(), 1u);
+  EXPECT_EQ(around.State.Catalogue.Current().Name, "balkans") << "the first that is there is current";
+  EXPECT_EQ(around.State.MapPicture.Width, 3);
+  Close(around.All);
+  EXPECT_THAT(folder.Read("KESTREL.ini"), HasSubstr("TOTALMAPS=1\r\nMAP1=balkans.ini\r\nCURRENTMAP=1\r\n"));
+  EXPECT_FALSE(folder.Has("Theaters/korea.ini"));
+}
+
+TEST_F(Life, TheaterFilesThatAreGoneAreToldInOneBox) {
+  folder.Write("KESTREL.ini",
+               "[MAPS]\nTOTALMAPS=9\nMAP1=a.ini\nMAP2=b.ini\nMAP3=balkans.ini\nMAP4=c.ini\nMAP5=korea.ini\n"
+               "MAP6=d.ini\nMAP7=e.ini\nMAP8=f.ini\nMAP9=g.ini\nCURRENTMAP=5\n");
+  EXPECT_TRUE(Start());
+  ASSERT_THAT(around.Desk.Boxes, SizeIs(1));
+  EXPECT_EQ(around.Desk.Boxes[0].Text,
+            "The theater files a.ini, b.ini, c.ini, d.ini, e.ini and 2 more are gone. Their theaters are left out.");
+  EXPECT_EQ(around.State.Catalogue.Theaters.UpperBound(), 2u);
+  EXPECT_EQ(around.State.Catalogue.Current().Name, "korea") << "the current one is there and stays";
+}
+
+TEST_F(Life, AListOfWhichNoFileIsThereEndsTheStart) {
+  std::filesystem::remove(folder.Path / "Theaters/korea.ini");
+  std::filesystem::remove(folder.Path / "Theaters/balkans.ini");
+  ExpectStartFailure("Main");
+}
+
+TEST_F(Life, APictureThatIsGoneEndsTheStartThoughAnotherTheaterIsThere) {
+  std::filesystem::remove(folder.Path / "Theaters/korea.bmp");
+  ExpectStartFailure("Main");
+}
+
 TEST_F(Life, WithoutDebugNoLogIsWritten) {
   EXPECT_TRUE(Start());
   EXPECT_FALSE(around.Log.On());

@@ -131,6 +131,27 @@ TEST_F(TheaterSwitch, AMissingPictureLeavesTheFormerTheater) {
   EXPECT_EQ(station.Catalogue.Current().Name, "korea");
 }
 
+TEST_F(TheaterSwitch, APictureOutsideTheFolderOfTheTheatersIsNotOpened) {
+  folder.Write("outside.bmp", TinyBmp(5));
+  const std::string above = (folder.Path / "Theaters/../outside.bmp").string();
+  for (const std::string& pic :
+       {std::string("../outside.bmp"), std::string("..\\outside.bmp"), (folder.Path / "outside.bmp").string(), above,
+        (folder.Path / "Theaters/balkans.bmp").string()}) {
+    SCOPED_TRACE(pic);
+    station.Catalogue.Theaters[2].Pic = pic;
+    around.Desk.Boxes.clear();
+    around.Log.File.Open(folder.Path / "log");
+    SwitchTheater(around.All, 2);
+    around.Log.File.Close();
+    ASSERT_THAT(around.Desk.Boxes, SizeIs(1));
+    EXPECT_THAT(around.Desk.Boxes[0].Text, HasSubstr("The former theater stays in use."));
+    EXPECT_EQ(station.Catalogue.CurrentTheater, 1);
+    EXPECT_EQ(station.MapPicture.Width, 2);
+    EXPECT_THAT(folder.Read("log"), HasSubstr(pic));
+    EXPECT_THAT(folder.Read("log"), HasSubstr("leaves"));
+  }
+}
+
 TEST_F(TheaterSwitch, APictureThatCannotBeReadThrowsBeforeAnythingChanges) {
   folder.Write("Theaters/korea.bmp", "no picture");
   station.View.Resolution = 4;
