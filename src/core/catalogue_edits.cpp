@@ -34,7 +34,12 @@ bool IsSure(Program& program, const std::string& title, const std::string& text)
 
 /// Stores the held picture as `theater`'s.
 void SaveHeldPicture(const Station& station, theaters::Theater& theater, const base::Picture& held) {
-  base::WriteWholeFile(TheaterPath(station, theater.Pic), base::EncodeGif(held));
+  const std::filesystem::path path = TheaterPath(station, theater.Pic);
+  if (path == TheatersFolder(station)) {
+    throw base::RuntimeFailure("its settings file " + theater.TheaterFile +
+                               " names no picture (PIC) that could be written");
+  }
+  base::WriteWholeFile(path, base::EncodeGif(held));
   theater.PicSize = held.Width;
 }
 
@@ -52,7 +57,7 @@ theaters::Theater EditedTheater(const Station& station, const TheaterEdit& edit)
 }
 
 std::optional<std::string> Objection(const TheaterEdit& edit) {
-  std::optional<std::string> objection = theaters::Objection(edit.Details);
+  std::optional<std::string> objection = theaters::Objection(edit.Details, edit.Shown);
   return objection || edit.Index != 0 ? objection : theaters::Objection(edit.Default);
 }
 
@@ -104,6 +109,8 @@ bool DeleteTheater(Program& program, std::size_t row) {
   for (const std::string& file : theaters::RemoveTheater(catalogue, row, TheatersFolder(program.State))) {
     program.Log.LogLine("The file " + file + " of the deleted theater " + name + " could not be deleted");
   }
+  // The files are gone: a station that is killed before the next save must not look for them at its start.
+  SaveEverything(program);
   program.Shown.Refresh(base::Changed::NameMenus);
   return true;
 }
@@ -125,8 +132,9 @@ std::optional<theaters::Corner> OpenMapFile(Program& program, const std::filesys
   }
 }
 
-bool StoreBullseye(Program& program, std::size_t row, const theaters::Bullseye& bullseye) {
-  if (const std::optional<std::string> objection = theaters::Objection(bullseye)) {
+bool StoreBullseye(Program& program, std::size_t row, const theaters::Bullseye& bullseye,
+                   const std::optional<theaters::Bullseye>& shown) {
+  if (const std::optional<std::string> objection = theaters::Objection(bullseye, shown)) {
     TellError(program, *objection);
     return false;
   }

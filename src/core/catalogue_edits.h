@@ -17,14 +17,15 @@ namespace kestrel::core {
 struct TheaterEdit {
   std::size_t Index = 0;  ///< in the catalogue; 0 makes a new theater
   theaters::TheaterDetails Details;
-  theaters::Bullseye Default;  ///< of a new theater; its name is not used
-  base::Picture Held;          ///< becomes the theater's picture; an empty one leaves the picture as it is
+  std::optional<theaters::TheaterDetails> Shown;  ///< what the person was shown of a stored theater before the edit
+  theaters::Bullseye Default;                     ///< of a new theater; its name is not used
+  base::Picture Held;  ///< becomes the theater's picture; an empty one leaves the picture as it is
 };
 
 /// Stores the picture and the details. False when they cannot be taken: a box has told why, nothing has changed.
 /// ReloadEditedTheater is to follow once the window has closed.
 bool StoreTheater(Program& program, const TheaterEdit& edit);
-/// Asks and deletes theater `row` with its files. False when it stays.
+/// Asks and deletes theater `row` with its files, then saves the list without it. False when it stays.
 bool DeleteTheater(Program& program, std::size_t row);
 
 /// The picture in `file` as it is. Nothing after the box that says it cannot be loaded.
@@ -34,9 +35,10 @@ std::optional<base::Picture> OpenMapImage(Program& program, const std::filesyste
 /// The corner of the map in the simulator's map file. Nothing after a box that says why.
 std::optional<theaters::Corner> OpenMapFile(Program& program, const std::filesystem::path& file);
 
-/// Stores a bullseye of the current theater; row 0 appends it and makes it current. False when it cannot be taken: a
-/// box has told why.
-bool StoreBullseye(Program& program, std::size_t row, const theaters::Bullseye& bullseye);
+/// Stores a bullseye of the current theater; row 0 appends it and makes it current. `shown` is what the person was
+/// shown of a stored one before the edit. False when it cannot be taken: a box has told why.
+bool StoreBullseye(Program& program, std::size_t row, const theaters::Bullseye& bullseye,
+                   const std::optional<theaters::Bullseye>& shown = {});
 /// Asks and deletes bullseye `row` of the current theater. False when it stays.
 bool DeleteBullseye(Program& program, std::size_t row);
 /// Appends the bullseye of a campaign file, named as the file, and makes it current. False after a box that says why it

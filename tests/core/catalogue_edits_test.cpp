@@ -211,6 +211,35 @@ TEST_F(CatalogueEdits, PictureThatCannotBeSavedChangesNothing) {
   EXPECT_FALSE(folder.Has("Theaters/Taken.gif"));
 }
 
+TEST_F(CatalogueEdits, PictureOfATheaterThatNamesNoneIsToldAsSuch) {
+  for (const char* pic : {"", ".", "x/.."}) {
+    Korea().Pic = pic;
+    TheaterEdit edit = OfKorea();
+    edit.Held = base::BlankPicture(7);
+    EXPECT_FALSE(StoreTheater(around.All, edit));
+    ExpectBox(link::ProgramTitle(),
+              "The theater could not be stored: its settings file korea.ini names no picture (PIC) that could be "
+              "written.");
+    EXPECT_EQ(Korea().DisplayName, "Korea");
+    EXPECT_EQ(Korea().PicSize, 2);
+  }
+}
+
+TEST_F(CatalogueEdits, PictureIsNotStoredOutsideTheFolder) {
+  folder.Write("outside.gif", "mine");
+  for (const std::string& pic : {std::string("../outside.gif"), (folder.Path / "outside.gif").string(),
+                                 (folder.Path / "Theaters/../outside.gif").string()}) {
+    Korea().Pic = pic;
+    TheaterEdit edit = OfKorea();
+    edit.Held = base::BlankPicture(7);
+    EXPECT_FALSE(StoreTheater(around.All, edit));
+    ASSERT_THAT(around.Desk.Boxes, SizeIs(1));
+    EXPECT_THAT(around.Desk.Boxes[0].Text, HasSubstr("leaves"));
+    around.Desk.Boxes.clear();
+    EXPECT_EQ(folder.Read("outside.gif"), "mine");
+  }
+}
+
 TEST_F(CatalogueEdits, PictureThatCannotBeLoadedIsToldAndTheFormerStays) {
   folder.Write("Theaters/korea.bmp", "no picture");
   ASSERT_TRUE(StoreTheater(around.All, OfKorea()));
@@ -240,6 +269,30 @@ TEST_F(CatalogueEdits, TheaterIsDeletedOnYesOnly) {
     EXPECT_EQ(folder.Has("Theaters/balkans.bmp"), answer != Answer::Yes);
   }
   EXPECT_EQ(station.Catalogue.Theaters.UpperBound(), 1u);
+  EXPECT_TRUE(Refreshed(Changed::NameMenus));
+}
+
+TEST_F(CatalogueEdits, DeletedTheaterIsOffTheListOfTheNextStartAtOnce) {
+  station.LinkOptions.CONNPORT = 6200;
+  around.Desk.Answers = {Answer::Yes};
+  ASSERT_TRUE(DeleteTheater(around.All, 2));
+  EXPECT_THAT(folder.Read("KESTREL.ini"), HasSubstr("TOTALMAPS=1\r\nMAP1=korea.ini\r\nCURRENTMAP=1\r\n"));
+  EXPECT_THAT(folder.Read("KESTREL.ini"), HasSubstr("CONNPORT=6200\r\n"));
+  EXPECT_FALSE(folder.Has("Theaters/balkans.ini")) << "saving brings no file back";
+  // The station is killed: the next one finds its list in order.
+  Around next(folder.Path);
+  ASSERT_TRUE(Begin(next));
+  EXPECT_THAT(next.Desk.Boxes, IsEmpty());
+  EXPECT_THAT(next.State.Notes, IsEmpty());
+}
+
+TEST_F(CatalogueEdits, DeletionThatCannotBeSavedIsTold) {
+  std::filesystem::remove(folder.Path / "KESTREL.ini");
+  std::filesystem::create_directories(folder.Path / "KESTREL.ini/in the way");
+  around.Desk.Answers = {Answer::Yes};
+  EXPECT_TRUE(DeleteTheater(around.All, 2));
+  ASSERT_THAT(around.Desk.Boxes, SizeIs(2));
+  EXPECT_EQ(around.Desk.Boxes[1].Text, "The settings could not be saved: KESTREL.ini cannot be written.");
   EXPECT_TRUE(Refreshed(Changed::NameMenus));
 }
 
