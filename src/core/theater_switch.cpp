@@ -136,8 +136,8 @@ base::Changed ReloadTheater(Program& program) {
 void SwitchTheater(Program& program, std::size_t index) {
   Station& station = program.State;
   if (index == 0 || index > station.Catalogue.Theaters.UpperBound()) return;
+  // It lets pending events run, but for what the person does: that waits for the end of the switch.
   program.Shown.ShowSavingMessage(true);
-  program.Desk.LetEventsRun();
   SaveEverything(program);
   program.Shown.ShowSavingMessage(false);
 

@@ -22,7 +22,8 @@ class Windows {
   virtual void Refresh(base::Changed what) = 0;
   /// Gives a check box of a floating window its other state as a press would: its own event does the rest.
   virtual void ToggleBox(ToolWindow window, std::string_view box) = 0;
-  /// Shows frmSavingMessage and lets it paint, or hides it.
+  /// Shows frmSavingMessage and lets it paint, or hides it. What the person does meanwhile waits, and so do the
+  /// sockets.
   virtual void ShowSavingMessage(bool shown) = 0;
   /// "Loading the requested file..." in the middle of the map window with its bar at `percent`; nothing hides it.
   virtual void ShowLoading(std::optional<int> percent) = 0;

@@ -34,9 +34,8 @@ class TheaterSwitch : public testing::Test {
 TEST_F(TheaterSwitch, SavesUnderTheMessageThenShowsTheOtherTheater) {
   station.LinkOptions.CONNPORT = 6200;
   station.View.ViewShorts[0] = {15, 30, 2};
-  around.Desk.WhenEventsRun = [&] { EXPECT_THAT(around.Shown.Calls, ElementsAre("saving message")); };
   SwitchTheater(around.All, 2);
-  EXPECT_EQ(around.Desk.EventRuns, 1);
+  EXPECT_EQ(around.Desk.EventRuns, 0) << "what the person does waits";
   EXPECT_THAT(around.Shown.Calls, ElementsAre("saving message", "no saving message", "Refresh"));
   EXPECT_TRUE(Has(around.Shown.Refreshes[0], Changed::Map));
   EXPECT_TRUE(Has(around.Shown.Refreshes[0], Changed::MiniMap));
