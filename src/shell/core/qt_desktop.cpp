@@ -134,14 +134,19 @@ void QtDesktop::Open(const std::string& file, const std::string& argument, const
 
 std::optional<std::string> QtDesktop::OpenFile(std::string_view title, std::string_view filter,
                                                const std::string& folder, std::string_view defaultName) {
-  QFileDialog dialog(owner, FromBytes(title), QString::fromStdString(folder));
+  const QString kind = FromBytes(title);
+  // The toolkit would begin where any file was last chosen: a picture among the tapes.
+  const QString begin = folder.empty() ? lastFolders.value(kind, QDir::homePath()) : QString::fromStdString(folder);
+  QFileDialog dialog(owner, kind, begin);
   dialog.setObjectName(QStringLiteral("OpenFile"));
   dialog.setOption(QFileDialog::DontUseNativeDialog);
   dialog.setFileMode(QFileDialog::ExistingFile);
   dialog.setNameFilters(NameFilters(filter));
   if (!defaultName.empty()) dialog.selectFile(FromBytes(defaultName));
   if (RunDialog(dialog, modal) != QDialog::Accepted) return std::nullopt;
-  return dialog.selectedFiles().value(0).toStdString();
+  const QString chosen = dialog.selectedFiles().value(0);
+  lastFolders.insert(kind, QFileInfo(chosen).path());
+  return chosen.toStdString();
 }
 
 std::optional<base::Colour> QtDesktop::PickColour(base::Colour present) {

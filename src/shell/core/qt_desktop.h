@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QPointer>
 #include <QWidget>
 
@@ -25,7 +26,8 @@ class QtDesktop final : public base::Desktop {
   /// the system.
   void Open(const std::string& file, const std::string& argument, const std::string& folder) override;
   /// The toolkit's own dialogs, which look the same everywhere; named "OpenFile", "PickColour" and
-  /// "PickFont".
+  /// "PickFont". Without a folder the choice of a file begins where one was last chosen under the same title, or at
+  /// home.
   std::optional<std::string> OpenFile(std::string_view title, std::string_view filter, const std::string& folder,
                                       std::string_view defaultName) override;
   std::optional<base::Colour> PickColour(base::Colour present) override;
@@ -35,6 +37,7 @@ class QtDesktop final : public base::Desktop {
  private:
   ModalCount& modal;
   QPointer<QWidget> owner;
+  QHash<QString, QString> lastFolders;  ///< where a file was last chosen, by the title of the choice
 };
 
 }  // namespace kestrel::shell
