@@ -32,6 +32,10 @@ MdfBullsFrm::MdfBullsFrm(core::Program& program, QWidget* frame)
       [&catalogue](std::size_t index, int column) { return BullseyeText(catalogue.Current().Bulls[index], column); },
       this);
   list->ShowIn(*form->ListView1);
+  // A theater may have none, and then there is nothing to edit.
+  for (QPushButton* button : {form->Command1_1, form->Command1_2}) {
+    NumberedList::EnableWithRow(*form->ListView1, *button);
+  }
   connect(form->Command1_0, &QPushButton::clicked, this, [this] { Ask(0); });
   connect(form->Command1_1, &QPushButton::clicked, this, [this] { Ask(NumberedList::Selected(*form->ListView1)); });
   connect(form->Command1_2, &QPushButton::clicked, this,
@@ -47,9 +51,6 @@ MdfBullsFrm::~MdfBullsFrm() = default;
 void MdfBullsFrm::RefreshGrid() {
   const std::size_t current = static_cast<std::size_t>(station.State.Catalogue.Current().CurrentBull);
   list->Refresh(*form->ListView1, current);
-  // A theater may have none, and then there is nothing to edit.
-  form->Command1_1->setEnabled(list->rowCount() > 0);
-  form->Command1_2->setEnabled(list->rowCount() > 0);
 }
 
 void MdfBullsFrm::Ask(std::size_t index) {

@@ -31,6 +31,9 @@ MdfTheatersFrm::MdfTheatersFrm(core::Program& program, ModalCount& dialogs, QWid
       },
       this);
   list->ShowIn(*form->ListView1);
+  for (QPushButton* button : {form->Command1_1, form->Command1_2}) {
+    NumberedList::EnableWithRow(*form->ListView1, *button);
+  }
   connect(form->Command1_0, &QPushButton::clicked, this, [this] { ShowDetails(0); });
   connect(form->Command1_1, &QPushButton::clicked, this,
           [this] { ShowDetails(NumberedList::Selected(*form->ListView1)); });

@@ -3,6 +3,7 @@
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QHeaderView>
+#include <QPushButton>
 #include <QTreeView>
 #include <utility>
 
@@ -48,8 +49,16 @@ void NumberedList::Refresh(QTreeView& view, std::size_t current) {
 }
 
 std::size_t NumberedList::Selected(const QTreeView& view) {
+  // Not the current row: that is where the keyboard is, highlighted or not.
+  const QModelIndexList rows = view.selectionModel()->selectedRows();
   // The key is one letter and the index.
-  return view.currentIndex().data(Qt::UserRole).toString().mid(1).toULongLong();
+  return rows.isEmpty() ? 0 : rows.front().data(Qt::UserRole).toString().mid(1).toULongLong();
+}
+
+void NumberedList::EnableWithRow(const QTreeView& view, QPushButton& button) {
+  const auto follow = [&view, &button] { button.setEnabled(Selected(view) != 0); };
+  connect(view.selectionModel(), &QItemSelectionModel::selectionChanged, &button, follow);
+  follow();
 }
 
 int NumberedList::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : rows; }

@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <functional>
 
+class QPushButton;
 class QTreeView;
 
 namespace kestrel::shell {
@@ -23,8 +24,10 @@ class NumberedList final : public QAbstractTableModel {
   void ShowIn(QTreeView& view);
   /// The table has changed; `current` (1 or more; 0 is none) becomes the selected row of `view`.
   void Refresh(QTreeView& view, std::size_t current);
-  /// The index of the row selected in `view`, 0 when there is none.
+  /// The index of the row that is highlighted in `view`, 0 when there is none.
   static std::size_t Selected(const QTreeView& view);
+  /// Enables `button` for as long as a row of `view` is highlighted.
+  static void EnableWithRow(const QTreeView& view, QPushButton& button);
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;

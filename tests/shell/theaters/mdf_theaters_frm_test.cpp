@@ -72,6 +72,29 @@ TEST_F(MdfTheaters, AnyAnswerButYesKeepsTheTheater) {
   }
 }
 
+TEST_F(MdfTheaters, DeleteTakesTheRowThatIsHighlighted) {
+  ClickRow(*window, 2);
+  // The keyboard may stand on a row that is not highlighted.
+  List(*window).selectionModel()->setCurrentIndex(List(*window).model()->index(0, 0), QItemSelectionModel::NoUpdate);
+  ASSERT_TRUE(List(*window).selectionModel()->isRowSelected(1));
+  Press(*window, "Command1_2");
+  ExpectBox("Theater delete...", "Are you sure you want to delete the Second theater Theater?");
+}
+
+TEST_F(MdfTheaters, NothingIsTakenWhenNothingIsHighlighted) {
+  QTreeView& list = List(*window);
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ControlModifier, PlaceOf(list, 1));
+  ASSERT_FALSE(list.selectionModel()->hasSelection());
+  EXPECT_FALSE(In<QPushButton>(*window, "Command1_1").isEnabled());
+  EXPECT_FALSE(In<QPushButton>(*window, "Command1_2").isEnabled());
+  EXPECT_TRUE(In<QPushButton>(*window, "Command1_0").isEnabled());
+  Press(*window, "Command1_2");
+  EXPECT_TRUE(desk.Boxes.empty());
+  ClickRow(*window, 2);
+  EXPECT_TRUE(In<QPushButton>(*window, "Command1_1").isEnabled());
+  EXPECT_TRUE(In<QPushButton>(*window, "Command1_2").isEnabled());
+}
+
 TEST_F(MdfTheaters, DeletedTheaterIsGoneWithItsFilesAndItsMenuEntry) {
   for (const char* end : {"_Areas.dat", "_Elevation.dat", "_ViewShort.dat", "_Frequencies.dat"}) {
     Write((std::string("Theaters/two") + end).c_str(), "x");
@@ -84,6 +107,7 @@ TEST_F(MdfTheaters, DeletedTheaterIsGoneWithItsFilesAndItsMenuEntry) {
   EXPECT_EQ(QDir(folder.filePath(QStringLiteral("Theaters"))).entryList(QStringList{QStringLiteral("two*")}),
             QStringList());
   EXPECT_EQ(Frame().findChild<QAction*>(QStringLiteral("mnuTheatername_2")), nullptr);
+  EXPECT_TRUE(Read("KESTREL.ini").contains("TOTALMAPS=1\r\n")) << "saved at once";
 }
 
 TEST_F(MdfTheaters, DeletingTheTheaterBelowKeepsTheSameOneCurrent) {
