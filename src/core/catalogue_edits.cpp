@@ -115,8 +115,12 @@ bool DeleteTheater(Program& program, std::size_t row) {
   return true;
 }
 
-std::optional<base::Picture> OpenPicture(Program& program, const std::filesystem::path& file) {
-  return PictureOrBox(program, [&file] { return base::LoadPicture(file); });
+std::optional<base::Picture> OpenStoredPicture(Program& program, const std::string& name) {
+  return PictureOrBox(program, [&]() -> std::optional<base::Picture> {
+    const std::filesystem::path path = TheaterPath(program.State, name);
+    if (!base::FileExists(path)) return std::nullopt;
+    return base::LoadPicture(path);
+  });
 }
 
 std::optional<base::Picture> OpenMapImage(Program& program, const std::filesystem::path& file) {

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <optional>
+#include <string>
 
 #include "base/picture.h"
 #include "core/program.h"
@@ -28,8 +29,8 @@ bool StoreTheater(Program& program, const TheaterEdit& edit);
 /// Asks and deletes theater `row` with its files, then saves the list without it. False when it stays.
 bool DeleteTheater(Program& program, std::size_t row);
 
-/// The picture in `file` as it is. Nothing after the box that says it cannot be loaded.
-std::optional<base::Picture> OpenPicture(Program& program, const std::filesystem::path& file);
+/// The picture `name` of a theater. Nothing when there is none, or after the box that says it cannot be loaded.
+std::optional<base::Picture> OpenStoredPicture(Program& program, const std::string& name);
 /// The picture in `file`, made square. Nothing after the box that says it cannot be loaded.
 std::optional<base::Picture> OpenMapImage(Program& program, const std::filesystem::path& file);
 /// The corner of the map in the simulator's map file. Nothing after a box that says why.

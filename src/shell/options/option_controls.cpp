@@ -9,10 +9,10 @@
 #include <QScopedValueRollback>
 #include <optional>
 
+#include "shell/core/character_filter.h"
 #include "shell/core/colour_button.h"
 #include "shell/core/guard.h"
 #include "shell/core/text.h"
-#include "shell/options/number_filter.h"
 
 namespace kestrel::shell {
 namespace {
@@ -112,7 +112,9 @@ QPushButton* OptionControls::Font(const char* name, const QString& caption, cons
 QLineEdit* OptionControls::Number(const char* name, const QString& meaning, QWidget* parent) {
   const core::OptionRow& row = core::RowOf(rows, name);
   auto* field = Named(new QLineEdit(parent), name, meaning);
-  field->setValidator(new NumberFilter(field));
+  NumberCharacters takes = DigitsAndPoint();
+  takes.CommaIsPoint = true;
+  new CharacterFilter(std::move(takes), *field);
   field->setMaxLength(LongestNumber);
   field->setAlignment(Qt::AlignRight);
   // What stands there already in other words stays as it was typed.

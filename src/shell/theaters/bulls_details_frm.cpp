@@ -1,10 +1,13 @@
 #include "shell/theaters/bulls_details_frm.h"
 
+#include <utility>
+
 #include "base/numbers.h"
 #include "core/catalogue_edits.h"
+#include "shell/core/character_filter.h"
 #include "shell/core/guard.h"
 #include "shell/core/text.h"
-#include "shell/theaters/character_filter.h"
+#include "shell/core/typed_text.h"
 #include "ui_bulls_details_frm.h"
 
 namespace kestrel::shell {
@@ -13,16 +16,15 @@ BullsDetailsFrm::BullsDetailsFrm(core::Program& program, std::size_t index, Star
     : QDialog(frame), station(program), edited(index), form(std::make_unique<Ui::BullsDetailsFrm>()) {
   form->setupUi(this);
   form->txtName->setFocus();
-  // The map has places left of and below its corner, and a click may fill them in.
-  auto* filter = new CharacterFilter(DigitsAndPoint() + u'-', this);
-  form->txtX->setValidator(filter);
-  form->txtY->setValidator(filter);
+  // Left of and below its corner the map has places that a click may fill in, but nobody types.
+  for (QLineEdit* field : {form->txtX, form->txtY}) new CharacterFilter(DigitsAndPoint(), *field);
   const core::Station& state = program.State;
   if (index != 0) {
     const theaters::Bullseye& bullseye = state.Catalogue.Current().Bulls[index];
     setWindowTitle(QStringLiteral("Bullseye: ") + FromBytes(bullseye.Name));
     form->txtName->setText(FromBytes(bullseye.Name));
     FillPosition(bullseye.X, bullseye.Y);
+    before = Entered(bullseye.Name);
     return;
   }
   setWindowTitle(QStringLiteral("New Bullseye"));
@@ -39,11 +41,16 @@ void BullsDetailsFrm::FillPosition(double x, double y) {
   form->txtY->setText(FromBytes(base::FormatInvariant(y, "0.00")));
 }
 
+theaters::Bullseye BullsDetailsFrm::Entered(std::string name) const {
+  return {std::move(name), base::InvariantNumber(ToBytes(form->txtX->text())),
+          base::InvariantNumber(ToBytes(form->txtY->text()))};
+}
+
 void BullsDetailsFrm::accept() {
   Guarded(station.Log, "BullsDetailsFrm", [this] {
-    const theaters::Bullseye entered{ToBytes(form->txtName->text()), base::InvariantNumber(ToBytes(form->txtX->text())),
-                                     base::InvariantNumber(ToBytes(form->txtY->text()))};
-    if (core::StoreBullseye(station, edited, entered)) QDialog::accept();
+    std::optional<std::string> name = TakeText(*form->txtName, *form->lblRefused);
+    if (!name) return;
+    if (core::StoreBullseye(station, edited, Entered(std::move(*name)), before)) QDialog::accept();
   });
 }
 

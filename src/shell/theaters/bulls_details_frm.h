@@ -3,6 +3,7 @@
 #include <QDialog>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "core/program.h"
 #include "shell/core/modal_count.h"
@@ -32,8 +33,12 @@ class BullsDetailsFrm final : public QDialog {
   void accept() override;
 
  private:
+  /// What stands in the fields, under `name`.
+  theaters::Bullseye Entered(std::string name) const;
+
   core::Program& station;
   std::size_t edited;
+  std::optional<theaters::Bullseye> before;  ///< a stored one as its fields showed it before the person touched them
   std::unique_ptr<Ui::BullsDetailsFrm> form;
 };
 

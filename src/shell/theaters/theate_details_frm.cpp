@@ -3,14 +3,15 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QPixmap>
+#include <utility>
 
 #include "base/files.h"
 #include "base/numbers.h"
 #include "core/catalogue_edits.h"
-#include "core/settings.h"
+#include "shell/core/character_filter.h"
 #include "shell/core/guard.h"
 #include "shell/core/text.h"
-#include "shell/theaters/character_filter.h"
+#include "shell/core/typed_text.h"
 #include "ui_theate_details_frm.h"
 
 namespace kestrel::shell {
@@ -36,10 +37,9 @@ constexpr std::string_view CornerPattern = "0.00000000";
 TheateDetailsFrm::TheateDetailsFrm(core::Program& program, std::size_t index, QWidget* owner)
     : QDialog(owner), station(program), edited(index), form(std::make_unique<Ui::TheateDetailsFrm>()) {
   form->setupUi(this);
-  form->txtSize->setValidator(new CharacterFilter(Digits(), this));
-  auto* filter = new CharacterFilter(DigitsAndPoint(), this);
-  form->txtBullX->setValidator(filter);
-  form->txtBullY->setValidator(filter);
+  new CharacterFilter(Digits(), *form->txtSize);
+  for (QLineEdit* field : {form->txtBullX, form->txtBullY}) new CharacterFilter(DigitsAndPoint(), *field);
+  for (QLineEdit* field : {form->txtLat, form->txtLong}) new CharacterFilter(SignedNumber(), *field);
   connect(form->cmdChange, &QPushButton::clicked, this,
           [this] { Guarded(station.Log, "cmdChange", [this] { ChangePicture(); }); });
   connect(form->cmdGetCoords, &QPushButton::clicked, this,
@@ -81,14 +81,13 @@ void TheateDetailsFrm::PopulateEdit() {
                           static_cast<QWidget*>(form->lblBullY), static_cast<QWidget*>(form->txtBullY)}) {
     widget->hide();
   }
+  before = Entered(theater.DisplayName);
   Guarded(station.Log, "Picture1", [this, &theater] { ShowStoredPicture(theater.Pic); });
 }
 
 void TheateDetailsFrm::ShowStoredPicture(const std::string& name) {
-  const std::filesystem::path path = core::TheaterPath(station.State, name);
-  if (!base::FileExists(path)) return;
   const WaitCursor wait;
-  if (const auto picture = core::OpenPicture(station, path)) ShowPicture(*picture);
+  if (const auto picture = core::OpenStoredPicture(station, name)) ShowPicture(*picture);
 }
 
 void TheateDetailsFrm::ShowPicture(const base::Picture& picture) {
@@ -121,12 +120,18 @@ void TheateDetailsFrm::GetCoords() {
   form->txtLong->setText(Text(corner->Long, CornerPattern));
 }
 
+theaters::TheaterDetails TheateDetailsFrm::Entered(std::string name) const {
+  return {std::move(name), Number(*form->txtSize), Number(*form->txtLat), Number(*form->txtLong)};
+}
+
 void TheateDetailsFrm::accept() {
   Guarded(station.Log, "TheateDetailsFrm", [this] {
+    std::optional<std::string> name = TakeText(*form->txtName, *form->lblRefused);
+    if (!name) return;
     core::TheaterEdit edit;
     edit.Index = edited;
-    edit.Details = {ToBytes(form->txtName->text()), Number(*form->txtSize), Number(*form->txtLat),
-                    Number(*form->txtLong)};
+    edit.Details = Entered(std::move(*name));
+    edit.Shown = before;
     edit.Default = {{}, Number(*form->txtBullX), Number(*form->txtBullY)};
     edit.Held = held;
     const WaitCursor wait;

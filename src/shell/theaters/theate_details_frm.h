@@ -2,9 +2,12 @@
 
 #include <QDialog>
 #include <memory>
+#include <optional>
+#include <string>
 
 #include "base/picture.h"
 #include "core/program.h"
+#include "theaters/catalogue.h"
 
 namespace Ui {
 class TheateDetailsFrm;
@@ -25,6 +28,8 @@ class TheateDetailsFrm final : public QDialog {
   void accept() override;
 
  private:
+  /// What stands in the fields, under `name`.
+  theaters::TheaterDetails Entered(std::string name) const;
   void PopulateNew();
   void PopulateEdit();
   /// Shows the picture that the theater has, where there is one.
@@ -36,6 +41,8 @@ class TheateDetailsFrm final : public QDialog {
   core::Program& station;
   std::size_t edited;
   std::unique_ptr<Ui::TheateDetailsFrm> form;
+  /// A stored one as its fields showed it before the person touched them.
+  std::optional<theaters::TheaterDetails> before;
   base::Picture held;  ///< empty while the stored picture stays
 };
 

@@ -228,10 +228,92 @@ TEST_F(Bullseyes, PlaceThatCannotBeIsToldAndTheDetailsStay) {
 TEST_F(Bullseyes, FieldsOfThePlaceTakeNumbersOnly) {
   Action("mnuSetNewBulls").trigger();
   for (const char* field : {"txtX", "txtY"}) {
-    Type(Details(), field, "1a2,5 e.");
+    Type(Details(), field, "-1a2,5 e.");
     EXPECT_EQ(TextOf(Details(), field), QStringLiteral("12,5."));
   }
   Press(Details(), "Command2");
+}
+
+TEST_F(Bullseyes, FieldsJudgeWhatIsTypedAndNotWhatTheMapHasFilledIn) {
+  Action("mnuSetNewBulls").trigger();
+  BullsDetailsFrm& details = Details();
+  // As a click left of and below the map does.
+  details.FillPosition(-12.5, -5);
+  for (const auto& [field, filled] : {std::pair("txtX", "-12.50"), std::pair("txtY", "-5.00")}) {
+    SCOPED_TRACE(field);
+    const QString before = QString::fromLatin1(filled);
+    auto& line = In<QLineEdit>(details, field);
+    EXPECT_EQ(line.text(), before);
+    line.end(false);
+    QTest::keyClicks(&line, QStringLiteral("x-7 e"));
+    EXPECT_EQ(line.text(), before + u'7');
+    QTest::keyClicks(&line, QStringLiteral("y"));
+    EXPECT_EQ(line.text(), before + u'7');
+    line.selectAll();
+    QTest::keyClick(&line, Qt::Key_Delete);
+    EXPECT_EQ(line.text(), QString());
+    QTest::keySequence(&line, QKeySequence::Undo);
+    EXPECT_EQ(line.text(), before + u'7') << "what stood comes back";
+    line.end(false);
+    QTest::keyClicks(&line, QStringLiteral("z8"));
+    EXPECT_EQ(line.text(), before + QStringLiteral("78"));
+  }
+  Press(details, "Command1");
+  EXPECT_EQ(Current().Bulls[3].X, -12.5078);
+  EXPECT_EQ(Current().Bulls[3].Y, -5.0078);
+}
+
+TEST_F(Bullseyes, StoredPlaceThatCouldNotBeTypedBlocksNothing) {
+  Current().Bulls[2].X = 2000000;
+  Current().Bulls[2].Y = -2000000;
+  OpenDetails("Command1_1", 2);
+  Type(Details(), "txtName", "Delta");
+  CloseDetails("Command1");
+  EXPECT_TRUE(desk.Boxes.empty());
+  EXPECT_EQ(Current().Bulls[2].Name, "Delta");
+  EXPECT_EQ(Current().Bulls[2].X, 2000000);
+  EXPECT_EQ(Current().Bulls[2].Y, -2000000);
+  OpenDetails("Command1_1", 2);
+  Type(Details(), "txtX", "3000000");
+  Press(Details(), "Command1");
+  ExpectBox("Error", "X and Y of a bullseye must lie between -100000 and 100000.");
+  CloseDetails("Command2");
+}
+
+TEST_F(Bullseyes, NameThatTheCodePageDoesNotHoldIsRefused) {
+  Action("mnuSetNewBulls").trigger();
+  BullsDetailsFrm& details = Details();
+  auto& name = In<QLineEdit>(details, "txtName");
+  name.clear();
+  Commit(name, QStringLiteral("\u65E5"));
+  Press(details, "Command1");
+  EXPECT_TRUE(DetailsShown());
+  EXPECT_EQ(Label(details, "lblRefused"), QStringLiteral("This character cannot be used here: \u65E5."));
+  EXPECT_EQ(name.text(), QStringLiteral("\u65E5"));
+  EXPECT_EQ(Current().Bulls.UpperBound(), 2u);
+  Type(details, "txtName", "Nippon");
+  Press(details, "Command1");
+  EXPECT_EQ(Current().Bulls[3].Name, "Nippon");
+}
+
+TEST_F(Bullseyes, DeleteTakesTheRowThatIsHighlighted) {
+  core::SelectBullseye(program, 2);
+  MdfBullsFrm list(program, &Frame());
+  list.show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&list));
+  ClickRow(list, 1);
+  // The keyboard may stand on a row that is not highlighted.
+  List(list).selectionModel()->setCurrentIndex(List(list).model()->index(1, 0), QItemSelectionModel::NoUpdate);
+  ASSERT_TRUE(List(list).selectionModel()->isRowSelected(0));
+  Press(list, "Command1_2");
+  ExpectBox("Bullseye delete...", "Are you sure you want to delete the Alpha Bullseye?");
+  // Nothing is highlighted: there is nothing to take.
+  QTest::mouseClick(List(list).viewport(), Qt::LeftButton, Qt::ControlModifier, PlaceOf(List(list), 1));
+  ASSERT_FALSE(List(list).selectionModel()->hasSelection());
+  EXPECT_FALSE(In<QPushButton>(list, "Command1_1").isEnabled());
+  EXPECT_FALSE(In<QPushButton>(list, "Command1_2").isEnabled());
+  ClickRow(list, 1);
+  EXPECT_TRUE(In<QPushButton>(list, "Command1_2").isEnabled());
 }
 
 TEST_F(Bullseyes, ClosingTheFrameClosesTheDetailsAndNothingComesBack) {

@@ -69,6 +69,116 @@ TEST_F(TheateDetails, UnreadablePictureIsToldAndTheWindowStays) {
   EXPECT_TRUE(window->isVisible());
 }
 
+TEST_F(TheateDetails, PictureOutsideTheFolderCountsAsUnreadable) {
+  ASSERT_TRUE(
+      QFile::copy(folder.filePath(QStringLiteral("Theaters/two.png")), folder.filePath(QStringLiteral("outside.png"))));
+  for (const std::string& pic : {std::string("../outside.png"), PathOf("outside.png").toStdString()}) {
+    station.Catalogue.Theaters[2].Pic = pic;
+    log.File.Open(program.State.AppPath / "log");
+    Open(2);
+    log.File.Close();
+    ExpectBox(link::ProgramTitle().c_str(), "Error loading image file.");
+    EXPECT_TRUE(Shown().isNull());
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(Read("log").contains("leaves")) << "the log says why";
+  }
+}
+
+TEST_F(TheateDetails, StoredValuesThatCouldNotBeTypedBlockNothing) {
+  theaters::Theater& theater = station.Catalogue.Theaters[2];
+  theater.Size = 9000;
+  theater.CoordLat = 95;
+  theater.CoordLong = -400;
+  Open(2);
+  Type(*window, "txtName", "Other");
+  Press(*window, "Command1");
+  EXPECT_TRUE(desk.Boxes.empty());
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(theater.DisplayName, "Other");
+  EXPECT_EQ(theater.Size, 9000);
+  EXPECT_EQ(theater.CoordLat, 95);
+  EXPECT_EQ(theater.CoordLong, -400);
+}
+
+TEST_F(TheateDetails, StoredValuesAreJudgedOnceTheyAreTouched) {
+  theaters::Theater& theater = station.Catalogue.Theaters[2];
+  theater.Size = 9000;
+  theater.CoordLat = 95;
+  Open(2);
+  Type(*window, "txtSize", "9001");
+  Press(*window, "Command1");
+  ExpectBox("Error", "The size of a theater must lie between 1 and 8192.");
+  Type(*window, "txtSize", "600");
+  Type(*window, "txtLat", "96");
+  Press(*window, "Command1");
+  ASSERT_EQ(desk.Boxes.size(), 1u);
+  EXPECT_TRUE(desk.Boxes[0].Text.starts_with("The corner of a theater must lie between"));
+  desk.Boxes.clear();
+  Type(*window, "txtLat", "36");
+  Press(*window, "Command1");
+  EXPECT_TRUE(desk.Boxes.empty());
+  EXPECT_EQ(theater.Size, 600);
+  EXPECT_EQ(theater.CoordLat, 36);
+}
+
+TEST_F(TheateDetails, NameThatMakesNoFileMayBeLong) {
+  Open(1);
+  In<QLineEdit>(*window, "txtName").setText(QString(300, u'x'));
+  Press(*window, "Command1");
+  EXPECT_TRUE(desk.Boxes.empty());
+  EXPECT_EQ(Current().DisplayName, std::string(300, 'x'));
+}
+
+TEST_F(TheateDetails, NameThatTheCodePageDoesNotHoldIsRefused) {
+  for (const std::size_t index : {0u, 2u}) {
+    Open(index);
+    auto& name = In<QLineEdit>(*window, "txtName");
+    name.clear();
+    Commit(name, QStringLiteral("\uD55C\uAD6D caf\u00E9 \uD55C"));
+    Press(*window, "Command1");
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(In<QLabel>(*window, "lblRefused").isVisible());
+    EXPECT_EQ(Label(*window, "lblRefused"), QStringLiteral("These characters cannot be used here: \uD55C, \uAD6D."));
+    EXPECT_EQ(name.text(), QStringLiteral("\uD55C\uAD6D caf\u00E9 \uD55C")) << "as typed";
+    EXPECT_EQ(window->focusWidget(), &name);
+    EXPECT_EQ(station.Catalogue.Theaters.UpperBound(), 2u);
+    EXPECT_EQ(station.Catalogue.Theaters[2].DisplayName, "Second theater");
+    EXPECT_FALSE(QFile::exists(folder.filePath(QStringLiteral("Theaters/__ caf\u00E9 _.ini"))));
+  }
+  Type(*window, "txtName", "Korea");
+  Press(*window, "Command1");
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(station.Catalogue.Theaters[2].DisplayName, "Korea");
+}
+
+TEST_F(TheateDetails, CornerTakesDigitsASignInFrontCommaAndPoint) {
+  Open(1);
+  for (const char* field : {"txtLat", "txtLong"}) {
+    SCOPED_TRACE(field);
+    auto& line = In<QLineEdit>(*window, field);
+    const std::pair<const char*, const char*> cases[] = {{"36,5N", "36,5"}, {"xx", ""},          {"-7.5", "-7.5"},
+                                                         {"+12", "+12"},    {"1-2e3", "123"},    {"--5", "-5"},
+                                                         {"5 \xB0", "5"},   {"-12,5W", "-12,5"}, {"+-1", "+1"}};
+    for (const auto& [typed, taken] : cases) {
+      Type(*window, field, typed);
+      EXPECT_EQ(TextOf(*window, field), QString::fromLatin1(taken)) << typed;
+    }
+    Type(*window, field, "-5");
+    QTest::keyClick(&line, Qt::Key_Home);
+    QTest::keyClicks(&line, QStringLiteral("3-"));
+    EXPECT_EQ(line.text(), QStringLiteral("-5")) << "the sign stands in front";
+    line.selectAll();
+    Paste(line, QStringLiteral("36,5N"));
+    EXPECT_EQ(line.text(), QStringLiteral("-5")) << "half of what is pasted would be another place";
+    line.selectAll();
+    Paste(line, QStringLiteral("-36,5"));
+    EXPECT_EQ(line.text(), QStringLiteral("-36,5"));
+  }
+  Press(*window, "Command1");
+  EXPECT_EQ(Current().CoordLat, -36.5);
+  EXPECT_EQ(Current().CoordLong, -36.5);
+}
+
 TEST_F(TheateDetails, SizeTakesDigitsOnly) {
   Open(0);
   Type(*window, "txtSize", "-1a2,3. 4");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QClipboard>
 #include <QDialog>
 #include <QLineEdit>
 #include <QPushButton>
@@ -9,6 +10,7 @@
 #include <string>
 
 #include "core/theater_switch.h"
+#include "shell/commit_text.h"
 #include "shell/station_fixture.h"
 
 namespace kestrel::shell {
@@ -36,6 +38,11 @@ class TheaterWindows : public StationTest {
     line.selectAll();
     QTest::keyClick(&line, Qt::Key_Delete);
     QTest::keyClicks(&line, QString::fromLatin1(text));
+  }
+  /// Pastes a text at the cursor.
+  static void Paste(QLineEdit& line, const QString& text) {
+    QGuiApplication::clipboard()->setText(text);
+    QTest::keySequence(&line, QKeySequence::Paste);
   }
   static QString TextOf(QWidget& window, const char* field) { return In<QLineEdit>(window, field).text(); }
   static QString Label(QWidget& window, const char* label) { return In<QLabel>(window, label).text(); }
