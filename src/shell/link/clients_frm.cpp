@@ -10,6 +10,7 @@
 #include "link/client_details.h"
 #include "shell/core/guard.h"
 #include "shell/core/text.h"
+#include "shell/core/typed_text.h"
 #include "shell/link/clients_pictures.h"
 #include "ui_clients_frm.h"
 
@@ -113,9 +114,7 @@ void ClientsFrm::Connect() {
   form->Text1->installEventFilter(this);
   connect(form->TreeView1->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ClientsFrm::NodeSelected);
   connect(form->TreeView1, &QWidget::customContextMenuRequested, this, &ClientsFrm::AskPopUp3);
-  connect(form->Text1, &QLineEdit::textEdited, this, [this](const QString& text) {
-    Change("Text1", [&text](auto& plots, auto& session) { return link::SetCallsign(ToBytes(text), plots, session); });
-  });
+  connect(form->Text1, &QLineEdit::textEdited, this, [this] { EditCallsign(); });
   connect(form->cmdPlotColor, &QPushButton::clicked, this, &ClientsFrm::PickColor);
   connect(form->Check1, &QCheckBox::clicked, this, [this](bool checked) {
     Change("Check1", [checked](auto& plots, auto& session) { return SetShowAllHistory(checked, plots, session); });
@@ -184,11 +183,32 @@ void ClientsFrm::ShowDetails(Fill fill) {
   const QString callsign = FromBytes(details.Label);
   const bool typing = fill == Fill::NotWhatIsEdited && details.Enabled && form->Text1->hasFocus();
   if (!typing && form->Text1->text() != callsign) form->Text1->setText(callsign);
+  if (!typing && !form->lblRefused->isHidden()) {
+    form->lblRefused->hide();
+    FitRefused();
+  }
   const QColor colour(base::RedOf(details.Color), base::GreenOf(details.Color), base::BlueOf(details.Color));
   form->cmdPlotColor->setIcon(details.Enabled ? ColourIcon(colour, ColourSize) : QIcon());
   form->cmdPlotColor->setAccessibleName(details.Enabled ? QStringLiteral("Color ") + colour.name() : QString());
   form->Check1->setChecked(details.ShowAllHistory);
   form->chkHide->setChecked(details.Hidden);
+}
+
+void ClientsFrm::EditCallsign() {
+  Change("Text1", [this](auto& plots, auto& session) {
+    // What cannot be taken leaves the callsign at the last one that could be.
+    const bool wasRefused = !form->lblRefused->isHidden();
+    const std::optional<std::string> typed = TakeText(*form->Text1, *form->lblRefused);
+    if (wasRefused || !typed) FitRefused();
+    return typed ? link::SetCallsign(*typed, plots, session) : Changed::Nothing;
+  });
+}
+
+void ClientsFrm::FitRefused() {
+  const bool shown = !form->lblRefused->isHidden();
+  // As wide as the fields are, however many lines that takes.
+  form->lblRefused->setMinimumHeight(shown ? form->lblRefused->heightForWidth(form->Label10->width()) : 0);
+  FitBody();
 }
 
 bool ClientsFrm::eventFilter(QObject* watched, QEvent* event) {

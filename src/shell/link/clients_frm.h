@@ -49,6 +49,9 @@ class ClientsFrm final : public ToolFrm {
   void LoadAIList();
   void ShowConnection();
   void ShowDetails(Fill fill);
+  void EditCallsign();
+  /// Gives the window the height that the sentence of a refused callsign needs, or none.
+  void FitRefused();
   void PressedInTree();
   void NodeSelected();
   void AskPopUp3(const QPoint& place);

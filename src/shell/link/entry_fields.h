@@ -7,6 +7,7 @@
 
 #include "link/phonebook.h"
 #include "shell/core/text.h"
+#include "shell/core/typed_text.h"
 
 // The two fields of a phonebook entry, as the windows that show them share them.
 namespace kestrel::shell {
@@ -16,18 +17,20 @@ inline void LimitFields(QLineEdit& name, QLineEdit& address) {
   for (QLineEdit* field : {&name, &address}) field->setMaxLength(static_cast<int>(link::MaxEntryText));
 }
 
-/// What is typed, without blanks around it.
-inline link::ConnEntry TypedEntry(const QLineEdit& name, const QLineEdit& address) {
-  return link::TrimmedEntry(ToBytes(name.text()), ToBytes(address.text()));
-}
-
-/// False, with the reason in `refused` and the keyboard in `address`, when the entry cannot be taken.
-inline bool MayBeTaken(const link::ConnEntry& entry, QLabel& refused, QLineEdit& address) {
+/// What is typed, without blanks around it. Nothing, with the reason in `refused` and the keyboard in the field that it
+/// lies in, when it cannot be taken.
+inline std::optional<link::ConnEntry> TypedEntry(QLineEdit& name, QLineEdit& address, QLabel& refused) {
+  const std::optional<std::string> typedName = TakeText(name, refused);
+  if (!typedName) return std::nullopt;
+  const std::optional<std::string> typedAddress = TakeText(address, refused);
+  if (!typedAddress) return std::nullopt;
+  link::ConnEntry entry = link::TrimmedEntry(*typedName, *typedAddress);
   const std::optional<std::string> objection = link::Objection(entry);
-  refused.setText(objection ? FromBytes(*objection) : QString());
-  refused.setVisible(objection.has_value());
-  if (objection) address.setFocus();
-  return !objection;
+  if (!objection) return entry;
+  refused.setText(FromBytes(*objection));
+  refused.show();
+  address.setFocus();
+  return std::nullopt;
 }
 
 }  // namespace kestrel::shell

@@ -54,9 +54,9 @@ void PreferForm::ShowPicked() {
 }
 
 void PreferForm::Add() {
-  link::ConnEntry entry = TypedEntry(*form->Text1, *form->Text2);
-  if (!MayBeTaken(entry, *form->lblRefused, *form->Text2)) return;
-  core::AddEntry(station, std::move(entry));
+  std::optional<link::ConnEntry> entry = TypedEntry(*form->Text1, *form->Text2, *form->lblRefused);
+  if (!entry) return;
+  core::AddEntry(station, std::move(*entry));
   Refill();
 }
 
@@ -67,9 +67,10 @@ void PreferForm::Remove() {
 }
 
 void PreferForm::Replace() {
-  link::ConnEntry entry = TypedEntry(*form->Text1, *form->Text2);
-  if (Picked() == 0 || !MayBeTaken(entry, *form->lblRefused, *form->Text2)) return;
-  core::ReplaceEntry(station, Picked(), std::move(entry));
+  if (Picked() == 0) return;
+  std::optional<link::ConnEntry> entry = TypedEntry(*form->Text1, *form->Text2, *form->lblRefused);
+  if (!entry) return;
+  core::ReplaceEntry(station, Picked(), std::move(*entry));
   Refill();
 }
 

@@ -22,13 +22,12 @@ VldFrom2::~VldFrom2() = default;
 
 void VldFrom2::Connect() {
   if (connecting) return;
-  const link::ConnEntry entry = TypedEntry(*form->Text1, *form->Text2);
-  if (!MayBeTaken(entry, *form->lblRefused, *form->Text2)) return;
-  if (!core::KeepTypedEntry(station, entry)) return;
+  const std::optional<link::ConnEntry> entry = TypedEntry(*form->Text1, *form->Text2, *form->lblRefused);
+  if (!entry || !core::KeepTypedEntry(station, *entry)) return;
   // Events run while the present server is left, and another press of OK may be among them. The session runs no dialog
   // of its own before the peer answers, so the window can go after it.
   connecting = true;
-  station.Link.ConnectTo(entry.Ip);
+  station.Link.ConnectTo(entry->Ip);
   accept();
 }
 

@@ -1,5 +1,6 @@
 #include "shell/link/clients_frm.h"
 
+#include "shell/commit_text.h"
 #include "shell/link/clients_fixture.h"
 
 namespace kestrel::shell {
@@ -129,6 +130,33 @@ TEST_F(ClientsWindow, TypedCallsignIsTheLabelAndIsDrawnAtOnce) {
   EXPECT_EQ(Picture().PlotDraws(), draws + 2);
   EXPECT_EQ(Client(1).Label, "Airplane 10");
   EXPECT_EQ(Client(3).Label, "Airplane 30");
+}
+
+TEST_F(ClientsWindow, CallsignThatTheCodePageDoesNotHoldIsNotTaken) {
+  Join();
+  Click(1);
+  Window().activateWindow();
+  Callsign().setFocus();
+  ASSERT_TRUE(QTest::qWaitFor([this] { return Callsign().hasFocus(); }));
+  Callsign().selectAll();
+  QTest::keyClicks(&Callsign(), QStringLiteral("Vi"));
+  const int height = Window().height();
+  Commit(Callsign(), QStringLiteral("\uD55C"));
+  auto& refused = Part<QLabel>("lblRefused");
+  EXPECT_TRUE(refused.isVisible());
+  EXPECT_EQ(refused.text(), QStringLiteral("This character cannot be used here: \uD55C."));
+  EXPECT_GT(Window().height(), height) << "the window has room for it";
+  EXPECT_EQ(Callsign().text(), QStringLiteral("Vi\uD55C")) << "as typed";
+  EXPECT_EQ(Client(2).Label, "Vi") << "the last that could be taken";
+  QTest::keyClick(&Callsign(), Qt::Key_Backspace);
+  EXPECT_FALSE(refused.isVisible());
+  EXPECT_LE(Window().height(), height) << "and takes it back";
+  Commit(Callsign(), QStringLiteral("\uAD6D"));
+  EXPECT_TRUE(refused.isVisible());
+  Tree().setFocus();
+  EXPECT_EQ(Callsign().text(), QStringLiteral("Vi")) << "the callsign that the plot has";
+  EXPECT_FALSE(refused.isVisible());
+  EXPECT_EQ(Client(2).Label, "Vi");
 }
 
 TEST_F(ClientsWindow, UpdateResetsTheCallsignThatWasTyped) {

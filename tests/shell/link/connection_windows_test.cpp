@@ -7,6 +7,7 @@
 #include <initializer_list>
 
 #include "core/phonebook.h"
+#include "shell/commit_text.h"
 #include "shell/link/frm_conn_port.h"
 #include "shell/link/prefer_form.h"
 #include "shell/link/select_channel_dialog.h"
@@ -196,6 +197,24 @@ TEST_F(ConnectionWindows, EmptyAddressIsRefusedInTheWindow) {
   EXPECT_FALSE(dialog.isVisible());
 }
 
+TEST_F(ConnectionWindows, TextThatTheCodePageDoesNotHoldIsRefusedInTheWindow) {
+  for (const auto& [field, other] : {std::pair("Text1", "Text2"), std::pair("Text2", "Text1")}) {
+    VldFrom2 dialog(program, &Frame());
+    dialog.show();
+    Type(dialog, other, "10.0.0.3");
+    auto& line = In<QLineEdit>(dialog, field);
+    Commit(line, QStringLiteral("x\uD55C\uAD6D"));
+    Press(dialog, "cmdOK");
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_TRUE(In<QLabel>(dialog, "lblRefused").isVisible());
+    EXPECT_EQ(In<QLabel>(dialog, "lblRefused").text(),
+              QStringLiteral("These characters cannot be used here: \uD55C, \uAD6D."));
+    EXPECT_EQ(line.text(), QStringLiteral("x\uD55C\uAD6D"));
+    EXPECT_EQ(Entries().UpperBound(), 2u);
+    EXPECT_EQ(socket.Connects, 0);
+  }
+}
+
 TEST_F(ConnectionWindows, ConnectToWorksWithTheKeyboardAlone) {
   InNextDialog([](QWidget& dialog) {
     EXPECT_EQ(dialog.objectName(), QStringLiteral("VldFrom2"));
@@ -281,6 +300,24 @@ TEST_F(Phonebook, RemovingAllEmptiesTheFieldsAndDisablesWhatNeedsAnEntry) {
   EXPECT_TRUE(In<QPushButton>(*book, "Command1").isEnabled());
   EXPECT_TRUE(Read("KESTREL.ini").contains("NUM=0\r\n"));
   EXPECT_EQ(Frame().findChild<QAction*>(QStringLiteral("mnuConnList_1")), nullptr);
+}
+
+TEST_F(Phonebook, TextThatTheCodePageDoesNotHoldIsRefused) {
+  for (const char* field : {"Text1", "Text2"}) {
+    auto& line = In<QLineEdit>(*book, field);
+    const QString before = line.text();
+    line.clear();
+    Commit(line, QStringLiteral("\uD55C"));
+    for (const char* button : {"Command1", "Command3"}) {
+      Press(*book, button);
+      EXPECT_EQ(In<QLabel>(*book, "lblRefused").text(), QStringLiteral("This character cannot be used here: \uD55C."));
+      EXPECT_EQ(line.text(), QStringLiteral("\uD55C"));
+    }
+    line.setText(before);
+  }
+  EXPECT_EQ(Entries().UpperBound(), 2u);
+  EXPECT_EQ(Entries()[1].Name, "Home");
+  EXPECT_EQ(Entries()[1].Ip, "10.0.0.1");
 }
 
 TEST_F(Phonebook, EntryWithoutAnAddressIsRefused) {
