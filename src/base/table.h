@@ -44,6 +44,9 @@ class Table {
 
   void Reserve(std::size_t upperBound) { slots.reserve(upperBound + 1); }
 
+  /// Hands over all slots with the dummy; the table is not used afterwards.
+  std::vector<T> Release() && { return std::move(slots); }
+
   /// The elements 1..UpperBound(), for walking.
   std::span<T> Live() { return std::span(slots).subspan(1); }
   std::span<const T> Live() const { return std::span(slots).subspan(1); }

@@ -56,14 +56,14 @@ bool UpdateClientStatus(std::string_view Data, Tables& tables) {
   const std::size_t index = tables.FindClient(fields.Id);
   if (index == 0) return false;
   Store(fields, tables.Clients[index]);
+  tables.Touch(index);
   return true;
 }
 
 std::size_t DelAWACSClient(std::string_view Data, Tables& tables) {
   const std::size_t index = tables.FindClient(base::Int16FromText(FirstFields<1>(Data)[0]));
   if (index == 0) return 0;
-  tables.Clients.Remove(index);
-  tables.RebuildIndex();
+  tables.TakeOut(index);
   return index;
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/colour.h"
+#include "base/steady_table.h"
 #include "base/table.h"
 
 // The tables that the map draws and the tapes keep. A map unit is 3279.98 feet (the system's kilometre).
@@ -62,25 +63,49 @@ struct AIHistoryPoint {
   base::Colour Color = 0;
 };
 
+/// How many clients at the beginning and at the end of Clients are as they were, each in its order.
+struct UntouchedClients {
+  std::size_t Front = 0;
+  std::size_t Back = 0;
+};
+
 /// The real players with an index from Id to the first slot that holds it, so that a message costs the same however
-/// many there are. Change Id only through the roster's procedures.
+/// many there are. Change Id, Name and Status only through the roster's procedures.
 struct Tables {
-  base::Table<PlotRecord> Clients;
+  base::SteadyTable<PlotRecord> Clients;
   base::Table<AIPlotRecord> AIPlots;
   base::Table<AIHistoryPoint> AIHistory;
   base::Table<std::string> FriendlyList;  ///< names that count as friendly, slot 0 unused
 
   /// Index in Clients of the first record with this Id, 0 when none: what a scan from slot 1 finds.
   std::size_t FindClient(std::int16_t id) const;
-  /// To be called after Clients has been changed other than by appending.
+  /// To be called after Clients has been changed other than by the procedures here.
   void RebuildIndex();
   /// To be called after a record has been appended.
   void IndexLast();
+  /// To be called after Name or Status of a client has changed.
+  void Touch(std::size_t index);
+  /// Takes out the client at `index`, which FindClient has given.
+  void TakeOut(std::size_t index);
   /// Empties Clients, AIPlots and AIHistory, not FriendlyList.
   void Empty();
 
+  /// What the list of the clients need not look at: untouched since this was last asked. One asks, the model of the
+  /// list.
+  UntouchedClients TakeUntouched();
+
  private:
-  std::vector<std::uint32_t> slotOfId;  ///< by Id + 32768; empty until first used
+  /// The places in Clients of the records with one Id, 0 for none.
+  struct Holders {
+    std::uint32_t First = 0;
+    std::uint32_t Last = 0;
+  };
+  Holders& HoldersOf(std::int16_t id);
+  void IndexClient(std::size_t index);
+
+  std::vector<Holders> holders;           ///< by Id + 32768; empty until first used
+  std::vector<std::uint32_t> nextHolder;  ///< by place: that of the next record with the same Id, 0 for none
+  UntouchedClients untouched;
 };
 
 /// The time of the server's cycle.

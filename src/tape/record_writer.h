@@ -33,10 +33,10 @@ class RecordWriter {
   /// A text longer than its 16-bit length can tell is cut.
   void Text(std::string_view text);
   void Points(const base::Table<link::PlotPoint>& history);
-  template <class T, class Fields>
-  void Array(const base::Table<T>& table, Fields fields) {
+  template <class Table, class Fields>
+  void Array(const Table& table, Fields fields) {
     Descriptor(table.UpperBound() + 1);
-    for (const T& element : table.Slots()) fields(*this, element);
+    for (const auto& element : table.Slots()) fields(*this, element);
   }
 
  private:

@@ -30,7 +30,7 @@ void ResetLooks(link::PlotRecord& client, std::size_t slot) {
 }
 
 void ShowClients(base::Table<link::PlotRecord> recorded, link::Tables& tables) {
-  base::Table<link::PlotRecord> before = std::exchange(tables.Clients, std::move(recorded));
+  base::SteadyTable<link::PlotRecord> before = std::exchange(tables.Clients, std::move(recorded));
   const bool first = before[0].Label == FirstTime;
   for (std::size_t slot = 1; slot <= tables.Clients.UpperBound(); ++slot) {
     link::PlotRecord& client = tables.Clients[slot];

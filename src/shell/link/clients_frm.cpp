@@ -60,8 +60,10 @@ QModelIndex SelectedRow(const QAbstractItemView& view) {
 /// Keeps the rows that are seen where they are while rows come and go above them. At the top, the top stays.
 class KeptPlace {
  public:
-  explicit KeptPlace(QAbstractItemView& shown) : view(shown), topRow(view.indexAt(QPoint(1, 1))) {
-    if (view.verticalScrollBar()->value() == 0) topRow = QModelIndex();
+  explicit KeptPlace(QAbstractItemView& shown) : view(shown) {
+    // Not even asked for at the top: the answer would lay out all rows anew.
+    if (view.verticalScrollBar()->value() == 0) return;
+    topRow = view.indexAt(QPoint(1, 1));
     if (topRow.isValid()) top = view.visualRect(topRow).top();
   }
   ~KeptPlace() {

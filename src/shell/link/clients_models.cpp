@@ -1,5 +1,6 @@
 #include "shell/link/clients_models.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "link/client_details.h"
@@ -8,12 +9,19 @@
 
 namespace kestrel::shell {
 
-void ClientsModel::Load(const link::Tables& tables) {
+void ClientsModel::Load(link::Tables& tables) {
+  const link::UntouchedClients untouched = tables.TakeUntouched();
+  const std::size_t count = tables.Clients.UpperBound();
+  const std::size_t common = std::min(count, Count());
+  const std::size_t front = std::min(untouched.Front, common);
+  const std::size_t back = std::min(untouched.Back, common - front);
   std::vector<ClientRow> wanted;
-  wanted.reserve(tables.Clients.UpperBound());
-  for (const link::PlotRecord& client : tables.Clients.Live())
+  wanted.reserve(count - front - back);
+  for (std::size_t index = front + 1; index <= count - back; ++index) {
+    const link::PlotRecord& client = tables.Clients[index];
     wanted.push_back({client.Id, client.Name, client.Status});
-  Show(std::move(wanted));
+  }
+  ShowBetween(front, std::move(wanted), back);
 }
 
 QVariant ClientsModel::data(const QModelIndex& index, int role) const {
@@ -43,13 +51,13 @@ void AIListModel::Load() {
 }
 
 void AIListModel::UncheckAll() {
-  if (Rows().empty()) return;
-  for (AIRow& row : Rows()) row.Friendly = false;
+  if (Count() == 0) return;
+  for (std::size_t row = 0; row < Count(); ++row) RowAt(row).Friendly = false;
   Q_EMIT dataChanged(index(0), index(rowCount() - 1), {Qt::CheckStateRole});
 }
 
 void AIListModel::SetCheckable(bool may) {
-  if (std::exchange(checkable, may) == may || Rows().empty()) return;
+  if (std::exchange(checkable, may) == may || Count() == 0) return;
   Q_EMIT dataChanged(index(0), index(rowCount() - 1));
 }
 
@@ -62,7 +70,7 @@ QVariant AIListModel::data(const QModelIndex& index, int role) const {
 
 bool AIListModel::setData(const QModelIndex& index, const QVariant& value, int role) {
   if (!index.isValid() || role != Qt::CheckStateRole || !checkable) return false;
-  AIRow& row = Rows()[static_cast<std::size_t>(index.row())];
+  AIRow& row = RowAt(static_cast<std::size_t>(index.row()));
   const bool friendly = value.value<Qt::CheckState>() == Qt::Checked;
   if (row.Friendly == friendly) return true;
   row.Friendly = friendly;

@@ -26,7 +26,8 @@ class ClientsModel final : public RowModel<ClientRow> {
   static constexpr int PictureRole = Qt::UserRole + 1;
 
   using RowModel::RowModel;
-  void Load(const link::Tables& tables);
+  /// Looks at no more of the clients than has been touched since the last time; `tables` are always the same.
+  void Load(link::Tables& tables);
   QVariant data(const QModelIndex& index, int role) const override;
 };
 
