@@ -1,7 +1,10 @@
 #include "base/profile_file.h"
 
 #include <algorithm>
+#include <iterator>
+#include <optional>
 
+#include "base/code_page.h"
 #include "base/failure.h"
 #include "base/files.h"
 #include "base/text.h"
@@ -36,23 +39,28 @@ std::string_view ValueOf(std::string_view line) {
   return StandsInQuotes(value) ? value.substr(1, value.size() - 2) : value;
 }
 
-/// The line of `key`, or the end.
-template <class Lines>
-auto FindKey(Lines& lines, std::string_view key) {
-  return std::find_if(lines.begin(), lines.end(), [key](const std::string& line) {
-    const std::string_view found = KeyOf(line);
-    return !found.empty() && SameNoCase(found, key);
-  });
-}
-
-/// `value` such that reading it gives it back and no part of it ends the line.
+/// `value` such that no part of it ends the line.
 std::string WrittenValue(std::string_view value) {
   std::string written(value);
   std::replace_if(
       written.begin(), written.end(), [](char letter) { return letter == '\r' || letter == '\n' || letter == '\0'; },
       ' ');
-  if (StandsInQuotes(written) || TrimBlanks(written).size() != written.size()) return '"' + written + '"';
   return written;
+}
+
+/// Units of two bytes in the order that the byte order mark at the beginning tells, as bytes of the code page. Nothing
+/// when there is no mark.
+std::optional<std::string> FromWideText(std::string_view text) {
+  const bool bigEndian = text.starts_with("\xFE\xFF");
+  if (!bigEndian && !text.starts_with("\xFF\xFE")) return std::nullopt;
+  std::u16string units;
+  units.reserve(text.size() / 2);
+  for (std::size_t at = 2; at + 1 < text.size(); at += 2) {
+    const auto first = static_cast<unsigned char>(text[at]);
+    const auto second = static_cast<unsigned char>(text[at + 1]);
+    units += static_cast<char16_t>(bigEndian ? first << 8 | second : second << 8 | first);
+  }
+  return FromUnicode(units);
 }
 
 constexpr std::string_view LineBreakers("\r\n\0", 3);
@@ -69,6 +77,11 @@ void CheckNames(std::string_view section, std::string_view key) {
 }  // namespace
 
 ProfileFile::ProfileFile(std::string_view text) {
+  const std::optional<std::string> wide = FromWideText(text);
+  AddLines(wide ? *wide : text);
+}
+
+void ProfileFile::AddLines(std::string_view text) {
   while (!text.empty()) {
     const auto end = std::min(text.find('\n'), text.size());
     std::string_view line = text.substr(0, end);
@@ -84,15 +97,26 @@ ProfileFile ProfileFile::Load(const std::filesystem::path& path) {
   return ProfileFile(ReadWholeFile(path, MaxTextFileBytes));
 }
 
+void ProfileFile::Part::Add(std::string_view line) {
+  if (TrimBlanks(line).empty()) {
+    Blank.emplace_back(line);
+    return;
+  }
+  std::move(Blank.begin(), Blank.end(), std::back_inserter(Lines));
+  Blank.clear();
+  if (const std::string_view key = KeyOf(line); !key.empty()) Keys.try_emplace(Upper(key), Lines.size());
+  Lines.emplace_back(line);
+}
+
 void ProfileFile::AddLine(std::string_view line) {
   const std::string_view trimmed = TrimBlanks(line);
   if (trimmed.empty() || trimmed.front() != '[') {
-    parts.back().Lines.emplace_back(line);
+    parts.back().Add(line);
     return;
   }
   // A header that is not closed counts up to its line's end.
   index.emplace(Upper(TrimBlanks(trimmed.substr(1, trimmed.find(']') - 1))), parts.size());
-  parts.push_back(Part{std::string(line), {}});
+  parts.push_back(Part{std::string(line), {}, {}, {}});
 }
 
 const ProfileFile::Part* ProfileFile::Find(std::string_view section) const {
@@ -103,9 +127,9 @@ const ProfileFile::Part* ProfileFile::Find(std::string_view section) const {
 std::string ProfileFile::ReadIniValue(std::string_view Section, std::string_view Key, std::string_view Default) const {
   const Part* part = Find(Section);
   if (part == nullptr) return std::string(Default);
-  const auto line = FindKey(part->Lines, TrimBlanks(Key));
-  if (line == part->Lines.end()) return std::string(Default);
-  const std::string_view value = ValueOf(*line).substr(0, LongestValue);
+  const auto found = part->Keys.find(Upper(TrimBlanks(Key)));
+  if (found == part->Keys.end()) return std::string(Default);
+  const std::string_view value = ValueOf(part->Lines[found->second]).substr(0, LongestValue);
   return std::string(value.empty() ? Default : value);
 }
 
@@ -116,18 +140,16 @@ void ProfileFile::WriteIniValue(std::string_view Section, std::string_view Key, 
   const std::string_view key = TrimBlanks(Key);
   CheckNames(section, key);
   const auto [place, isNew] = index.emplace(Upper(section), parts.size());
-  if (isNew) parts.push_back(Part{"[" + std::string(section) + "]", {}});
-  std::vector<std::string>& lines = parts[place->second].Lines;
+  if (isNew) parts.push_back(Part{"[" + std::string(section) + "]", {}, {}, {}});
+  Part& part = parts[place->second];
 
-  const auto line = FindKey(lines, key);
-  if (line != lines.end()) {
-    *line = std::string(KeyOf(*line)) + '=' + WrittenValue(Value);
+  const auto [known, isAppended] = part.Keys.try_emplace(Upper(key), part.Lines.size());
+  if (isAppended) {
+    part.Lines.push_back(std::string(key) + '=' + WrittenValue(Value));
     return;
   }
-  // Blank lines at the section's end stay between it and the next one.
-  const auto last =
-      std::find_if(lines.rbegin(), lines.rend(), [](const std::string& l) { return !TrimBlanks(l).empty(); });
-  lines.insert(last.base(), std::string(key) + '=' + WrittenValue(Value));
+  std::string& line = part.Lines[known->second];
+  line = std::string(KeyOf(line)) + '=' + WrittenValue(Value);
 }
 
 void ProfileFile::AppendLine(std::string_view line) { AddLine(line); }
@@ -137,6 +159,7 @@ std::string ProfileFile::Text() const {
   for (const Part& part : parts) {
     if (&part != &parts.front()) text.append(part.Header).append("\r\n");
     for (const std::string& line : part.Lines) text.append(line).append("\r\n");
+    for (const std::string& line : part.Blank) text.append(line).append("\r\n");
   }
   return text;
 }

@@ -12,11 +12,14 @@ namespace kestrel::base {
 /// A sectioned text file ("[SECTION]", "KEY=value") as the Windows profile interface reads and writes it: names without
 /// regard to case, the first section and the first key of a name win, blanks around key and value dropped, one pair of
 /// enclosing quotes dropped on reading, lines that begin with ";" and lines without "=" skipped but kept when the file
-/// is written back, either line end read, CR LF written. It lives in memory: read once, change, write once.
+/// is written back, either line end read, CR LF written. It lives in memory: read once, change, write once. A key is
+/// found and written at the same cost however many there are.
 class ProfileFile {
  public:
   ProfileFile() = default;
-  /// Parses the whole text of a file. Any bytes are accepted; what is no section and no key is kept as it stands.
+  /// Parses the whole text of a file. Any bytes are accepted; what is no section and no key is kept as it stands. Text
+  /// that begins with the byte order mark of UTF-16, either way round, is first brought to the code page, "?" standing
+  /// for what that does not hold.
   explicit ProfileFile(std::string_view text);
   /// A missing file gives an empty profile. RuntimeFailure when it cannot be read or exceeds MaxTextFileBytes.
   static ProfileFile Load(const std::filesystem::path& path);
@@ -26,9 +29,9 @@ class ProfileFile {
   std::string ReadIniValue(std::string_view Section, std::string_view Key, std::string_view Default) const;
   bool HasSection(std::string_view Section) const;
 
-  /// Replaces the key's value in place, or appends the key to its section, making the section when missing. A value
-  /// that begins or ends with a blank or stands in quotes is written in double quotes, so that it comes back as held;
-  /// line ends and NULs in it become blanks. RuntimeFailure for a section or key that the file cannot hold (a key that
+  /// Replaces the key's value in place, or appends the key to its section, making the section when missing. The value
+  /// is written as it stands, so that one with blanks at its ends or in quotes comes back without them: this stands.
+  /// Line ends and NULs in it become blanks. RuntimeFailure for a section or key that the file cannot hold (a key that
   /// is empty, or begins as a comment, header or banner does, or holds "=").
   void WriteIniValue(std::string_view Section, std::string_view Key, std::string_view Value);
 
@@ -43,8 +46,13 @@ class ProfileFile {
  private:
   struct Part {
     std::string Header;              ///< the header line as it stands; none for what stands before the first header
-    std::vector<std::string> Lines;  ///< as they stand, without line ends
+    std::vector<std::string> Lines;  ///< as they stand, without line ends, up to the last that is not blank
+    std::vector<std::string> Blank;  ///< those behind it: they stay at the end when a key is appended
+    std::unordered_map<std::string, std::size_t> Keys;  ///< place in Lines of the first key of each name, in upper case
+
+    void Add(std::string_view line);
   };
+  void AddLines(std::string_view text);
   void AddLine(std::string_view line);
   const Part* Find(std::string_view section) const;
 
