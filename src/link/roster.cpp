@@ -61,7 +61,8 @@ bool UpdateClientStatus(std::string_view Data, Tables& tables) {
 }
 
 std::size_t DelAWACSClient(std::string_view Data, Tables& tables) {
-  const std::size_t index = tables.FindClient(base::Int16FromText(FirstFields<1>(Data)[0]));
+  if (Data.find(FieldSeparator) != std::string_view::npos) throw base::RuntimeFailure("fields behind the Id");
+  const std::size_t index = tables.FindClient(base::Int16FromText(Data));
   if (index == 0) return 0;
   tables.TakeOut(index);
   return index;

@@ -7,7 +7,7 @@
 #include "link/tables.h"
 
 // NEWCLT, PLSUPD, DELCLT and the friendly list. All throw RuntimeFailure before any change when the data has too few
-// fields or an Id that is no 16-bit number; further fields are ignored.
+// fields or an Id that is no 16-bit number; further fields are ignored, but for DELCLT, whose data is the Id alone.
 namespace kestrel::link {
 
 /// Most clients of a session: indices of clients are 16-bit numbers, and no check for an Id that is there already
@@ -22,7 +22,8 @@ void AddAWASCClient(std::string_view Data, bool showLabel, Tables& tables);
 /// holds the Id.
 bool UpdateClientStatus(std::string_view Data, Tables& tables);
 
-/// DELCLT: takes the client out. Returns the index that it had, 0 when nobody holds the Id.
+/// DELCLT: takes the client out. Returns the index that it had, 0 when nobody holds the Id. RuntimeFailure also for
+/// fields behind the Id.
 std::size_t DelAWACSClient(std::string_view Data, Tables& tables);
 
 /// Sets ShowLabel of every client that has a ClientId.

@@ -163,6 +163,7 @@ void Session::Handle(const Event& event) {
 }
 
 void Session::ConnectionStart() {
+  endTold = false;
   session.Sync = {};
   session.Connected = true;
   session.Channel = owner.ChooseChannel(session.Channel);
@@ -239,6 +240,10 @@ void Session::Dispatch(const CommandEntry& entry) {
 void Session::NewClient(std::string_view Data) {
   AddAWASCClient(Data, settings.BULLSEYEVISIBLE, plots);
   pending |= Changed::Roster | Changed::Plots;
+  const std::size_t last = plots.Clients.UpperBound();
+  const std::int16_t id = plots.Clients[last].Id;
+  if (plots.FindClient(id) == last) return;
+  debugLog.LogTimed("A client with this Id was there already, both stay: ", base::FormatInvariant(id, "0"));
 }
 
 void Session::ClientStatus(std::string_view Data) {
@@ -278,6 +283,8 @@ void Session::Synchronise(std::string_view) {
 }
 
 void Session::ClosedByServer(std::string_view) {
+  // An arrival has room for 150,000 of them, and each box would hold the person until it is answered.
+  if (std::exchange(endTold, true)) return;
   // The socket stays open until the peer's close event, and what follows in this arrival is still handled.
   Box("Info", "The connection was closed by the server.", base::MessageIcon::Critical);
   EndConnection();

@@ -129,6 +129,7 @@ class Session final : public SocketEvents {
   std::vector<CommandEntry> Commands;
   std::deque<Event> waiting;  ///< in order of their coming
   bool busy = false;          ///< an event is being handled, possibly with a dialog open
+  bool endTold = false;       ///< the server has ended the session of this connection, and the person knows
   std::uint32_t closes = 0;   ///< how often the station itself has closed the socket
   base::Changed pending = base::Changed::Nothing;
 };
