@@ -155,6 +155,19 @@ TEST(PlotFeed, SpeedIsStoredWithThePosition) {
   EXPECT_EQ(tables.Clients[1].Speed, 972);
 }
 
+TEST(PlotFeed, SpeedIsRoundedHalfToEven) {
+  // In a cycle of one hour the speed is the way in miles, 1.852 * 3279.98 feet each: 2.5 and 3.5 of them.
+  const std::pair<const char*, double> ways[] = {{"15186.3074", 2.5}, {"21260.83036", 3.5}};
+  const int rounded[] = {2, 4};
+  for (std::size_t i = 0; i < std::size(ways); ++i) {
+    Tables tables = OnePlayer();
+    tables.Clients[1].Y = 1;  // not 0, 0, which has no speed; north stays so
+    GetAWACSPosData(PositionData("5", "3279.98", ways[i].first, "0"), 3'600'000, tables);
+    ASSERT_EQ(CalcSpeed(tables.Clients[1], 3'600'000), ways[i].second);
+    EXPECT_EQ(tables.Clients[1].Speed, rounded[i]);
+  }
+}
+
 TEST(PlotFeed, SpeedOfAJumpIsHeld) {
   for (const char* far : {"3279980", "1e300", "-1e308"}) {
     Tables tables = OnePlayer();
