@@ -1,6 +1,7 @@
 // One cycle of 1,000 players and 2,000 AI aircraft in one arrival, through the session (cut, parsed and applied;
 // nothing drawn, log off), against a bare loop that cuts the same bytes and converts the same numbers. Then what a
-// message costs beside more clients and behind longer histories. All ratios come from one run.
+// message costs beside more clients and behind longer histories, and what a client's leaving costs, the rows of the
+// list among it. All ratios come from one run.
 #include <algorithm>
 #include <charconv>
 #include <chrono>
@@ -15,6 +16,7 @@
 #include "base/debug_log.h"
 #include "base/desktop.h"
 #include "link/session.h"
+#include "shell/link/clients_models.h"
 
 namespace {
 
@@ -232,6 +234,54 @@ double MessageCost(int players, int history) {
   return Median(costs) * 1000 / (1.0 * repeats * players);
 }
 
+/// Nanoseconds for each DELCLT when `leaving` of `players` leave, the first first, each in an arrival of its own that
+/// is followed by the rows of the list.
+double LeavingCost(int players, int leaving, int rounds) {
+  std::vector<std::string> arrivals;
+  for (int id = 1; id <= leaving; ++id) arrivals.push_back("DELCLT" + std::to_string(id) + '\0');
+  std::vector<double> costs;
+  for (int round = 0; round < rounds; ++round) {
+    World world;
+    shell::ClientsModel rows;
+    world.Socket.Arrive(Joining(players));
+    rows.Load(world.Tables);
+    costs.push_back(Microseconds([&] {
+      for (const std::string& arrival : arrivals) {
+        world.Socket.Arrive(arrival);
+        rows.Load(world.Tables);
+      }
+    }));
+    sink += rows.rowCount();
+  }
+  return Median(costs) * 1000 / leaving;
+}
+
+/// The same of those who leave in one arrival.
+double LeavingTogetherCost(int players, int rounds) {
+  std::string arrival;
+  for (int id = 1; id <= players; ++id) arrival += "DELCLT" + std::to_string(id) + '\0';
+  std::vector<double> costs;
+  for (int round = 0; round < rounds; ++round) {
+    World world;
+    world.Socket.Arrive(Joining(players));
+    costs.push_back(Microseconds([&] { world.Socket.Arrive(arrival); }));
+  }
+  return Median(costs) * 1000 / players;
+}
+
+void Leaving() {
+  constexpr int few = 1000;
+  constexpr int most = 32767;
+  const double beside = LeavingCost(few, 500, 41);
+  std::printf("one DELCLT of 500 one by one beside 1,000 clients %.0f ns; against it:\n", beside);
+  std::printf("  beside 32,767 clients     ratio %.2f\n", LeavingCost(most, 500, 15) / beside);
+  const double all = LeavingCost(most, most, 3);
+  std::printf("  32,767 until none is left ratio %.2f   (%.0f ms in all)\n", all / beside, all * most / 1e6);
+  const double together = LeavingTogetherCost(few, 41);
+  std::printf("one DELCLT of 1,000 in one arrival %.0f ns; of 32,767 ratio %.2f\n", together,
+              LeavingTogetherCost(most, 5) / together);
+}
+
 }  // namespace
 
 int main() {
@@ -241,5 +291,6 @@ int main() {
   std::printf("  1,000 clients             ratio %.2f\n", MessageCost(1000, 10) / few);
   std::printf("  10,000 clients            ratio %.2f\n", MessageCost(10000, 10) / few);
   std::printf("  10,000 earlier positions  ratio %.2f\n", MessageCost(100, 10000) / few);
+  Leaving();
   return sink == 0 ? 1 : 0;
 }
