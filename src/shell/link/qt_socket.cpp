@@ -1,8 +1,10 @@
 #include "shell/link/qt_socket.h"
 
 #include <QDeadlineTimer>
+#include <QEvent>
 #include <QHostAddress>
 #include <QNetworkProxy>
+#include <QSocketNotifier>
 #include <QTimer>
 #ifdef Q_OS_WIN
 #include <winsock2.h>
@@ -11,6 +13,8 @@
 #endif
 
 #include <algorithm>
+#include <cerrno>
+#include <system_error>
 
 #include "shell/core/guard.h"
 #include "shell/core/text.h"
@@ -28,6 +32,42 @@ void EndSending(QTcpSocket& socket) {
   ::shutdown(static_cast<int>(socket.socketDescriptor()), SHUT_WR);
 #endif
 }
+
+/// Why the connection is broken, 0 when it is not. Takes nothing of what waits to be read.
+int BrokenBy(const QTcpSocket& socket) {
+  char waiting = 0;
+#ifdef Q_OS_WIN
+  if (::recv(static_cast<SOCKET>(socket.socketDescriptor()), &waiting, 1, MSG_PEEK) != SOCKET_ERROR) return 0;
+  const int code = WSAGetLastError();
+  return code == WSAEWOULDBLOCK ? 0 : code;
+#else
+  if (::recv(static_cast<int>(socket.socketDescriptor()), &waiting, 1, MSG_PEEK | MSG_DONTWAIT) >= 0) return 0;
+  return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR ? 0 : errno;
+#endif
+}
+
+/// Qt tells a connection that was reset as one that the peer has closed. So this looks at it before Qt does, when the
+/// system has something to say of it, and keeps what the system calls the fault, which it tells only once.
+class FaultWatch final : public QObject {
+ public:
+  explicit FaultWatch(QTcpSocket& watched) : QObject(&watched), socket(watched) {}
+  /// To be called when the connection stands.
+  void Begin() {
+    // Qt is told through these, which it has made for the connecting.
+    for (QSocketNotifier* notifier : socket.findChildren<QSocketNotifier*>()) notifier->installEventFilter(this);
+  }
+  bool eventFilter(QObject*, QEvent* event) override {
+    const bool told = event->type() == QEvent::SockAct || event->type() == QEvent::SockClose;
+    if (told && code == 0 && socket.socketDescriptor() >= 0) code = BrokenBy(socket);
+    return false;
+  }
+  bool Broken() const { return code != 0; }
+  QString Description() const { return QString::fromLocal8Bit(std::system_category().message(code)).trimmed(); }
+
+ private:
+  QTcpSocket& socket;
+  int code = 0;
+};
 
 }  // namespace
 
@@ -73,6 +113,7 @@ void QtSocket::Connect(const std::string& host, std::int32_t port) {
 void QtSocket::Listen() {
   QTcpSocket* socket = tcp.get();
   const std::uint64_t connection = present;
+  auto* const watch = new FaultWatch(*socket);
   const auto onConnected = [this, socket, connection] {
     Told(connection, "Socket connect", [this, socket] {
       socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
@@ -84,21 +125,25 @@ void QtSocket::Listen() {
   const auto onReadyRead = [this, connection] {
     Told(connection, "Socket data arrival", [this] { events->OnDataArrival(); });
   };
-  const auto onError = [this, socket, connection](QAbstractSocket::SocketError error) {
+  const auto onError = [this, socket, watch, connection](QAbstractSocket::SocketError error) {
     if (connection == dropped) {
       dropped = 0;
       Told(present, "Socket end", [this] { events->OnClose(); });
       return;
     }
-    Told(connection, "Socket end", [this, socket, error] {
+    Told(connection, "Socket end", [this, socket, watch, error] {
       state = link::SocketState::Closing;
-      if (error == QAbstractSocket::RemoteHostClosedError) {
+      if (watch->Broken()) {
+        events->OnError(ToBytes(watch->Description()));
+      } else if (error == QAbstractSocket::RemoteHostClosedError) {
         events->OnClose();
       } else {
         events->OnError(ToBytes(socket->errorString()));
       }
     });
   };
+  // At once, so that nothing of the connection is told before.
+  QObject::connect(socket, &QTcpSocket::connected, socket, [watch] { watch->Begin(); });
   QObject::connect(socket, &QTcpSocket::connected, socket, onConnected, Qt::QueuedConnection);
   QObject::connect(socket, &QTcpSocket::readyRead, socket, onReadyRead, Qt::QueuedConnection);
   QObject::connect(socket, &QTcpSocket::errorOccurred, socket, onError, Qt::QueuedConnection);

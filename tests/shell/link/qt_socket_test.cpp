@@ -5,6 +5,12 @@
 #include <QCoreApplication>
 #include <QTcpServer>
 #include <QTest>
+#ifdef Q_OS_WIN
+#include <winsock2.h>
+#else
+#include <sys/socket.h>
+#endif
+
 #include <functional>
 #include <memory>
 
@@ -14,6 +20,12 @@ namespace kestrel::shell {
 namespace {
 
 using link::SocketState;
+
+#ifdef Q_OS_WIN
+using Descriptor = SOCKET;
+#else
+using Descriptor = int;
+#endif
 
 class Socket : public testing::Test, public link::SocketEvents {
  protected:
@@ -119,6 +131,49 @@ TEST_F(Socket, WhatThePeerSentBeforeItsCloseCanBeReadThen) {
   peer.disconnectFromHost();
   ASSERT_TRUE(QTest::qWaitFor([this] { return told == "connect data close "; })) << told;
   EXPECT_EQ(got, "the last words");
+}
+
+/// Ends the connection by a reset, as a server that crashes does: closing with no time to linger.
+void Reset(QTcpSocket& peer) {
+  const linger none{1, 0};
+  const auto at = peer.socketDescriptor();
+  ASSERT_EQ(
+      setsockopt(static_cast<Descriptor>(at), SOL_SOCKET, SO_LINGER, reinterpret_cast<const char*>(&none), sizeof none),
+      0);
+  peer.abort();
+}
+
+TEST_F(Socket, ResetConnectionIsAnErrorWithTheSystemsDescription) {
+  QTcpSocket& peer = Connected();
+  Reset(peer);
+  ASSERT_TRUE(QTest::qWaitFor([this] { return told == "connect error " || told == "connect close "; }));
+  EXPECT_EQ(told, "connect error ");
+  EXPECT_NE(error, "");
+  EXPECT_EQ(socket->State(), SocketState::Closing);
+}
+
+TEST_F(Socket, ConnectionThatIsResetAtOnceIsAnErrorToo) {
+  QObject::connect(&server, &QTcpServer::newConnection, &server, [this] { Reset(*server.nextPendingConnection()); });
+  socket->Connect("127.0.0.1", server.serverPort());
+  ASSERT_TRUE(QTest::qWaitFor([this] { return told.ends_with("error ") || told.ends_with("close "); }));
+  EXPECT_TRUE(told.ends_with("error ")) << told;
+}
+
+TEST_F(Socket, ResetBehindASendIsAnErrorToo) {
+  QTcpSocket& peer = Connected();
+  socket->Send("AWAEND");
+  ASSERT_TRUE(QTest::qWaitFor([&peer] { return peer.bytesAvailable() == 6; }));
+  Reset(peer);
+  socket->Send("AWAEND");
+  ASSERT_TRUE(QTest::qWaitFor([this] { return told == "connect error " || told == "connect close "; }));
+  EXPECT_EQ(told, "connect error ");
+}
+
+TEST_F(Socket, EndOfADroppedConnectionThatIsResetIsTold) {
+  QTcpSocket& peer = Connected();
+  socket->Drop();
+  Reset(peer);
+  ASSERT_TRUE(QTest::qWaitFor([this] { return told == "connect close "; })) << told;
 }
 
 TEST_F(Socket, RefusedPortIsAnErrorWithTheSystemsDescription) {
