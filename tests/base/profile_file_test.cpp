@@ -143,7 +143,9 @@ TEST(ProfileFile, BlankLinesStayAtTheEndOfTheirSection) {
 }
 
 TEST(ProfileFile, ALineWrittenIsFoundAsIfItHadBeenRead) {
-  std::mt19937 random(std::random_device{}());
+  const unsigned seed = std::random_device{}();
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  std::mt19937 random(seed);
   ProfileFile file("[S]\nK3=a\nk3=b\n\n[T]\nK1=c\n[s]\nK1=d\n");
   for (int step = 0; step < 300; ++step) {
     const std::string section(1, "SsTtU"[random() % 5]);

@@ -167,6 +167,20 @@ TEST_F(PhonebookEdits, PortIsSavedAndTheSocketClosedWithoutAWord) {
   EXPECT_EQ(around.WS1.Port, 7000);
 }
 
+TEST_F(PhonebookEdits, PortIsSavedBeforeTheSocketIsClosed) {
+  around.Link.ConnectTo("127.0.0.1");
+  around.WS1.Accept();
+  BlockTheFile();
+  // The box about the failed save is up while it is saved.
+  around.Desk.WhileOpen = [this] {
+    EXPECT_EQ(station.LinkOptions.CONNPORT, 7000);
+    EXPECT_EQ(around.WS1.State(), link::SocketState::Connected);
+  };
+  ChangeConnPort(around.All, 7000);
+  ASSERT_THAT(around.Desk.Boxes, SizeIs(1));
+  EXPECT_EQ(around.WS1.State(), link::SocketState::Closed);
+}
+
 TEST_F(PhonebookEdits, KeptViewsThatCannotBeSavedWithThePortAreToldAsSuch) {
   std::filesystem::create_directories(folder.Path / "Theaters/korea_ViewShort.dat/x");
   ChangeConnPort(around.All, 7000);

@@ -56,6 +56,19 @@ TEST_F(Settings, EveryKeyIsReadAndWrittenInItsOrderAndForm) {
   EXPECT_EQ(folder.Read("KESTREL.ini"), Dos(ChangedFile));
 }
 
+TEST_F(Settings, AMainFileInWideCharactersIsRead) {
+  std::string wide = "\xFF\xFE";
+  for (const char letter : Dos(ChangedFile)) {
+    wide += letter;  // the file is plain ASCII, which stands in the low byte
+    wide += '\0';
+  }
+  folder.Write("KESTREL.ini", wide);
+  LoadSavedVars(station);
+  EXPECT_THAT(station.Notes, IsEmpty());
+  SaveVars(station);
+  EXPECT_EQ(folder.Read("KESTREL.ini"), Dos(ChangedFile));
+}
+
 TEST_F(Settings, KeysReachTheFieldsOfTheirNames) {
   folder.Write("KESTREL.ini", ChangedFile);
   LoadSavedVars(station);
