@@ -13,7 +13,6 @@
 #endif
 
 #include <algorithm>
-#include <cerrno>
 #include <system_error>
 
 #include "shell/core/guard.h"
@@ -35,14 +34,17 @@ void EndSending(QTcpSocket& socket) {
 
 /// Why the connection is broken, 0 when it is not. Takes nothing of what waits to be read.
 int BrokenBy(const QTcpSocket& socket) {
-  char waiting = 0;
 #ifdef Q_OS_WIN
+  char waiting = 0;
   if (::recv(static_cast<SOCKET>(socket.socketDescriptor()), &waiting, 1, MSG_PEEK) != SOCKET_ERROR) return 0;
   const int code = WSAGetLastError();
   return code == WSAEWOULDBLOCK ? 0 : code;
 #else
-  if (::recv(static_cast<int>(socket.socketDescriptor()), &waiting, 1, MSG_PEEK | MSG_DONTWAIT) >= 0) return 0;
-  return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR ? 0 : errno;
+  // Not by looking at what waits: that would make the system take more and more of it from a peer that nobody reads.
+  int code = 0;
+  socklen_t size = sizeof code;
+  const int descriptor = static_cast<int>(socket.socketDescriptor());
+  return ::getsockopt(descriptor, SOL_SOCKET, SO_ERROR, &code, &size) == 0 ? code : 0;
 #endif
 }
 

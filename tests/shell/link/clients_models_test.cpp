@@ -69,7 +69,7 @@ TEST(ClientsModel, AnyComingAndGoingIsShown) {
   ClientsModel model;
   const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Warning);
   for (int round = 0; round < 1000; ++round) {
-    for (unsigned steps = random() % 6; steps > 0; --steps) {
+    for (auto steps = random() % 6; steps > 0; --steps) {
       const int id = static_cast<int>(random() % 12);  // so few that some come twice
       const std::string name = "P" + std::to_string(random() % 5);
       switch (random() % 8) {
