@@ -2,6 +2,7 @@
 
 #include "base/failure.h"
 #include "link/tables.h"
+#include "map/fault_guard.h"
 #include "map/renderer.h"
 
 // The grid of whole and half degrees.
@@ -37,8 +38,8 @@ void DrawCells(const Scene& scene, Surface& surface, Range lats, Range lons, dou
       const Point crossing = SurfaceFromLatLong(scene, lat, lon);
       const Point north = SurfaceFromLatLong(scene, lat + 1, lon);
       const Point east = SurfaceFromLatLong(scene, lat, lon + 1);
-      surface.Line(crossing.X, crossing.Y, north.X, north.Y, pen);
-      surface.Line(crossing.X, crossing.Y, east.X, east.Y, pen);
+      DrawGuarded([&] { surface.Line(crossing.X, crossing.Y, north.X, north.Y, pen); });
+      DrawGuarded([&] { surface.Line(crossing.X, crossing.Y, east.X, east.Y, pen); });
     }
   }
 }

@@ -6,6 +6,7 @@
 
 #include "base/numbers.h"
 #include "link/plot_feed.h"
+#include "map/fault_guard.h"
 
 namespace kestrel::map {
 namespace {
@@ -70,8 +71,10 @@ void DrawTrail(const Scene& scene, Surface& surface, const link::PlotRecord& plo
   for (std::size_t index = first; index <= top; ++index) {
     const link::PlotPoint& point = plot.History[index];
     if (point.X == 0 || point.Y == 0) continue;
-    const Point at = SurfaceFromMap(scene.View, point.X, point.Y);
-    surface.Dot(at.X, at.Y, plot.Color);
+    DrawGuarded([&] {
+      const Point at = SurfaceFromMap(scene.View, point.X, point.Y);
+      surface.Dot(at.X, at.Y, plot.Color);
+    });
   }
 }
 
@@ -89,7 +92,7 @@ void DrawAISymbol(const Scene& scene, Surface& surface, bool hostile, Point at) 
 
 void RepositAllPlots(const Scene& scene, Surface& surface) {
   for (std::size_t index = 1; index <= scene.Plots.Clients.UpperBound(); ++index) {
-    if (scene.Plots.Clients[index].ClientId != 0) RepositPlot(scene, surface, index);
+    if (scene.Plots.Clients[index].ClientId != 0) DrawGuarded([&] { RepositPlot(scene, surface, index); });
   }
 }
 
@@ -114,7 +117,7 @@ void DrawAIPlots(const Scene& scene, Surface& surface) {
   if (!scene.Display.AIVISIBLE) return;
   for (std::size_t index = 1; index <= scene.Plots.AIPlots.UpperBound(); ++index) {
     const link::AIPlotRecord& plot = scene.Plots.AIPlots[index];
-    DrawAIPlot(scene, surface, index, plot.X, plot.Y);
+    DrawGuarded([&] { DrawAIPlot(scene, surface, index, plot.X, plot.Y); });
   }
 }
 
@@ -144,8 +147,10 @@ void DrawAIPlot(const Scene& scene, Surface& surface, std::size_t index, double 
 void CalculateAndDrawPlotHistories(const Scene& scene, Surface& surface) {
   if (!scene.Display.SHOWHISTORY) return;
   for (const link::AIHistoryPoint& point : scene.Plots.AIHistory.Live()) {
-    const Point at = SurfaceFromDown(scene.View, point.X, point.Y);
-    surface.Dot(at.X + AITrailShift, at.Y + AITrailShift, point.Color);
+    DrawGuarded([&] {
+      const Point at = SurfaceFromDown(scene.View, point.X, point.Y);
+      surface.Dot(at.X + AITrailShift, at.Y + AITrailShift, point.Color);
+    });
   }
 }
 

@@ -1,6 +1,6 @@
 #include "map/renderer.h"
 
-#include "base/failure.h"
+#include "map/fault_guard.h"
 #include "map/plots.h"
 
 namespace kestrel::map {
@@ -17,13 +17,9 @@ constexpr Painter StaticLayers[] = {DrawPicture, DrawGrid, DrawBullseye};
 /// What moves, from the bottom up.
 constexpr Painter MovingLayers[] = {RepositAllPlots, DrawAIPlots, CalculateAndDrawPlotHistories};
 
-/// A fault leaves its layer drawn in part and the others whole.
+/// A layer guards each of its records; what fails outside of them costs the layer.
 void Paint(Painter painter, const Scene& scene, Surface& surface) {
-  try {
-    painter(scene, surface);
-  } catch (const base::RuntimeFailure&) {
-    return;
-  }
+  DrawGuarded([&] { painter(scene, surface); });
 }
 
 }  // namespace

@@ -4,6 +4,8 @@
 
 #include <cmath>
 #include <limits>
+#include <new>
+#include <stdexcept>
 
 #include "base/failure.h"
 #include "map/scene_fixture.h"
@@ -79,36 +81,45 @@ TEST_F(Renderer, GridBeginsWithHalfDegreesAndEndsWithWholeOnes) {
   }
 }
 
+/// Both lines of a cell: from its crossing to the north and to the east. To the hundredth of a unit.
+void ExpectCell(const Calls& calls, std::size_t first, const double (&numbers)[6], base::Colour colour, int width) {
+  ASSERT_GT(calls.size(), first + 1);
+  for (const std::size_t line : {0, 1}) {
+    const SurfaceCall& call = calls[first + line];
+    EXPECT_EQ(call.What, "line");
+    EXPECT_EQ(call.Color, colour);
+    EXPECT_EQ(call.DrawWidth, width);
+    const double expected[] = {numbers[0], numbers[1], numbers[2 + 2 * line], numbers[3 + 2 * line]};
+    for (std::size_t number = 0; number < 4; ++number) {
+      EXPECT_NEAR(call.Numbers[number], expected[number], 0.01) << first + line << ", number " << number;
+    }
+  }
+}
+
+// Worked out by hand with 13 digits: a crossing lies (long - 123) * 0.01745329 * 2.09257e7 * cos(lat * 0.01745329) feet
+// east and lat * 0.01745329 * 2.09257e7 - 33 * 365221.8846 feet north of the corner; by 3279.98 that is map units,
+// which stand at 15 x - 1680 and 12180 - 15 y on the surface.
 TEST_F(Renderer, GridLinesRunNorthAndEastFromEachCrossingOfHalfAndOfWholeDegrees) {
   DrawGrid(Scene(), Surface);
-  const auto at = [&](double lat, double lon) {
-    const Feet feet = FeetFromLatLong(Corner, lat, lon);
-    return SurfaceFromMap(View, feet.X / 3279.98, feet.Y / 3279.98);
-  };
-  const auto expectLines = [&](std::size_t first, double lat, double lon, base::Colour colour, int width) {
-    ASSERT_GT(Surface.Calls.size(), first + 1);
-    const Point from = at(lat, lon);
-    const Point north = at(lat + 1, lon);
-    const Point east = at(lat, lon + 1);
-    EXPECT_EQ(Surface.Calls[first], (SurfaceCall{"line", {from.X, from.Y, north.X, north.Y}, colour, width}));
-    EXPECT_EQ(Surface.Calls[first + 1], (SurfaceCall{"line", {from.X, from.Y, east.X, east.Y}, colour, width}));
-  };
-  expectLines(0, 33.5, 123.5, 14737632, 1);
-  expectLines(Surface.Calls.size() / 2, 33, 123, 0, 2);
-  const Point crossing = at(33, 123);
-  EXPECT_NEAR(crossing.X, 6000 - 7680, 0.1);  // the corner itself
-  EXPECT_NEAR(crossing.Y, 4500 + 7680, 0.1);
+  // 33.5, 123.5 is at (46.42616, 55.67876); 34.5, 123.5 at (45.88279, 167.02770); 33.5, 124.5 at (139.27847, 55.67876).
+  ExpectCell(Surface.Calls, 0, {-983.6077, 11344.8186, -991.7581, 9674.5845, 409.1770, 11344.8186}, 14737632, 1);
+  // 10 rows of 13 cells, two lines each, come before the whole degrees. The corner itself is all but at (0, 0).
+  ExpectCell(Surface.Calls, 260, {-1680, 12179.9357, -1680, 10509.7016, -279.2237, 12179.9357}, 0, 2);
+  // 42, 130 in the last row, at (579.2388, 1002.1448): cell 9 * 13 + 7. 43, 130 is at (570.0483, 1113.4937), further
+  // west; 42, 131 at (661.9872, 1002.1448).
+  ExpectCell(Surface.Calls, 260 + 2 * 124, {7008.5820, -2852.1718, 6870.7244, -4522.4059, 8249.8080, -2852.1718}, 0, 2);
+  EXPECT_EQ(Surface.Calls.size(), 2 * 260U);
 }
 
 TEST_F(Renderer, GridBeginsBelowANegativeCorner) {
   Corner = {-5.5, -60.25};
   Display.SHOWGRID_SEC = false;
   DrawGrid(Scene(), Surface);
-  const Feet feet = FeetFromLatLong(Corner, -6, -61);
-  const Point crossing = SurfaceFromMap(View, feet.X / 3279.98, feet.Y / 3279.98);
-  ASSERT_FALSE(Surface.Calls.empty());
-  EXPECT_NEAR(Surface.Calls[0].Numbers[0], crossing.X, 1e-6);
-  EXPECT_NEAR(Surface.Calls[0].Numbers[1], crossing.Y, 1e-6);
+  // -6, -61 lies at (-83.05422, -55.67519) from that corner; -5, -61 at (-83.19392, 55.67376); -6, -60 at (27.68474,
+  // -55.67519).
+  ExpectCell(Surface.Calls, 0, {-2925.8133, 13015.1278, -2927.9088, 11344.8936, -1264.7289, 13015.1278}, 0, 2);
+  // Up to 3.70 degrees north and 51.03 west: 10 rows of 10 cells.
+  EXPECT_EQ(Surface.Calls.size(), 200U);
 }
 
 TEST_F(Renderer, WithoutGridTheHalfDegreesHaveNoEffect) {
@@ -156,6 +167,82 @@ TEST_F(Renderer, AFaultInOneLayerLeavesTheOthers) {
   failing.Calls.clear();
   RedrawPlots(Scene(), failing);
   EXPECT_EQ(Kinds(failing.Calls), (std::vector<std::string>{"restore", "circle", "print", "arc", "print", "dot"}));
+}
+
+/// Cannot bear a position that is no number or lies far out.
+class FrailSurface : public test::RecordingSurface {
+ public:
+  void Circle(double x, double y, double radius, Pen pen) override {
+    Bear(x, y);
+    RecordingSurface::Circle(x, y, radius, pen);
+  }
+  void Line(double x1, double y1, double x2, double y2, Pen pen) override {
+    Bear(x1, y1);
+    RecordingSurface::Line(x1, y1, x2, y2, pen);
+  }
+  void Arc(double x, double y, double radius, double from, double to, Pen pen) override {
+    Bear(x, y);
+    RecordingSurface::Arc(x, y, radius, from, to, pen);
+  }
+  void Dot(double x, double y, base::Colour color) override {
+    Bear(x, y);
+    RecordingSurface::Dot(x, y, color);
+  }
+
+ private:
+  static void Bear(double x, double y) {
+    if (std::isnan(x) || std::isnan(y)) throw base::RuntimeFailure("no number");
+    if (std::abs(x) > 1e30 || std::abs(y) > 1e30) throw std::bad_alloc();
+  }
+};
+
+TEST_F(Renderer, ADamagedPlotCostsItselfAndNoOther) {
+  Display.SHOWGRID = false;
+  for (const double damaged : {std::nan(""), 1e300, -1e300}) {
+    FrailSurface frail;
+    const auto single = static_cast<float>(std::isnan(damaged) ? damaged : damaged / 1e265);
+    Plots = {};
+    AddPlayer(damaged, 512);
+    AddPlayer(512, 512).History.Append({512, 511});
+    AddAI(single, 512, 0);
+    AddAI(512, 512, 0);
+    AddAI(single, 512, 1);
+    AddAI(500, 512, 1);
+    Plots.AIHistory.Append({single, 512, 1, 255});
+    Plots.AIHistory.Append({512, 512, 1, 255});
+    DrawMap(Scene(), frail);
+    EXPECT_EQ(frail.Of("circle").size(), 3U + 1U) << "rings of the bullseye and the sound player";
+    EXPECT_EQ(frail.Of("arc").size(), 1U);
+    EXPECT_EQ(frail.Of("line").size(), 1U + 2U) << "vector and caret";
+    EXPECT_EQ(frail.Of("dot").size(), 2U) << "of his trail and of theirs";
+    EXPECT_EQ(frail.Of("capture").size(), 1U);
+  }
+}
+
+TEST_F(Renderer, ADamagedPointOfATrailLeavesTheOtherPoints) {
+  FrailSurface frail;
+  link::PlotRecord& plot = AddPlayer(512, 512);
+  plot.History.Append({std::nan(""), 500});
+  plot.History.Append({512, 511});
+  RedrawPlots(Scene(), frail);
+  EXPECT_EQ(frail.Of("dot"), (Calls{{"dot", {6000, 4515}, 0x123456}}));
+}
+
+/// Each kind of call fails as it can when memory ends.
+class BrokenSurface : public test::RecordingSurface {
+ public:
+  void CopyPicture(const base::Picture&, const SourceRect&) override { throw std::bad_alloc(); }
+  void Line(double, double, double, double, Pen) override { throw std::length_error("line"); }
+  void Circle(double, double, double, Pen) override { throw std::bad_alloc(); }
+};
+
+TEST_F(Renderer, WhatStandsIsCapturedWhateverHappened) {
+  BrokenSurface broken;
+  AddPlayer(512, 512);
+  AddAI(512, 512, 0);
+  DrawMap(Scene(), broken);
+  EXPECT_EQ(broken.Of("capture").size(), 1U);
+  EXPECT_EQ(broken.Of("arc").size(), 1U) << "what moves is drawn all the same";
 }
 
 }  // namespace
