@@ -36,8 +36,8 @@ inline void PrintTo(const SurfaceCall& call, std::ostream* out) {
 class RecordingSurface : public map::Surface {
  public:
   /// What every character measures, surface units.
-  static constexpr double CharacterWidth = 90;
-  static constexpr double LineHeight = 195;
+  double CharacterWidth = 90;
+  double LineHeight = 195;
 
   void CopyPicture(const base::Picture&, const map::SourceRect& from) override {
     Calls.push_back({"picture", {from.Left, from.Top, from.Width, from.Height}});

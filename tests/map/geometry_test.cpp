@@ -120,6 +120,14 @@ TEST(BearingRange, RangeIsNauticalMilesAtResolution1) {
   EXPECT_EQ(BearingRange(7, 7, 7, 7).Range, 0);
 }
 
+TEST(BearingRange, DividesByItsOwnPiToTheLastDigit) {
+  // 90 degrees less the angle whose tangent is dy, worked out with 40 digits: with 3.14159265358979 the first bearing
+  // is 0.5 - 5.0e-14 and so 0, north; the second 0.5 + 1.4e-13 and so 1. One digit less (-1.4e-13) or more (+2.3e-13),
+  // or the whole of pi (+4.2e-14), takes one of them to the other side of the half.
+  EXPECT_EQ(BearingRange(0, 0, 1, -114.58865012929992).Bearing, 360);
+  EXPECT_EQ(BearingRange(0, 0, 1, -114.58865012925638).Bearing, 1);
+}
+
 TEST(BearingRange, SurvivesNumbersThatAreNone) {
   EXPECT_EQ(BearingRange(0, 0, std::nan(""), std::nan("")).Bearing, 360);
   const double far = std::numeric_limits<double>::infinity();

@@ -22,6 +22,19 @@ TEST(LatLong, OneDegreeNorthIsItsFeet) {
   EXPECT_NEAR(FeetFromLatLong({0, 123}, 1, 123).Y, 365222.3106, 1e-3);
 }
 
+TEST(LatLong, EveryConstantCountsToItsLastDigit) {
+  // Worked out with 40 digits. Latitude: (33.5 * 365221.8846 + 2e6) / 2.09257e7 = 0.680260786215037, its cosine
+  // 0.7774087117588649; longitude: (123.25 * 0.01745329 * 2.09257e7 * cos + 1e6) / (cos * 2.09257e7); both
+  // by 57.2957795.
+  const LatLong place = LatLongFromFeet({33.5, 123.25}, 1e6, 2e6);
+  EXPECT_NEAR(place.Lat, 38.9760720094734, 1e-9);
+  EXPECT_NEAR(place.Long, 126.7720136652238, 1e-9);
+  // 40 * 0.01745329 * 2.09257e7 - 33.5 * 365221.8846, and (130 - 123.25) * 0.01745329 * 2.09257e7 * cos(0.6981316).
+  const Feet feet = FeetFromLatLong({33.5, 123.25}, 40, 130);
+  EXPECT_NEAR(feet.Y, 2373959.28802, 1e-4);
+  EXPECT_NEAR(feet.X, 1888491.679867, 1e-4);
+}
+
 TEST(LatLong, LongitudeShrinksWithTheLatitudeOfThePlace) {
   EXPECT_NEAR(FeetFromLatLong({0, 10}, 60, 11).X, 365221.8846 / 2, 5);
 }

@@ -190,6 +190,30 @@ TEST_F(AIPlot, HostileIsACaretWithAltitudeAndName) {
                                   {"print", {left + 3 * 90 - 5 * 90, top + 195}, 255, 0, "Mig21"}}));
 }
 
+TEST_F(AIPlot, BlockStandsAtWholeUnitsFromThePlotHalvesGoingToTheEvenOne) {
+  struct Case {
+    double width, height;  // of a character
+    double left, up;       // of the altitude's upper left corner from the plot
+  };
+  // Three characters and 285: 555.75, 556.5, 558.375. Half the height: 96.5, 97.5, 98.25, 97.75.
+  constexpr Case cases[] = {
+      {90.25, 193, 556, 96}, {90.5, 195, 556, 98}, {91.125, 196.5, 558, 98}, {91.125, 195.5, 558, 98}};
+  AddAI(512, 512, 1);
+  for (const Case& each : cases) {
+    Surface.CharacterWidth = each.width;
+    Surface.LineHeight = each.height;
+    Surface.Calls.clear();
+    Draw();
+    const Calls prints = Surface.Of("print");
+    ASSERT_EQ(prints.size(), 2U);
+    EXPECT_EQ(prints[0].Numbers[0], 6000 - each.left) << each.width;
+    EXPECT_EQ(prints[0].Numbers[1], 4500 - each.up) << each.height;
+    // The name, five characters, ends where the altitude does, on the next line.
+    EXPECT_NEAR(prints[1].Numbers[0], 6000 - each.left - 2 * each.width, 1e-9);
+    EXPECT_EQ(prints[1].Numbers[1], 4500 - each.up + each.height);
+  }
+}
+
 TEST_F(AIPlot, FriendIsTheLowerArcInItsColour) {
   AddAI(512, 512, 0);
   Display.AICOLOR_FRIENDS = 0x00AA00;
