@@ -10,10 +10,12 @@ namespace kestrel::map {
 
 double MiniMapScale(const ViewState& view, std::int16_t miniMapScale) {
   const double wanted = miniMapScale > 0 ? miniMapScale : Options{}.MINIMAPSCALE;
-  return std::clamp(wanted, view.Size / GreatestMiniMapSide, view.Size / LeastMiniMapSide);
+  return std::max(wanted, view.Size / GreatestMiniMapSide);
 }
 
-double MiniMapSide(const ViewState& view, double scale) { return view.Size / scale * UnitsPerPixel; }
+double MiniMapSide(const ViewState& view, double scale) {
+  return std::max(view.Size / scale, LeastMiniMapSide) * UnitsPerPixel;
+}
 
 MiniMapBox BoxOnMiniMap(const ViewState& view, double scale) {
   MiniMapBox box;

@@ -9,15 +9,16 @@
 // the mini map's own surface, Y down.
 namespace kestrel::map {
 
-/// The mini map is kept between these sides, pixels, whatever MINIMAPSCALE says.
-inline constexpr double LeastMiniMapSide = 32;
-inline constexpr double GreatestMiniMapSide = 2048;
+/// The least and the greatest side of the mini map, pixels: less is nothing, more is memory that a station may not have
+/// (256 MiB for the picture, and as much for its window).
+inline constexpr double LeastMiniMapSide = 1;
+inline constexpr double GreatestMiniMapSide = 8192;
 
-/// View-unit pixels to the mini map's pixel. MINIMAPSCALE as it stands where it can be used; the default for 0 and
-/// below; otherwise the nearest that keeps the mini map's side within its limits.
+/// View-unit pixels to the mini map's pixel. MINIMAPSCALE as it stands, also where that makes the mini map very small;
+/// the default for 0 and below; more where the greatest side asks for it.
 double MiniMapScale(const ViewState& view, std::int16_t miniMapScale);
 
-/// Both sides of the mini map, logical units.
+/// Both sides of the mini map, logical units; LeastMiniMapSide where the scale leaves less.
 double MiniMapSide(const ViewState& view, double scale);
 
 struct MiniMapBox {

@@ -24,14 +24,24 @@ TEST(MiniMap, SideIsTheSizeByTheScale) {
   EXPECT_DOUBLE_EQ(MiniMapSide(view, 1), 1024 * 15);
 }
 
-TEST(MiniMap, ScaleIsTheDefaultWhenItCannotBeAndKeepsTheSideWithinItsLimits) {
+TEST(MiniMap, ScaleIsTheToldOneHoweverSmallTheMiniMapBecomes) {
+  ViewState view = View();
+  view.Size = 512;
+  EXPECT_EQ(MiniMapScale(view, 20), 20);
+  EXPECT_DOUBLE_EQ(MiniMapSide(view, 20), 25.6 * 15);
+  EXPECT_EQ(MiniMapScale(view, 32767), 32767);
+  EXPECT_DOUBLE_EQ(MiniMapSide(view, 32767), 15) << "a pixel is left";
+  view.Size = 8192;
+  EXPECT_EQ(MiniMapScale(view, 1), 1);
+  EXPECT_DOUBLE_EQ(MiniMapSide(view, 1), 8192 * 15);
+}
+
+TEST(MiniMap, ScaleIsTheDefaultForNoneAndKeepsTheSideToWhatMemoryHolds) {
   ViewState view = View();
   for (const int wrong : {0, -1, -32768}) EXPECT_EQ(MiniMapScale(view, static_cast<std::int16_t>(wrong)), 5) << wrong;
-  EXPECT_DOUBLE_EQ(MiniMapSide(view, MiniMapScale(view, 32767)), LeastMiniMapSide * 15);
-  view.Size = 1e6;
-  EXPECT_DOUBLE_EQ(MiniMapSide(view, MiniMapScale(view, 1)), GreatestMiniMapSide * 15);
-  view.Size = 0.5;
-  EXPECT_DOUBLE_EQ(MiniMapSide(view, MiniMapScale(view, 5)), LeastMiniMapSide * 15);
+  view.Size = 81920;
+  EXPECT_EQ(MiniMapScale(view, 5), 10);
+  EXPECT_DOUBLE_EQ(MiniMapSide(view, MiniMapScale(view, 5)), 8192 * 15);
 }
 
 TEST(MiniMap, BoxLiesOnTheVisiblePart) {

@@ -1,5 +1,7 @@
 #include "shell/map/mini_map_frm.h"
 
+#include <QPaintEvent>
+
 #include "shell/map/measure_fixture.h"
 
 namespace kestrel::shell {
@@ -35,8 +37,18 @@ TEST_F(MiniMapWindow, AScaleThatCannotBeIsGuarded) {
   }
   station.MapOptions.MINIMAPSCALE = 32767;
   windows.Refresh(base::Changed::MiniMap);
-  EXPECT_EQ(Small().width(), 32);
+  EXPECT_EQ(Small().size(), QSize(1, 1)) << "less than half a pixel";
   EXPECT_GE(MiniMap().width(), 3 * ToolFrm::StripHeight);
+}
+
+TEST_F(MiniMapWindow, ASmallTheaterHasASmallMiniMapThatCentresByTheToldScale) {
+  Action("mnuTheatername_2").trigger();  // 512 map units
+  station.MapOptions.MINIMAPSCALE = 20;
+  windows.Refresh(base::Changed::MiniMap);
+  EXPECT_EQ(Small().size(), QSize(26, 26));  // 25.6
+  QTest::mouseClick(&Small(), Qt::LeftButton, {}, QPoint(10, 20));
+  EXPECT_EQ(View().ViewCenterX, 20 * 10 * 15);
+  EXPECT_EQ(View().ViewCenterY, 20 * 20 * 15);
 }
 
 TEST_F(MiniMapWindow, RolledUpItStaysSoAndKeepsItsNewHeight) {
@@ -87,6 +99,58 @@ TEST_F(MiniMapWindow, TheBoxStandsOnWhatTheMapShows) {
   const QColor ground = shown.pixelColor(4, 4);
   EXPECT_GT(shown.pixelColor(left, middle).lightness(), ground.lightness() + 60);
   EXPECT_EQ(shown.pixelColor(shown.width() / 2, middle), ground);
+}
+
+/// The parts of a widget that its paint events ask for.
+class PaintedRegion final : public QObject {
+ public:
+  explicit PaintedRegion(QWidget& widget) { widget.installEventFilter(this); }
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::Paint) Region += static_cast<QPaintEvent*>(event)->region();
+    return false;
+  }
+  QRegion Region;
+};
+
+TEST_F(MiniMapWindow, EachSideOfTheBoxStandsWhereItBelongs) {
+  // A surface of 800 by 480 pixels, zoomed twice, at one fifth: 80 by 48 pixels. Its centre at map point (400, 724),
+  // 300 below the upper edge, is at (80, 60): the box reaches from (40, 36) to (120, 84).
+  View().SurfaceWidth = 800 * 15;
+  View().SurfaceHeight = 480 * 15;
+  View().ViewCenterX = 400 * 15;
+  View().ViewCenterY = 300 * 15;
+  windows.Refresh(map::ChangeRes(View(), 2));
+  const QImage shown = Shown();
+  const int ground = shown.pixelColor(4, 4).lightness();
+  const auto bright = [&](int x, int y) { return shown.pixelColor(x, y).lightness() > ground + 60; };
+  for (const QPoint side : {QPoint(40, 60), QPoint(119, 60), QPoint(80, 36), QPoint(80, 83)}) {
+    EXPECT_TRUE(bright(side.x(), side.y())) << side.x() << ", " << side.y();
+  }
+  for (const QPoint beside : {QPoint(36, 60), QPoint(44, 60), QPoint(123, 60), QPoint(80, 32), QPoint(80, 40),
+                              QPoint(80, 79), QPoint(80, 87), QPoint(80, 60)}) {
+    EXPECT_FALSE(bright(beside.x(), beside.y())) << beside.x() << ", " << beside.y();
+  }
+}
+
+TEST_F(MiniMapWindow, AMoveOfTheBoxPaintsItsOldAndItsNewSides) {
+  View().SurfaceWidth = 800 * 15;
+  View().SurfaceHeight = 480 * 15;
+  View().ViewCenterX = 400 * 15;
+  View().ViewCenterY = 300 * 15;
+  windows.Refresh(map::ChangeRes(View(), 2));
+  Shown();
+  QCoreApplication::processEvents();
+  PaintedRegion painted(Small());
+  // 50 map units east and 100 south: from (40, 36)-(120, 84) to (50, 56)-(130, 104).
+  View().ViewCenterX = 450 * 15;
+  View().ViewCenterY = 400 * 15;
+  windows.Refresh(base::Changed::MiniMap);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !painted.Region.isEmpty(); }));
+  for (const QPoint side : {QPoint(40, 60), QPoint(119, 60), QPoint(80, 36), QPoint(80, 83), QPoint(50, 80),
+                            QPoint(129, 80), QPoint(80, 56), QPoint(80, 103)}) {
+    EXPECT_TRUE(painted.Region.contains(side)) << side.x() << ", " << side.y();
+  }
+  EXPECT_FALSE(painted.Region.contains(QPoint(10, 10)));
 }
 
 TEST_F(MiniMapWindow, ABoxBeyondTheMiniMapIsNotClippedToIt) {
