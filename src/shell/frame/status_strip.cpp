@@ -98,8 +98,11 @@ void StatusStrip::resizeEvent(QResizeEvent* event) {
     for (const QLabel* label : labels) sum += label->minimumWidth() + Spacing;
     return sum;
   };
+  int all = 0;
+  for (const std::vector<QLabel*>& labels : readOuts) all += widthOf(labels);
   int room = width() - fixedWidth;
-  const bool words = room >= widthOf(readOuts[0]);
+  // The tips of the lamps tell the same as their words, which therefore go before any read-out.
+  const bool words = room >= all;
   for (Lamp* lamp : Lamps()) lamp->ShowWord(words);
   if (!words) room += WidthOfWords();
   for (const std::vector<QLabel*>& labels : readOuts) {

@@ -14,8 +14,8 @@ namespace kestrel::shell {
 
 /// The strip at the foot of the frame: the buttons of the floating windows and the lamps from the left, read-outs at
 /// the right. Each read-out has the width of its longest text in digits of one width, so that nothing jumps while the
-/// pointer moves; where the frame is too narrow for all of them, those that matter less give way, then
-/// the words of the lamps, and latitude and longitude last.
+/// pointer moves; where the frame is too narrow for all of this, the words of the lamps give way first, then the
+/// read-outs that matter less, and latitude and longitude last.
 class StatusStrip final : public QWidget {
   Q_OBJECT
  public:

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLayout>
 #include <algorithm>
+#include <iterator>
 
 #include "shell/station_fixture.h"
 
@@ -17,35 +18,52 @@ class StripOfTheFrame : public StationTest {
   bool ReadOutShown(const char* name) { return Strip().findChild<QLabel*>(QString::fromLatin1(name))->isVisible(); }
   /// What the last lamp wants, with or without its words.
   int WidthOfGuard() { return Strip().findChild<Lamp*>(QStringLiteral("StatPic_Guard"))->sizeHint().width(); }
-  /// The least width of the strip at which its lamps keep their words: the place of the pointer fits beside them.
-  int WidthWithWords() {
+  /// The least width of the strip in which all its parts but the words of the lamps and the read-outs from
+  /// `firstWithout` on, in the order in which they are kept, have room.
+  int WidthWithout(std::size_t firstWithout) {
     StatusStrip& strip = Strip();
     int width = strip.minimumSizeHint().width();
-    for (const Lamp* lamp : strip.findChildren<Lamp*>()) width += lamp->WordWidth();
-    for (const char* name : {"lblLat", "lblLong"}) {
-      width += strip.findChild<QLabel*>(QString::fromLatin1(name))->minimumWidth() + strip.layout()->spacing();
+    for (std::size_t index = 0; index < firstWithout; ++index) {
+      width += strip.findChild<QLabel*>(QString::fromLatin1(Kept[index]))->minimumWidth() + strip.layout()->spacing();
     }
     return width;
   }
+  int WidthOfAll() {
+    int width = WidthWithout(std::size(Kept));
+    for (const Lamp* lamp : Strip().findChildren<Lamp*>()) width += lamp->WordWidth();
+    return width;
+  }
+
+  /// Gives the frame the width at which its strip has this one.
+  void ResizeTo(int width) {
+    Frame().resize(Frame().width() - Strip().width() + width, Frame().height());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return Strip().width() == width; })) << Strip().width();
+  }
+
+  /// The read-outs, from what is missed most; the first two go together.
+  static constexpr const char* Kept[] = {"lblLat", "lblLong", "lblElevation", "lblZoom", "lblPosition"};
 };
 
-TEST_F(StripOfTheFrame, NarrowFrameGivesUpReadOutsAndDrawsNoMap) {
+TEST_F(StripOfTheFrame, NarrowFrameGivesUpTheWordsOfTheLampsBeforeAnyReadOut) {
   Start();
-  const std::uint64_t draws = Picture().MapDraws();
-  Strip().resize(WidthWithWords(), Strip().height());
-  EXPECT_TRUE(ReadOutShown("lblLat") && ReadOutShown("lblLong"));
-  EXPECT_FALSE(ReadOutShown("lblElevation") || ReadOutShown("lblZoom") || ReadOutShown("lblPosition"));
-  EXPECT_EQ(Picture().MapDraws(), draws);
+  for (const int missing : {0, 1}) {
+    ResizeTo(WidthOfAll() - missing);
+    EXPECT_EQ(WidthOfGuard() > 60, missing == 0) << "with its words";
+    for (const char* name : Kept) EXPECT_TRUE(ReadOutShown(name)) << name << ' ' << missing;
+  }
 }
 
-TEST_F(StripOfTheFrame, NarrowFrameGivesUpTheWordsOfTheLampsBeforeThePlaceOfThePointer) {
+TEST_F(StripOfTheFrame, NarrowerFrameGivesUpReadOutsOneByOneAndNoneWhileThereIsRoom) {
   Start();
-  StatusStrip& strip = Strip();
-  strip.resize(WidthWithWords(), strip.height());
-  EXPECT_GT(WidthOfGuard(), 60) << "with its words";
-  strip.resize(WidthWithWords() - 1, strip.height());
-  EXPECT_LT(WidthOfGuard(), 20);
-  EXPECT_TRUE(ReadOutShown("lblLat") && ReadOutShown("lblLong") && ReadOutShown("lblElevation"));
+  for (const std::size_t kept : {5, 4, 3, 2, 0}) {
+    for (const int wider : {0, 1}) {
+      ResizeTo(WidthWithout(kept) + wider);
+      EXPECT_LT(WidthOfGuard(), 20);
+      for (std::size_t index = 0; index < std::size(Kept); ++index) {
+        EXPECT_EQ(ReadOutShown(Kept[index]), index < kept) << Kept[index] << " of " << kept;
+      }
+    }
+  }
 }
 
 TEST_F(StripOfTheFrame, VeryNarrowFrameGivesUpTheWordsOfTheLampsAndNothingOverlaps) {
