@@ -17,6 +17,13 @@ base::Changed TrackPointer(ViewState& view, const Options& options, double x, do
   return base::Changed::CursorLine;
 }
 
+base::Changed SetStaticCursor(ViewState& view, Options& options, bool on) {
+  options.STATICCURSOR = on;
+  if (on) return base::Changed::Nothing;
+  view.CursorLineActive = false;
+  return base::Changed::CursorLine;
+}
+
 BRTexts UpdateBRs(const ViewState& view) {
   const auto range = [&view](const BearingAndRange& from) {
     return SafeFormat(from.Range / view.Resolution, "##0.00");
@@ -29,6 +36,7 @@ BRTexts UpdateBRs(const ViewState& view) {
     texts.Range = range(there) + " NM";
     texts.Line = BearingText(there) + " - " + range(there) + "nm";
   }
+  if (!view.PointerSeen) return texts;
   const BearingAndRange bulls = BearingRange(view.BullsX, view.BullsY, view.MouseX, view.MouseY);
   texts.BullsBearing = BearingText(bulls);
   texts.BullsRange = range(bulls) + " NM";

@@ -20,7 +20,10 @@ inline constexpr double LineTextOffset = 150;
 /// down and the view is not changing.
 base::Changed TrackPointer(ViewState& view, const Options& options, double x, double y, bool leftDown);
 
-/// The texts of the measurements, code page bytes.
+/// STATICCURSOR goes on or off. Off takes the line away at once; on, it comes with the next move.
+base::Changed SetStaticCursor(ViewState& view, Options& options, bool on);
+
+/// The texts of the measurements, code page bytes. All are empty until the pointer has been over the map.
 struct BRTexts {
   std::string Bearings;      ///< CursFrm.Label2: to the pointer and back, like 045\xB0 / 225\xB0; empty without a line
   std::string Range;         ///< CursFrm.Label3: like 12.50 NM; empty without a line

@@ -70,7 +70,7 @@ void ResetView(ViewState& view, double size, double picSize, double bullX, doubl
 base::Changed PlaceBullseye(ViewState& view, double bullX, double bullY);
 /// The size of the surface has changed, surface units. The map is not redrawn by this.
 base::Changed ResizeSurface(ViewState& view, double width, double height);
-/// The pointer has moved: MouseX, MouseY, CursorMapX, CursorMapY. Surface units.
+/// The pointer has moved over the map: MouseX, MouseY, CursorMapX, CursorMapY, PointerSeen. Surface units.
 void MovePointer(ViewState& view, double x, double y);
 
 /// Where CenterMousePointer sets the system pointer, pixels. Arguments in logical units: the left (top) edges of frame,

@@ -38,7 +38,8 @@ struct ViewState {
   double AnchorY = 0;
   double BullsX = 0;  ///< surface units
   double BullsY = 0;
-  double CursorMapX = 0;  ///< map units, north up: the pointer
+  bool PointerSeen = false;  ///< the pointer has been over the map; before that its places mean nothing
+  double CursorMapX = 0;     ///< map units, north up: the pointer
   double CursorMapY = 0;
   bool ViewChanging = false;                 ///< while SetCenterOfScreen or MoveScreen runs
   std::int16_t AnchorPlotIndex = 0;          ///< Clients index that the anchor follows; 0 in this version

@@ -38,6 +38,13 @@ void CentreTheater(ViewState& view) {
   view.ViewCenterY = view.Size / 2 * UnitsPerPixelY;
 }
 
+/// The ground under the pointer.
+void RefreshGround(ViewState& view) {
+  const Point at = MapFromSurface(view, view.MouseX, view.MouseY);
+  view.CursorMapX = at.X;
+  view.CursorMapY = at.Y;
+}
+
 /// What the view gives its place to: the marks on the surface, and the ground under a pointer that has not moved.
 void RefreshMarks(ViewState& view) {
   const Point anchor = SurfaceFromView(view, view.AnchorViewX, view.AnchorViewY);
@@ -46,7 +53,7 @@ void RefreshMarks(ViewState& view) {
   const Point bulls = SurfaceFromView(view, view.BullsViewX, view.BullsViewY);
   view.BullsX = bulls.X;
   view.BullsY = bulls.Y;
-  MovePointer(view, view.MouseX, view.MouseY);
+  RefreshGround(view);
 }
 
 bool IsSlot(const ViewState& view, std::int16_t slot) {
@@ -184,11 +191,10 @@ Changed ResizeSurface(ViewState& view, double width, double height) {
 }
 
 void MovePointer(ViewState& view, double x, double y) {
+  view.PointerSeen = true;
   view.MouseX = x;
   view.MouseY = y;
-  const Point at = MapFromSurface(view, x, y);
-  view.CursorMapX = at.X;
-  view.CursorMapY = at.Y;
+  RefreshGround(view);
 }
 
 double CenteredPointerX(double lefts, double surfaceWidth) { return (lefts + surfaceWidth / 2 + 60) / UnitsPerPixelX; }

@@ -59,6 +59,27 @@ TEST_F(CursorTools, LineShowsWithStaticCursorOrWhileDraggingAViewThatStands) {
   }
 }
 
+TEST_F(CursorTools, StaticCursorTakesTheLineAwayWhenItGoesOff) {
+  EXPECT_EQ(SetStaticCursor(view, options, true), Changed::Nothing);
+  EXPECT_TRUE(options.STATICCURSOR);
+  EXPECT_FALSE(view.CursorLineActive) << "it comes with the next move";
+  Move(6015, 4485);
+  EXPECT_TRUE(view.CursorLineActive);
+  EXPECT_EQ(SetStaticCursor(view, options, false), Changed::CursorLine);
+  EXPECT_FALSE(options.STATICCURSOR);
+  EXPECT_FALSE(view.CursorLineActive);
+}
+
+TEST_F(CursorTools, NothingIsToldUntilThePointerHasBeenOverTheMap) {
+  ChangeRes(view, 2);
+  EXPECT_FALSE(view.PointerSeen);
+  EXPECT_EQ(UpdateBRs(view).BullsBearing, "");
+  EXPECT_EQ(UpdateBRs(view).BullsRange, "");
+  Move(0, 0);
+  EXPECT_TRUE(view.PointerSeen);
+  EXPECT_NE(UpdateBRs(view).BullsRange, "");
+}
+
 TEST_F(CursorTools, TextsGiveBothBearingsAndTheRange) {
   Move(6000 + Miles(10), 4500, true);
   const BRTexts texts = UpdateBRs(view);

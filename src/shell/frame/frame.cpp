@@ -202,12 +202,17 @@ void MDIForm1::ShowZoom() { strip->ShowZoom(FromBytes(map::ZoomText(station.Stat
 void MDIForm1::ShowPointer() {
   const map::ViewState& view = station.State.View;
   const theaters::Theater& theater = station.State.Catalogue.Current();
-  const std::string position =
-      "x:" + map::SafeFormat(view.CursorMapX, "0.00") + " / y:" + map::SafeFormat(view.CursorMapY, "0.00");
-  const map::LatLongText texts =
-      map::FormatLatLong({theater.CoordLat, theater.CoordLong}, view.CursorMapX, view.CursorMapY);
-  strip->ShowPosition(FromBytes(position), FromBytes(texts.Lat), FromBytes(texts.Long));
-  strip->ShowElevation(FromBytes(map::ElevationText(view, station.State.Elevations)));
+  // Until the pointer has been over the map there is no place to tell.
+  std::string position;
+  map::LatLongText place;
+  std::string elevation;
+  if (view.PointerSeen) {
+    position = "x:" + map::SafeFormat(view.CursorMapX, "0.00") + " / y:" + map::SafeFormat(view.CursorMapY, "0.00");
+    place = map::FormatLatLong({theater.CoordLat, theater.CoordLong}, view.CursorMapX, view.CursorMapY);
+    elevation = map::ElevationText(view, station.State.Elevations);
+  }
+  strip->ShowPosition(FromBytes(position), FromBytes(place.Lat), FromBytes(place.Long));
+  strip->ShowElevation(FromBytes(elevation));
   const map::BRTexts measured = map::UpdateBRs(view);
   map->Picture().ShowLine(FromBytes(measured.Line));
   tools->Curs().ShowBRs(measured);

@@ -44,7 +44,7 @@ void CursFrm::ShowStaticCursor() {
 }
 
 void CursFrm::SetStaticCursor(bool on) {
-  station.State.MapOptions.STATICCURSOR = on;
+  station.Shown.Refresh(map::SetStaticCursor(station.State.View, station.State.MapOptions, on));
   Label2->clear();
   Label3->clear();
 }

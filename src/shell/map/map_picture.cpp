@@ -26,6 +26,8 @@ namespace {
 
 /// One notch of a usual wheel, eighths of a degree.
 constexpr int WheelNotch = 120;
+/// A system that counts finer or coarser pixels than the toolkit may put the pointer this far off, both axes together.
+constexpr double NearPlace = 2;
 
 }  // namespace
 
@@ -123,6 +125,7 @@ void MapPicture::TakePointer(QPointF position) {
 void MapPicture::mousePressEvent(QMouseEvent* event) {
   Guarded(station.Log, "MouseDown", [this, event] {
     TakePointer(event->position());
+    sentTo.reset();
     switch (event->button()) {
       case Qt::LeftButton:
         station.Shown.Refresh(map::SetCursorStart(station.State.View));
@@ -163,10 +166,19 @@ void MapPicture::mouseMoveEvent(QMouseEvent* event) {
   Guarded(station.Log, "MouseMove", [this, event] {
     if (station.State.MapOptions.MAP_AUTOFOCUS) TakeKeyboard();
     core::ReadElevations(station);
-    station.Shown.Refresh(
-        map::TrackPointer(station.State.View, station.State.MapOptions, event->position().x() * map::UnitsPerPixelX,
-                          event->position().y() * map::UnitsPerPixelY, event->buttons().testFlag(Qt::LeftButton)));
+    map::ViewState& view = station.State.View;
+    const QScopedValueRollback changing(view.ViewChanging, view.ViewChanging || IsOwnMove(event->globalPosition()));
+    station.Shown.Refresh(map::TrackPointer(view, station.State.MapOptions, event->position().x() * map::UnitsPerPixelX,
+                                            event->position().y() * map::UnitsPerPixelY,
+                                            event->buttons().testFlag(Qt::LeftButton)));
   });
+}
+
+bool MapPicture::IsOwnMove(QPointF global) {
+  // Others may be on their way before it.
+  if (!sentTo || (global - *sentTo).manhattanLength() > NearPlace) return false;
+  sentTo.reset();
+  return true;
 }
 
 void MapPicture::contextMenuEvent(QContextMenuEvent* event) {
@@ -220,7 +232,7 @@ void MapPicture::TurnWheel(int angle) {
 void MapPicture::SetCenterOfScreen() {
   map::ViewState& view = station.State.View;
   const base::Changed changed = map::SetCenterOfScreen(view);
-  // A move that comes of moving the pointer begins no line.
+  // A move that comes meanwhile begins no line.
   const QScopedValueRollback changing(view.ViewChanging, true);
   station.Shown.Refresh(changed);
   CenterMousePointer();
@@ -232,6 +244,7 @@ void MapPicture::CenterMousePointer() {
   const double x = map::CenteredPointerX((frame.x() + pos().x()) * map::UnitsPerPixelX, width() * map::UnitsPerPixelX);
   const double y = map::CenteredPointerY((frame.y() + pos().y()) * map::UnitsPerPixelY, height() * map::UnitsPerPixelY);
   QCursor::setPos(static_cast<int>(std::lround(x)), static_cast<int>(std::lround(y)));
+  sentTo = QCursor::pos();  // another place where the screen ends before the wanted one
 }
 
 }  // namespace kestrel::shell

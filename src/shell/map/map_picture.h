@@ -3,6 +3,7 @@
 #include <QTimer>
 #include <QWidget>
 #include <cstdint>
+#include <optional>
 
 #include "core/program.h"
 #include "map/renderer.h"
@@ -63,6 +64,8 @@ class MapPicture final : public QWidget {
  private:
   map::Scene Scene() const;
   void TakePointer(QPointF position);
+  /// True for the move that comes of CenterMousePointer, once. It comes when that has long returned.
+  bool IsOwnMove(QPointF global);
   /// MAP_AUTOFOCUS: the pointer is over the map.
   void TakeKeyboard();
   void ShowDirty();
@@ -76,7 +79,8 @@ class MapPicture final : public QWidget {
   QTimer settle;
   std::uint64_t mapDraws = 0;
   std::uint64_t plotDraws = 0;
-  int wheelAngle = 0;  ///< turned and not yet used
+  std::optional<QPoint> sentTo;  ///< where CenterMousePointer has put the pointer while its move is awaited, screen
+  int wheelAngle = 0;            ///< turned and not yet used
 };
 
 }  // namespace kestrel::shell

@@ -253,6 +253,14 @@ TEST_F(FrameWindow, ResetZoomAndCenterDrawsOnceAndShowsTheZoom) {
   EXPECT_EQ(View().MapWidth, 1024 * 15);
 }
 
+TEST_F(FrameWindow, ResetZoomAndCenterPutsThePointerToTheMiddleOfTheMap) {
+  QCursor::setPos(Frame().frameGeometry().topLeft() + QPoint(3, 3));
+  Action("mnuResteZoomCenter").trigger();
+  const QPoint frame = Frame().frameGeometry().topLeft();
+  EXPECT_NEAR(QCursor::pos().x(), frame.x() + Picture().width() / 2.0 + 4, 1);    // 60 / 15
+  EXPECT_NEAR(QCursor::pos().y(), frame.y() + Picture().height() / 2.0 + 43, 1);  // 645 / 15
+}
+
 TEST_F(FrameWindow, OnePulseLightsTheActivityLampForOneTick) {
   auto* lamp = Frame().findChild<Lamp*>(QStringLiteral("StatPic_Act"));
   ASSERT_FALSE(lamp->Lit());

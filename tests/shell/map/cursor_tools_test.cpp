@@ -1,5 +1,9 @@
 #include "map/cursor_tools.h"
 
+#include <QPainter>
+#include <QSignalSpy>
+#include <QWindow>
+
 #include "shell/map/measure_fixture.h"
 
 namespace kestrel::shell {
@@ -23,6 +27,51 @@ TEST_F(Measuring, LineAppearsWhileDraggingAndGoesWithTheNextMove) {
   EXPECT_EQ(LinePixels(), 0);
   EXPECT_EQ(Text(Curs(), "Label2"), QString());
   EXPECT_EQ(Text(Curs(), "Label3"), QString());
+}
+
+TEST_F(Measuring, ADoubleClickLeavesNoLineBehind) {
+  QWindow& window = *Frame().windowHandle();
+  const QPoint at = Picture().mapTo(&Frame(), QPoint(300, 200));
+  // What another test has left held down would have the moves.
+  for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
+    if (QGuiApplication::mouseButtons().testFlag(button)) QTest::mouseRelease(&window, button, {}, at);
+  }
+  QCursor::setPos(Picture().mapToGlobal(QPoint(300, 200)));
+  QTest::mousePress(&window, Qt::LeftButton, {}, at);
+  QTest::mouseRelease(&window, Qt::LeftButton, {}, at);
+  // Soon enough after the first click to make a double click of the second; its button stays down for a while.
+  QTest::lastMouseTimestamp -= QTest::mouseDoubleClickInterval;
+  QTest::mousePress(&window, Qt::LeftButton, {}, at);
+  ASSERT_EQ(Picture().MapDraws(), draws + 1) << "centred";
+  const QPoint sentTo = Picture().mapFromGlobal(QCursor::pos());
+  ASSERT_GT((sentTo - QPoint(300, 200)).manhattanLength(), 100);
+  // The move of the pointer has come, with the button still down.
+  ASSERT_TRUE(QTest::qWaitFor([&] { return View().MouseX == sentTo.x() * 15 && View().MouseY == sentTo.y() * 15; }));
+  EXPECT_FALSE(View().CursorLineActive);
+  QTest::mouseRelease(&window, Qt::LeftButton, {}, Picture().mapTo(&Frame(), sentTo));
+  EXPECT_FALSE(View().CursorLineActive);
+  EXPECT_EQ(LinePixels(), 0);
+  EXPECT_EQ(Text(Curs(), "Label2"), QString());
+  EXPECT_EQ(Text(Curs(), "Label3"), QString());
+}
+
+TEST_F(Measuring, APersonsOwnMoveAfterADoubleClickDrawsTheLine) {
+  QTest::mouseDClick(&Picture(), Qt::LeftButton, {}, QPoint(300, 200));
+  const QPointF sentTo = Picture().mapFromGlobal(QCursor::pos());
+  Move(sentTo + QPointF(60, 0), Qt::LeftButton);  // on its way before the pointer was moved
+  EXPECT_TRUE(View().CursorLineActive);
+  Move(sentTo, Qt::LeftButton);
+  EXPECT_FALSE(View().CursorLineActive);
+  Move(sentTo, Qt::LeftButton);
+  EXPECT_TRUE(View().CursorLineActive) << "only once";
+}
+
+TEST_F(Measuring, APressEndsTheWaitForTheMoveOfACentring) {
+  QTest::mouseClick(&Picture(), Qt::MiddleButton, {}, QPoint(300, 200));
+  const QPoint sentTo = Picture().mapFromGlobal(QCursor::pos());
+  QTest::mousePress(&Picture(), Qt::LeftButton, {}, sentTo);
+  Move(sentTo, Qt::LeftButton);
+  EXPECT_TRUE(View().CursorLineActive);
 }
 
 TEST_F(Measuring, TheRightButtonDrawsNoLine) {
@@ -69,6 +118,71 @@ TEST_F(Measuring, TextStandsTenPixelsRightOfThePointerAndCentredOnIt) {
   EXPECT_EQ(text.top() + text.bottom() + 1, 2 * 300);
   EXPECT_GT(text.height(), 10);
   EXPECT_GT(text.width(), 5 * text.height() / 2);
+}
+
+TEST_F(Measuring, BearingAndRangeStandBesideThePointer) {
+  QTest::mousePress(&Picture(), Qt::LeftButton, {}, QPoint(200, 300));
+  const QImage bare = Picture().grab().toImage();
+  Move({500, 300}, Qt::LeftButton);
+  const QImage shown = Picture().grab().toImage();
+  const auto with = [&](const QString& text) {
+    CursorLine line;
+    line.Take(View(), station.MapOptions, text, Picture().size());
+    QImage painted = bare;
+    QPainter painter(&painted);
+    line.Paint(painter);
+    return painted;
+  };
+  // Due east, 300 pixels: 300 / 1.852 nautical miles.
+  EXPECT_EQ(shown, with(QStringLiteral("090\u00b0 - 161.99nm")));
+  EXPECT_NE(shown, with(QString()));
+  EXPECT_NE(shown, with(QStringLiteral("090\u00b0 - 161.98nm")));
+  // And it is there: within 14 pixels below and above the pointer's height, from 10 to its right, in its own colour.
+  int ink = 0;
+  for (int y = 286; y < 314; ++y) {
+    for (int x = 510; x < 600; ++x) {
+      const QColor pixel = shown.pixelColor(x, y);
+      ink += pixel.blue() > 180 && pixel.red() < 100 && pixel.green() < 100;
+    }
+  }
+  EXPECT_GT(ink, 40);
+}
+
+TEST_F(Measuring, WithoutStaticCursorTheLineGoesAtOnce) {
+  Move({200, 300});
+  const QImage bare = Picture().grab().toImage();
+  Check1().setChecked(true);
+  Move({500, 300});
+  EXPECT_GT(LinePixels(), 80);
+  QTest::mouseClick(&Check1(), Qt::LeftButton, {}, QPoint(8, Check1().height() / 2));
+  EXPECT_FALSE(View().CursorLineActive);
+  EXPECT_EQ(LinePixels(), 0);
+  EXPECT_EQ(Picture().grab().toImage(), bare);
+  // By its key, with the window of the measurements hidden.
+  Frame().Strip().Check(core::ToolWindow::Curs).setChecked(false);
+  QTest::keyClick(&Picture(), Qt::Key_C);
+  Move({510, 300});
+  EXPECT_GT(LinePixels(), 80);
+  QTest::keyClick(&Picture(), Qt::Key_C);
+  EXPECT_EQ(LinePixels(), 0);
+}
+
+TEST_F(Measuring, WithoutStaticCursorTheScreenIsPaintedAtOnce) {
+  Check1().setChecked(true);
+  Move({500, 300});
+  QCoreApplication::processEvents();
+  QSignalSpy painted(&Picture(), &MapPicture::Painted);
+  Check1().setChecked(false);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !painted.isEmpty(); }));
+}
+
+TEST_F(Measuring, BullseyeIsEmptyUntilThePointerHasBeenOverTheMap) {
+  EXPECT_EQ(Text(Bulls(), "Label2"), QString());
+  EXPECT_EQ(Text(Bulls(), "Label3"), QString());
+  windows.Refresh(map::ChangeRes(View(), 2));
+  EXPECT_EQ(Text(Bulls(), "Label2"), QString());
+  Move({200, 300});
+  EXPECT_NE(Text(Bulls(), "Label2"), QString());
 }
 
 TEST_F(Measuring, NothingOfAnOldLineStays) {

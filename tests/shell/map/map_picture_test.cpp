@@ -141,6 +141,47 @@ TEST_F(MapWindow, PointerShowsItsPosition) {
   EXPECT_TRUE(ReadOut("lblLong").startsWith(QStringLiteral("E1")));
 }
 
+TEST_F(MapWindow, PointerShowsLatitudeAndLongitudeOfItsPlace) {
+  struct Case {
+    double x, y;  // map units
+    const char16_t* position;
+    const char16_t* lat;
+    const char16_t* lon;
+  };
+  // Worked out by hand from the corner 34 north, 125 east. (600, 300): (34 * 365221.8846 + 300 * 3279.98) / 2.09257e7 =
+  // 0.6404343977, by 57.2957795 it is 36.694188036 degrees; its cosine is 0.8018362619, and (125 * 0.01745329 + 600 *
+  // 3279.98 / (0.8018362619 * 2.09257e7)) * 57.2957795 = 131.720138481. (300, 600) in the same way: 39.388420643 and
+  // 128.486028825.
+  constexpr Case cases[] = {{600, 300, u"x:600.00 / y:300.00", u"N36\u00b0 41.651'", u"E131\u00b0 43.208'"},
+                            {300, 600, u"x:300.00 / y:600.00", u"N39\u00b0 23.305'", u"E128\u00b0 29.161'"}};
+  for (const Case& each : cases) {
+    // The middle of the map is (512, 512), one map unit to the pixel.
+    MovePointer({Picture().width() / 2.0 + each.x - 512, Picture().height() / 2.0 + 512 - each.y});
+    EXPECT_EQ(ReadOut("lblPosition"), QString::fromUtf16(each.position));
+    EXPECT_EQ(ReadOut("lblLat"), QString::fromUtf16(each.lat));
+    EXPECT_EQ(ReadOut("lblLong"), QString::fromUtf16(each.lon));
+  }
+}
+
+TEST_F(MapWindow, ReadOutsFollowANewSizeWithoutAMove) {
+  // 100 pixels right of the middle and 50 above it: (612, 562). The middle moves by 40 and 30 pixels, and with it the
+  // ground below the pointer: (572, 532).
+  MovePointer({Picture().width() / 2.0 + 100, Picture().height() / 2.0 - 50});
+  EXPECT_EQ(ReadOut("lblPosition"), QStringLiteral("x:612.00 / y:562.00"));
+  const QSize before = Picture().size();
+  Frame().resize(Frame().width() + 80, Frame().height() - 60);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return Picture().size() == before + QSize(80, -60); }));
+  EXPECT_EQ(ReadOut("lblPosition"), QStringLiteral("x:572.00 / y:532.00"));
+}
+
+TEST_F(MapWindow, ReadOutsAreEmptyUntilThePointerHasBeenOverTheMap) {
+  windows.Refresh(map::ChangeRes(View(), 2) | map::MoveScreen(View(), 1));
+  for (const char* name : {"lblPosition", "lblLat", "lblLong", "lblElevation"}) EXPECT_EQ(ReadOut(name), QString());
+  EXPECT_EQ(ReadOut("lblZoom"), QStringLiteral("Zoom: x2.0")) << "not the pointer's";
+  MovePointer({20, 20});
+  for (const char* name : {"lblPosition", "lblLat", "lblLong", "lblElevation"}) EXPECT_NE(ReadOut(name), QString());
+}
+
 TEST_F(MapWindow, PointerTakesTheFocusOnlyWhenTheOptionSaysSo) {
   station.MapOptions.MAP_AUTOFOCUS = false;
   Picture().clearFocus();
