@@ -21,8 +21,9 @@ using base::Changed;
 
 constexpr std::string_view MessageTitle = "Playback";
 constexpr double SecondsPerDay = 86400;
-/// A difference of two dates is taken for the whole second that it misses by less than this, seconds.
-constexpr double DateSlack = 0.001;
+/// A difference of two dates is taken for the whole second that it misses by less than this, seconds: the dates of
+/// today are rounded to less than a millionth of a second.
+constexpr double DateSlack = 1e-5;
 
 /// What the box of a failed load tells of it.
 struct NumberedError {

@@ -213,6 +213,15 @@ TEST_F(TapePlayer, GapsAreWholeSecondsOfDatesThatAreNot) {
   }
 }
 
+TEST_F(TapePlayer, GapsAreCutWhereTheyAreNotWholeButForTheRoundingOfTheirDates) {
+  LoadTape({0, 0.9999, 3, 5.9991});
+  const std::int32_t gaps[] = {0, 2, 2};
+  for (std::int32_t point = 1; point <= 3; ++point) {
+    player.ShowRecPoint(around, point);
+    EXPECT_EQ(State().SecsBetween, gaps[point - 1]) << point;
+  }
+}
+
 TEST_F(TapePlayer, ATapeThatGoesBackInTimeDoesNotRunByItself) {
   LoadTape({10, 0, 20});
   EXPECT_EQ(State().SecsBetween, -10);
