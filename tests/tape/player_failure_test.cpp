@@ -195,6 +195,68 @@ TEST_F(TapePlayer, ATapeThatIsCutWhileItIsLoadedIsToldOnceAndWhatIsOnShowStays) 
   EXPECT_EQ(State().Phase, PlayerPhase::NoFile);
 }
 
+TEST_F(TapePlayer, AStopWhoseHeaderCannotBeReadPausesAndLeavesEverythingOnShow) {
+  const std::string whole = GoldenTape(3, {0, 2, 5});
+  // Cut within the header, and one that tells of fewer than no records.
+  for (const std::string& changed : {whole.substr(0, 20), GoldenTape(-1, {0, 2, 5})}) {
+    SCOPED_TRACE(changed.size());
+    LoadTape({0, 2, 5});
+    player.Play(around);
+    player.Tick(around);
+    WriteOver(changed);
+    PlayerPhase inBox = PlayerPhase::NoFile;
+    desk.WhileOpen = [&] { inBox = State().Phase; };
+    player.Stop(around);
+    ASSERT_THAT(desk.Boxes, SizeIs(1));
+    EXPECT_EQ(desk.Boxes[0].Title, "Playback");
+    EXPECT_THAT(desk.Boxes[0].Text, StartsWith("The header of the tape cannot be read: "));
+    EXPECT_EQ(inBox, PlayerPhase::Paused) << "the timer does not run on under the box";
+    EXPECT_EQ(State().Phase, PlayerPhase::Paused);
+    EXPECT_EQ(State().RecordCount, 3);
+    EXPECT_EQ(State().CurPoint, 2);
+    EXPECT_EQ(State().CurTime, At(2));
+    player.Close(around);
+    desk.Boxes.clear();
+  }
+}
+
+TEST_F(TapePlayer, APointBeyondACountThatHasShrunkIsShownAndIsTheLastOne) {
+  LoadTape({0, 2, 5, 9, 14});
+  player.Play(around);
+  WriteOver(GoldenTape(2, {0, 2, 5, 9, 14}));
+  player.Stop(around);
+  ASSERT_EQ(State().RecordCount, 2);
+  ASSERT_EQ(State().SecsBetween, 2);
+  // The bar still reaches what was on the tape when it was loaded.
+  player.MoveBar(around, 4);
+  EXPECT_THAT(desk.Boxes, IsEmpty());
+  EXPECT_EQ(State().CurPoint, 4);
+  EXPECT_EQ(State().CurTime, At(9));
+  EXPECT_EQ(State().SecsBetween, 2) << "nothing comes behind it";
+  player.Play(around);
+  player.Tick(around);
+  EXPECT_THAT(desk.Boxes, IsEmpty());
+  EXPECT_EQ(State().Phase, PlayerPhase::Stopped);
+  EXPECT_EQ(State().CurPoint, 1);
+}
+
+TEST_F(TapePlayer, APointBeyondATapeThatWasReplacedByAShorterOneIsToldAndLosesNothing) {
+  LoadTape({0, 2, 5, 9, 14});
+  player.Play(around);
+  WriteOver(GoldenTape(2, {0, 2}));
+  player.Stop(around);
+  ASSERT_EQ(State().RecordCount, 2);
+  player.MoveBar(around, 5);
+  ASSERT_THAT(desk.Boxes, SizeIs(1));
+  EXPECT_THAT(desk.Boxes[0].Text, StartsWith("Record 5 of the tape cannot be read: "));
+  EXPECT_EQ(State().CurPoint, 1);
+  EXPECT_EQ(State().BarValue, 1);
+  EXPECT_EQ(plots.Clients.UpperBound(), 2u);
+  player.MoveBar(around, 2);
+  EXPECT_THAT(desk.Boxes, SizeIs(1));
+  EXPECT_EQ(State().CurTime, At(2));
+}
+
 TEST_F(TapePlayer, AStopThatFailsLeavesRecordAndTimeOnShow) {
   LoadTape({0, 2, 5});
   player.Play(around);

@@ -222,6 +222,44 @@ TEST_F(TapePlayer, GapsAreCutWhereTheyAreNotWholeButForTheRoundingOfTheirDates) 
   }
 }
 
+TEST_F(TapePlayer, ATimeOf0TellsNoGap) {
+  std::string bytes = test::GoldenHeader(3, 0, At(0), 0, 0);
+  // 0, and then three and five seconds of the first day that a date can tell.
+  for (const double time : {0.0, 3 / secondsPerDay, 8 / secondsPerDay}) bytes += test::GoldenRecord(time, {});
+  Write(bytes);
+  Load();
+  EXPECT_EQ(State().SecsBetween, 0);
+  player.ShowRecPoint(around, 2);
+  EXPECT_EQ(State().SecsBetween, 5);
+  player.ShowRecPoint(around, 1);
+  EXPECT_EQ(State().SecsBetween, 5) << "it stays as it was";
+}
+
+TEST_F(TapePlayer, TheTimerIsStartedByPlayAndByTheSpeedAlone) {
+  LoadTape({0, 2, 5, 9});
+  EXPECT_EQ(State().TimerStarts, 0u);
+  player.Play(around);
+  EXPECT_EQ(State().TimerStarts, 1u);
+  EXPECT_EQ(State().TimerInterval, 2000);
+  player.Tick(around);
+  player.MoveBar(around, 3);
+  EXPECT_EQ(State().TimerStarts, 1u) << "records on show start nothing";
+  EXPECT_EQ(State().TimerInterval, 2000);
+  player.SetSpeed(around, 1);
+  EXPECT_EQ(State().TimerStarts, 2u) << "a timer that runs is started anew";
+  EXPECT_EQ(State().TimerInterval, 2000) << "4 seconds from the third record to the fourth, at x2";
+  player.SetSpeed(around, 1);
+  EXPECT_EQ(State().TimerStarts, 3u);
+  player.Pause(around);
+  EXPECT_EQ(State().TimerStarts, 3u);
+  player.Play(around);
+  EXPECT_EQ(State().TimerStarts, 4u);
+  player.Stop(around);
+  EXPECT_EQ(State().TimerStarts, 4u);
+  player.Close(around);
+  EXPECT_EQ(State().TimerStarts, 4u);
+}
+
 TEST_F(TapePlayer, ATapeThatGoesBackInTimeDoesNotRunByItself) {
   LoadTape({10, 0, 20});
   EXPECT_EQ(State().SecsBetween, -10);

@@ -236,6 +236,37 @@ TEST(TapeReader, ArrayWithoutEvenASlot0ReadsAsEmpty) {
   EXPECT_TRUE(reader.ReadRecord(FirstRecordAt).Clients.Empty());
 }
 
+TEST(TapeReader, TablesHaveNoMoreSlotsThanTheBound) {
+  const test::TempFolder folder;
+  // An aircraft of zeros is one with an empty name: 2 + 8 + 8 + 2 + 4 + 4 + 1 bytes. A client has 2 + 2 + 2 + 8 + 8 + 2
+  // + 4 + 2 + 4 + 4 + 6 + 2 + 2 + 2 + 2 bytes and a history of no elements.
+  const std::string ai(29, '\0');
+  const std::string client = std::string(52, '\0') + test::TapeArray(0);
+  constexpr std::uint32_t most = 262144;
+  for (const std::uint32_t slots : {most, most + 1}) {
+    SCOPED_TRACE(slots);
+    std::string plots = test::TapeArray(slots);
+    std::string clients = test::TapeArray(slots);
+    for (std::uint32_t n = 0; n < slots; ++n) {
+      plots += ai;
+      clients += client;
+    }
+    for (const std::string& tables : {plots + test::TapeArray(0), test::TapeArray(0) + clients}) {
+      test::WriteBytes(folder / "a.tap", test::GoldenHeader(1, 0, Start, 0, 0) + test::TapeF64(Start) + tables);
+      TapeReader reader(folder / "a.tap");
+      if (slots > most) {
+        EXPECT_THROW(reader.Skip(FirstRecordAt), base::RuntimeFailure);
+        EXPECT_THROW(reader.ReadRecord(FirstRecordAt), base::RuntimeFailure);
+        continue;
+      }
+      const RecordShape shape = reader.Skip(FirstRecordAt);
+      EXPECT_EQ(shape.AIPlots + shape.Clients, most - 1);
+      const TapeRecord record = reader.ReadRecord(FirstRecordAt);
+      EXPECT_EQ(record.AI.UpperBound() + record.Clients.UpperBound(), most - 1);
+    }
+  }
+}
+
 TEST(TapeReader, AnyNumberButZeroIsTrue) {
   const test::TempFolder folder;
   std::string bytes = handMade;
