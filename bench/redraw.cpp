@@ -44,6 +44,7 @@ class Flight {
     for (int index = 0; index < Players; ++index) {
       link::PlotRecord& plot = tables.Clients.Append({});
       plot.Id = plot.ClientId = static_cast<std::int16_t>(index + 1);
+      plot.PlotVisible = true;
       plot.Label = "Falcon" + std::to_string(index + 1);
       plot.Name = "Pilot " + std::to_string(index + 1);
       plot.Color = index % 2 == 0 ? 0x0000C8FF : 0x00FFC800;

@@ -47,6 +47,7 @@ void AddAWASCClient(std::string_view Data, bool showLabel, Tables& tables) {
   PlotRecord client;
   Store(ReadClient(Data), client);
   client.ShowLabel = showLabel;
+  client.PlotVisible = true;
   tables.Clients.Append(std::move(client));
   tables.IndexLast();
 }

@@ -36,7 +36,7 @@ struct PlotRecord {
   std::uint32_t Reserved2 = 0;  ///< carried on tapes
   bool ShowLabel = false;
   bool ShowAllHistory = false;
-  bool PlotVisible = true;
+  bool PlotVisible = false;        ///< true from the start for a player; the dummy has it false
   std::int16_t ClientId = 0;       ///< same as Id; not 0 marks a live record
   std::string Label;               ///< callsign beside the plot
   std::string Name;                ///< player name, trimmed

@@ -117,6 +117,19 @@ TEST_F(Taping, ASecondStartWhileRecordingChangesNothing) {
   EXPECT_EQ(tapes, 1);
 }
 
+TEST_F(Taping, TheDummiesOfBothTablesAreZerosAndEmptyTexts) {
+  RecordTape(1);
+  // Time; the aircraft: descriptor (1 dimension, 1 element, from 0) and 29 bytes; the clients: descriptor (2 elements),
+  // then the dummy, whose fields take 52 bytes before a history of its own dummy: descriptor and 16 bytes.
+  const std::string bytes = test::ReadBytes(TapePath());
+  constexpr std::size_t aircraft = 41 + 8 + 10, clients = aircraft + 29 + 10;
+  ASSERT_GT(bytes.size(), clients + 52 + 26);
+  EXPECT_EQ(bytes.substr(aircraft, 29), std::string(29, '\0'));
+  EXPECT_EQ(bytes.substr(clients - 10, 6), std::string("\1\0\2\0\0\0", 6));
+  EXPECT_EQ(bytes.substr(clients, 52), std::string(52, '\0'));
+  EXPECT_EQ(bytes.substr(clients + 52, 26), std::string("\1\0\1", 3) + std::string(23, '\0'));
+}
+
 TEST_F(Taping, ALostConnectionClosesTheTapeAfterItsTimesAreZero) {
   Connect();
   RecordingStart(all);

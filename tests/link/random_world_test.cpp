@@ -43,7 +43,7 @@ struct Reference {
   void New(int id, const std::string& name) {
     PlotRecord client;
     Set(client, id, name, "i", "O");
-    client.ShowLabel = true;
+    client.ShowLabel = client.PlotVisible = true;
     World.Clients.Append(client);
   }
   void Update(int id, const std::string& name) {

@@ -27,6 +27,7 @@ struct SceneFixture {
   link::PlotRecord& AddPlayer(double x, double y) {
     link::PlotRecord& plot = Plots.Clients.Append({});
     plot.Id = plot.ClientId = 7;
+    plot.PlotVisible = true;
     plot.X = x;
     plot.Y = y;
     plot.PosText = "0512.0000500.000";
