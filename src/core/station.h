@@ -53,7 +53,8 @@ struct Tapes {
   /// How much room a folder has: the system's answer, and a test's own.
   std::function<std::optional<std::uint64_t>(const std::filesystem::path&)> FreeSpace = base::FreeSpace;
   tape::Player Player;
-  std::optional<tape::BullseyePlace> Bullseye;  ///< of the loaded tape; in force instead of the theater's
+  /// Of the loaded tape; in force instead of the theater's, if it is a place.
+  std::optional<tape::BullseyePlace> Bullseye;
 };
 
 /// The state of the whole station: made once in main.cpp and handed on by reference. Procedures take the records that

@@ -180,7 +180,8 @@ base::Changed SelectBullseye(Program& program, std::size_t index) {
 
 base::Changed ReloadBulls(Station& station, std::optional<map::Point> place) {
   const theaters::Theater& theater = station.Catalogue.Current();
-  if (!place && station.Tapes.Bullseye) place = map::Point{station.Tapes.Bullseye->X, station.Tapes.Bullseye->Y};
+  const std::optional<tape::BullseyePlace>& taped = station.Tapes.Bullseye;
+  if (!place && taped && taped->IsPlace()) place = map::Point{taped->X, taped->Y};
   const theaters::DownPoint bull =
       place ? theaters::DownPoint{place->X, theater.Size - place->Y} : theaters::CurrentBullseye(theater);
   station.Session.Bull = bull;

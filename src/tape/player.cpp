@@ -12,7 +12,6 @@
 #include "base/numbers.h"
 #include "base/positioned_file.h"
 #include "tape/show_record.h"
-#include "theaters/catalogue.h"
 
 namespace kestrel::tape {
 namespace {
@@ -60,8 +59,6 @@ std::optional<std::int32_t> WholeSeconds(double from, double to) {
   if (!(std::abs(whole) <= std::numeric_limits<std::int32_t>::max())) return std::nullopt;
   return static_cast<std::int32_t>(whole);
 }
-
-bool NearMap(double mapUnits) { return std::abs(mapUnits) <= theaters::MaxBullseyeDistance; }
 
 /// Takes the progress away however the load ends.
 class LoadingShown {
@@ -118,12 +115,14 @@ void Player::TellFailed(const PlayerAround& around, std::string_view text, const
 bool Player::OpenTape(const PlayerAround& around, const std::filesystem::path& file, Opened& opened) {
   opened.Tape = std::make_unique<TapeReader>(file);
   const TapeHeader& header = opened.Tape->Header();
-  if (!NearMap(header.BullX) || !NearMap(header.BullY)) {
-    throw base::RuntimeFailure("the bullseye of the tape lies near no map");
+  const BullseyePlace bullseye{header.BullX, header.BullY};
+  if (!bullseye.IsPlace()) {
+    around.Host.Note("The bullseye of the tape " + state.FileTitle +
+                     " is no place on a map; the theater's own stands for it");
   }
   // In force before it is known whether there are records. A load that fails takes it back, though only Close would
   // have to: on purpose, since there is nothing to be closed then.
-  around.Host.UseBullseye(BullseyePlace{header.BullX, header.BullY});
+  around.Host.UseBullseye(bullseye);
   if (header.RecordCount == 0) {
     around.Host.Note("The tape " + state.FileTitle + " is empty");
     GiveUp(around);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <exception>
 #include <filesystem>
@@ -20,18 +21,20 @@
 // The tape player without its window: which records come when, and what may be pressed.
 namespace kestrel::tape {
 
-/// A place on the map, map units, Y growing north.
+/// The bullseye that a tape tells, map units, Y growing north.
 struct BullseyePlace {
   double X = 0;
   double Y = 0;
+  /// False for numbers that are none: the theater's own bullseye stands for such a one.
+  bool IsPlace() const { return std::isfinite(X) && std::isfinite(Y); }
 };
 
 /// Seam: what the player asks of the station around it.
 class PlayerHost {
  public:
   virtual ~PlayerHost() = default;
-  /// The tape's bullseye comes into force (ReloadBulls) and the bullseye actions are disabled; with nothing, the
-  /// theater's own comes back and they are enabled.
+  /// The tape's bullseye comes into force (ReloadBulls), if it is a place, and the bullseye actions are disabled; with
+  /// nothing, the theater's own comes back and they are enabled.
   virtual void UseBullseye(std::optional<BullseyePlace> place) = 0;
   /// Ends the connection to a server, if there is one, and lets events run.
   virtual void LeaveSession() = 0;

@@ -97,6 +97,27 @@ TEST_F(Taping, TheTapesBullseyeIsInForceUntilItIsClosed) {
   EXPECT_FALSE(station.Tapes.Bullseye);
 }
 
+TEST_F(Taping, ABullseyeThatIsNoPlaceCountsAsTheTheatersOwn) {
+  RecordTape(2);
+  std::string bytes = test::ReadBytes(TapePath());
+  bytes.replace(25, 8, test::TapeF64(std::numeric_limits<double>::quiet_NaN()));
+  test::WriteBytes(TapePath(), bytes);
+  SelectBullseye(all, 2);
+  log.File.Open(folder.Path / "log.txt");
+  Load();
+  log.File.Close();
+  EXPECT_THAT(desk.Boxes, IsEmpty());
+  EXPECT_TRUE(station.Tapes.Player.State().Loaded());
+  EXPECT_THAT(folder.Read("log.txt"), HasSubstr("the theater's own stands for it"));
+  EXPECT_EQ(station.Session.Bull.X, 300);
+  EXPECT_EQ(station.View.BullsViewX, 4500);
+  EXPECT_TRUE(station.Tapes.Bullseye) << "it cannot be changed while the tape is loaded";
+  SwitchTheater(all, 2);
+  EXPECT_EQ(station.Session.Bull.X, 1024) << "the middle of a theater without bullseyes";
+  CloseTape(all);
+  EXPECT_FALSE(station.Tapes.Bullseye);
+}
+
 TEST_F(Taping, ATapeThatCannotBeLoadedLeavesSessionTablesAndBullseye) {
   RecordTape(2);
   std::filesystem::resize_file(TapePath(), std::filesystem::file_size(TapePath()) - 1);
@@ -153,8 +174,8 @@ TEST_F(Taping, WhatWasRecordedIsWhatIsReplayed) {
     EXPECT_EQ(replayed.Speed, live.Speed);
     EXPECT_EQ(replayed.PosText, live.PosText);
     EXPECT_EQ(replayed.History.UpperBound(), live.History.UpperBound());
-    EXPECT_FLOAT_EQ(station.Plots.AIPlots[1].X, session5[n].AIPlots[1].X);
-    EXPECT_FLOAT_EQ(station.Plots.AIPlots[1].Y, session5[n].AIPlots[1].Y);
+    EXPECT_EQ(station.Plots.AIPlots[1].X, session5[n].AIPlots[1].X);
+    EXPECT_EQ(station.Plots.AIPlots[1].Y, session5[n].AIPlots[1].Y);
     EXPECT_EQ(station.Plots.AIPlots[1].Hostile, session5[n].AIPlots[1].Hostile);
     TapeTick(all);
   }

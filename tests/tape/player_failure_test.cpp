@@ -48,6 +48,18 @@ TEST_F(TapePlayer, AnEmptyTapeIsToldAndChangesNothing) {
   EXPECT_THAT(host.Calls, ElementsAre("bullseye of the tape", "bullseye of the theater"));
 }
 
+TEST_F(TapePlayer, AnEmptyTapeIsToldAsSuchWhateverItsBullseye) {
+  FillTables();
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  for (const double place : {nan, 1e300}) {
+    desk.Boxes.clear();
+    Write(test::GoldenHeader(0, 1000, At(0), place, place));
+    Load();
+    ASSERT_THAT(desk.Boxes, SizeIs(1)) << place;
+    EXPECT_EQ(desk.Boxes[0].Text, "The tape file is empty...") << place;
+  }
+}
+
 TEST_F(TapePlayer, ATapeCutAnywhereIsToldAndChangesNothing) {
   FillTables();
   const std::string whole = GoldenTape(2, {0, 1});
@@ -65,11 +77,9 @@ TEST_F(TapePlayer, ATapeCutAnywhereIsToldAndChangesNothing) {
 TEST_F(TapePlayer, LyingHeadersAreToldAndChangeNothing) {
   FillTables();
   const std::string records = GoldenTape(2, {0, 1}).substr(41);
-  const double nan = std::numeric_limits<double>::quiet_NaN();
-  const std::string headers[] = {
-      test::GoldenHeader(-1, 1000, At(0), 100, 200), test::GoldenHeader(3, 1000, At(0), 100, 200),
-      test::GoldenHeader(2147483647, 1000, At(0), 100, 200), test::GoldenHeader(2, 1000, At(0), nan, 200),
-      test::GoldenHeader(2, 1000, At(0), 100, -1e300)};
+  const std::string headers[] = {test::GoldenHeader(-1, 1000, At(0), 100, 200),
+                                 test::GoldenHeader(3, 1000, At(0), 100, 200),
+                                 test::GoldenHeader(2147483647, 1000, At(0), 100, 200)};
   for (const std::string& header : headers) {
     desk.Boxes.clear();
     host.Notes.clear();

@@ -61,6 +61,40 @@ TEST_F(TapePlayer, ALoadGoesThroughItsStepsInOrder) {
   }
 }
 
+TEST_F(TapePlayer, ATapeIsNotRefusedForItsBullseye) {
+  const std::string records = GoldenTape(2, {0, 1}).substr(41);
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  const double infinity = std::numeric_limits<double>::infinity();
+  const struct {
+    BullseyePlace Place;
+    bool IsPlace;
+  } cases[] = {{{100, -1e300}, true},
+               {{-5000, 200}, true},
+               {{1e300, 1e300}, true},
+               {{nan, 200}, false},
+               {{100, -infinity}, false}};
+  for (const auto& each : cases) {
+    SCOPED_TRACE(testing::Message() << each.Place.X << ", " << each.Place.Y);
+    host.Notes.clear();
+    Write(test::GoldenHeader(2, 1000, At(0), each.Place.X, each.Place.Y) + records);
+    Load();
+    EXPECT_THAT(desk.Boxes, IsEmpty());
+    EXPECT_EQ(State().Phase, PlayerPhase::Stopped);
+    EXPECT_EQ(plots.AIPlots.UpperBound(), 2u);
+    ASSERT_TRUE(host.Bullseye);
+    EXPECT_EQ(host.Bullseye->IsPlace(), each.IsPlace);
+    if (each.IsPlace) {
+      EXPECT_EQ(host.Bullseye->X, each.Place.X);
+      EXPECT_EQ(host.Bullseye->Y, each.Place.Y);
+      EXPECT_THAT(host.Notes, IsEmpty());
+    } else {
+      EXPECT_THAT(host.Notes, ElementsAre("The bullseye of the tape 21-11-26_120000.tap is no place on a map; the "
+                                          "theater's own stands for it"));
+    }
+    player.Close(around);
+  }
+}
+
 TEST_F(TapePlayer, WhileATapeIsBeingIndexedAnotherOneIsNotLoaded) {
   WriteTape({0, 1});
   std::vector<PlayerPhase> seen;
