@@ -107,8 +107,7 @@ void Player::Load(const PlayerAround& around, const std::filesystem::path& folde
 void Player::TellFailed(const PlayerAround& around, std::string_view text, const std::exception& failure) {
   if (givenUp) return;
   around.Host.Note("The tape " + state.FileTitle + " cannot be loaded: " + failure.what());
-  GiveUp(around);
-  around.Desk.Message("Error: Wrong file format.", text, base::MessageIcon::Exclamation);
+  GiveUp(around, "Error: Wrong file format.", text, base::MessageIcon::Exclamation);
 }
 
 /// False when there is nothing to be loaded: the tape is empty, which has been told, or the load has been given up.
@@ -125,8 +124,8 @@ bool Player::OpenTape(const PlayerAround& around, const std::filesystem::path& f
   around.Host.UseBullseye(bullseye);
   if (header.RecordCount == 0) {
     around.Host.Note("The tape " + state.FileTitle + " is empty");
-    GiveUp(around);
-    around.Desk.Message("Info...", "The tape file is empty...", base::MessageIcon::Information);
+    opened.Tape.reset();
+    GiveUp(around, "Info...", "The tape file is empty...", base::MessageIcon::Information);
     return false;
   }
   opened.Tape->CheckRecordCount();
@@ -170,10 +169,14 @@ void Player::TakeIntoUse(const PlayerAround& around, Opened opened) {
   Install(around, 1, std::move(first));
 }
 
-void Player::GiveUp(const PlayerAround& around) {
+/// Tells why nothing is loaded. The name of the file stays on show until the box is answered; what the session under it
+/// has to do with does not.
+void Player::GiveUp(const PlayerAround& around, std::string_view title, std::string_view text, base::MessageIcon icon) {
+  around.Host.UseBullseye(std::nullopt);
+  around.Desk.Message(title, text, icon);
+  if (givenUp) return;
   state.Phase = PlayerPhase::NoFile;
   state.FileTitle.clear();
-  around.Host.UseBullseye(std::nullopt);
   around.Host.Refresh(Changed::Tape);
 }
 

@@ -125,7 +125,7 @@ class Player {
   bool OpenTape(const PlayerAround& around, const std::filesystem::path& file, Opened& opened);
   bool Index(const PlayerAround& around, Opened& opened);
   void TakeIntoUse(const PlayerAround& around, Opened opened);
-  void GiveUp(const PlayerAround& around);
+  void GiveUp(const PlayerAround& around, std::string_view title, std::string_view text, base::MessageIcon icon);
   void TellFailed(const PlayerAround& around, std::string_view text, const std::exception& failure);
   std::uint64_t OffsetOf(std::int32_t Point) const;
   Snapshot ReadPoint(std::int32_t Point);

@@ -60,6 +60,37 @@ TEST_F(TapePlayer, AnEmptyTapeIsToldAsSuchWhateverItsBullseye) {
   }
 }
 
+TEST_F(TapePlayer, TheNameOfATapeThatIsNotLoadedStaysUntilItsBoxIsAnswered) {
+  FillTables();
+  for (const std::string& bytes : {std::string("no tape"), GoldenTape(0, {}), GoldenTape(3, {0, 1})}) {
+    SCOPED_TRACE(bytes.size());
+    Write(bytes);
+    std::string inBox;
+    desk.WhileOpen = [&] {
+      inBox = State().FileTitle;
+      EXPECT_FALSE(State().Loaded());
+      EXPECT_FALSE(host.Bullseye) << "the session goes on under the box";
+      host.Refreshed = base::Changed::Nothing;
+    };
+    Load();
+    EXPECT_EQ(inBox, "21-11-26_120000.tap");
+    EXPECT_EQ(State().FileTitle, "");
+    EXPECT_EQ(State().Phase, PlayerPhase::NoFile);
+    EXPECT_TRUE(Has(host.Refreshed, base::Changed::Tape)) << "the window shows it";
+  }
+}
+
+TEST_F(TapePlayer, AnUnloadUnderTheBoxOfAFailedLoadIsTheEndOfIt) {
+  Write("no tape");
+  desk.WhileOpen = [this] {
+    player.Unload();
+    host.Refreshed = base::Changed::Nothing;
+  };
+  Load();
+  EXPECT_EQ(State().Phase, PlayerPhase::NoFile);
+  EXPECT_EQ(host.Refreshed, base::Changed::Nothing) << "the windows are gone";
+}
+
 TEST_F(TapePlayer, ATapeCutAnywhereIsToldAndChangesNothing) {
   FillTables();
   const std::string whole = GoldenTape(2, {0, 1});

@@ -388,8 +388,11 @@ TEST_F(PlayerWindow, TheClientsTreeFollowsTheTapeAndKeepsItsSelection) {
 TEST_F(PlayerWindow, ATapeThatCannotBeLoadedLeavesTheSessionOnShow) {
   RecordTape({1, 1, 1});
   Write("TAPES/21-11-26_120000.tap", "no tape at all");
+  QString inBox;
+  desk.WhileOpen = [&] { inBox = Shown("Label2"); };
   LoadTape();
   ASSERT_EQ(desk.Boxes.size(), 1u);
+  EXPECT_EQ(inBox, QStringLiteral("21-11-26_120000.tap")) << "the box is about it";
   EXPECT_EQ(desk.Boxes[0].Title, "Error: Wrong file format.");
   EXPECT_EQ(Usable(), QStringLiteral("1"));
   EXPECT_EQ(Shown("Label2"), QStringLiteral("No File"));
