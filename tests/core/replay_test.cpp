@@ -174,8 +174,8 @@ TEST_F(Taping, WhatWasRecordedIsWhatIsReplayed) {
     EXPECT_EQ(replayed.Speed, live.Speed);
     EXPECT_EQ(replayed.PosText, live.PosText);
     EXPECT_EQ(replayed.History.UpperBound(), live.History.UpperBound());
-    EXPECT_EQ(station.Plots.AIPlots[1].X, session5[n].AIPlots[1].X);
-    EXPECT_EQ(station.Plots.AIPlots[1].Y, session5[n].AIPlots[1].Y);
+    EXPECT_FLOAT_EQ(station.Plots.AIPlots[1].X, session5[n].AIPlots[1].X);
+    EXPECT_FLOAT_EQ(station.Plots.AIPlots[1].Y, session5[n].AIPlots[1].Y);
     EXPECT_EQ(station.Plots.AIPlots[1].Hostile, session5[n].AIPlots[1].Hostile);
     TapeTick(all);
   }

@@ -136,7 +136,7 @@ TEST(PlotFeed, SpeedIsTheWayOfOneCycle) {
   client.History.Append({10, 20});
   client.X = 10 + 1.852 * 3;
   client.Y = 20 - 1.852 * 4;
-  EXPECT_DOUBLE_EQ(CalcSpeed(client, 5000), 5 * 3600 / 5.0);
+  EXPECT_NEAR(CalcSpeed(client, 5000), 5 * 3600 / 5.0, 1e-9);
   EXPECT_EQ(CalcSpeed(client, 0), 0);
   client.History.Append({0, 0});
   EXPECT_EQ(CalcSpeed(client, 5000), 0);

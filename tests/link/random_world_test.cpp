@@ -106,6 +106,23 @@ struct Reference {
   }
 };
 
+/// Compares what comes through sine and cosine, to a part of a map unit, and takes it out of both worlds.
+template <class Place>
+void ExpectNear(base::Table<Place>& one, base::Table<Place>& other) {
+  ASSERT_EQ(one.UpperBound(), other.UpperBound());
+  for (std::size_t n = 0; n <= one.UpperBound(); ++n) {
+    EXPECT_NEAR(one[n].X, other[n].X, 1e-3) << n;
+    EXPECT_NEAR(one[n].Y, other[n].Y, 1e-3) << n;
+    one[n].X = one[n].Y = other[n].X = other[n].Y = 0;
+  }
+}
+
+void ExpectSame(Tables one, Tables other) {
+  ExpectNear(one.AIPlots, other.AIPlots);
+  ExpectNear(one.AIHistory, other.AIHistory);
+  EXPECT_EQ(Describe(one), Describe(other));
+}
+
 class RandomWorld : public SessionTest {
  protected:
   /// One random message, done in `reference` as well.
@@ -190,7 +207,8 @@ TEST_F(RandomWorld, IsTheSameAsTheStraightforwardOne) {
       const std::size_t cut = random() % (arrival.size() + 1);
       socket.Arrive(arrival.substr(0, cut));
       socket.Arrive(arrival.substr(cut));
-      ASSERT_EQ(Describe(tables), Describe(reference.World)) << "world " << world << " step " << step;
+      ExpectSame(tables, reference.World);
+      ASSERT_FALSE(HasFailure()) << "world " << world << " step " << step;
       ASSERT_EQ(state.Sync.SyncInterval, reference.Interval);
     }
     session.Disconnect();

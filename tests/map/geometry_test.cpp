@@ -116,7 +116,7 @@ TEST(BearingRange, GivesWholeDegreesWithNorthAs360) {
 }
 
 TEST(BearingRange, RangeIsNauticalMilesAtResolution1) {
-  EXPECT_DOUBLE_EQ(BearingRange(0, 0, 15 * 1.852 * 3, 15 * 1.852 * 4).Range, 5);
+  EXPECT_NEAR(BearingRange(0, 0, 15 * 1.852 * 3, 15 * 1.852 * 4).Range, 5, 1e-12);
   EXPECT_EQ(BearingRange(7, 7, 7, 7).Range, 0);
 }
 

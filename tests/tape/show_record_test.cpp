@@ -99,8 +99,8 @@ TEST_F(ShownRecord, AircraftAreWhatTheFeedMakesOfTheSameSnapshot) {
   Show(std::move(record));
   ASSERT_EQ(tables.AIPlots.UpperBound(), 3u);
   for (std::size_t n = 1; n <= 3; ++n) {
-    EXPECT_EQ(tables.AIPlots[n].X, live.AIPlots[n].X);
-    EXPECT_EQ(tables.AIPlots[n].Y, live.AIPlots[n].Y);
+    EXPECT_FLOAT_EQ(tables.AIPlots[n].X, live.AIPlots[n].X);
+    EXPECT_FLOAT_EQ(tables.AIPlots[n].Y, live.AIPlots[n].Y);
     EXPECT_EQ(tables.AIPlots[n].Hostile, live.AIPlots[n].Hostile);
   }
 }
