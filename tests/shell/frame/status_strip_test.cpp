@@ -16,8 +16,9 @@ class StripOfTheFrame : public StationTest {
  protected:
   StatusStrip& Strip() { return Frame().Strip(); }
   bool ReadOutShown(const char* name) { return Strip().findChild<QLabel*>(QString::fromLatin1(name))->isVisible(); }
-  /// What the last lamp wants, with or without its words.
-  int WidthOfGuard() { return Strip().findChild<Lamp*>(QStringLiteral("StatPic_Guard"))->sizeHint().width(); }
+  /// The last lamp wants so much room, with or without its words.
+  int WidthOfGuard() { return Guard().sizeHint().width(); }
+  const Lamp& Guard() { return *Strip().findChild<Lamp*>(QStringLiteral("StatPic_Guard")); }
   /// The least width of the strip in which all its parts but the words of the lamps and the read-outs from
   /// `firstWithout` on, in the order in which they are kept, have room.
   int WidthWithout(std::size_t firstWithout) {
@@ -48,7 +49,7 @@ TEST_F(StripOfTheFrame, NarrowFrameGivesUpTheWordsOfTheLampsBeforeAnyReadOut) {
   Start();
   for (const int missing : {0, 1}) {
     ResizeTo(WidthOfAll() - missing);
-    EXPECT_EQ(WidthOfGuard() > 60, missing == 0) << "with its words";
+    EXPECT_EQ(WidthOfGuard() > Guard().WordWidth(), missing == 0) << "with its words";
     for (const char* name : Kept) EXPECT_TRUE(ReadOutShown(name)) << name << ' ' << missing;
   }
 }
@@ -58,7 +59,7 @@ TEST_F(StripOfTheFrame, NarrowerFrameGivesUpReadOutsOneByOneAndNoneWhileThereIsR
   for (const std::size_t kept : {5, 4, 3, 2, 0}) {
     for (const int wider : {0, 1}) {
       ResizeTo(WidthWithout(kept) + wider);
-      EXPECT_LT(WidthOfGuard(), 20);
+      EXPECT_LT(WidthOfGuard(), Guard().WordWidth());
       for (std::size_t index = 0; index < std::size(Kept); ++index) {
         EXPECT_EQ(ReadOutShown(Kept[index]), index < kept) << Kept[index] << " of " << kept;
       }

@@ -28,6 +28,9 @@ class RaiseLog final : public QObject {
   }
 };
 
+/// Width of the frame at which its status strip has room for everything, whatever the font.
+constexpr int WideEnough = 2000;
+
 class FloatingWindows : public StationTest {
  protected:
   /// Starts with these keys of the section OPTIONS, "\r\n" after each.
@@ -235,7 +238,7 @@ TEST_F(FloatingWindows, StatusButtonAndMenuEntryToggleTogether) {
 
 TEST_F(FloatingWindows, StatusButtonsAndLampsKeepTheirOrderFromTheLeft) {
   Start();
-  Frame().resize(1280, 700);
+  Frame().resize(WideEnough, 700);
   int last = -1;
   for (const char* name :
        {"chkClients", "chkOPtions", "chkBullseye", "chkCursor", "chkAreas", "chkPlayback", "chkMinimap", "chkFreq",
@@ -257,7 +260,7 @@ TEST_F(FloatingWindows, WiderFrameMovesTheReadOutsWithItsRightSideAndNothingElse
   constexpr const char* fixed[] = {"chkClients", "chkFreq", "StatPic_Conn", "StatPic_Guard"};
   constexpr const char* readOuts[] = {"lblPosition", "lblZoom", "lblLat", "lblLong", "lblElevation"};
   std::vector<std::vector<int>> places;
-  for (const int width : {1280, 1500}) {
+  for (const int width : {WideEnough, WideEnough + 220}) {
     Frame().resize(width, 700);
     ASSERT_TRUE(QTest::qWaitFor([&strip, width] { return strip.width() > width - 40; }));
     strip.layout()->activate();
