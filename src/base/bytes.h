@@ -1,6 +1,7 @@
 #pragma once
 
 #include <bit>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -24,6 +25,17 @@ class BinaryReader {
   std::int32_t I32();
   float F32();
   double F64();
+  /// A number of one of these types.
+  template <class T>
+  T Number() {
+    if constexpr (std::same_as<T, std::uint8_t>) return U8();
+    if constexpr (std::same_as<T, std::uint16_t>) return U16();
+    if constexpr (std::same_as<T, std::int16_t>) return I16();
+    if constexpr (std::same_as<T, std::uint32_t>) return U32();
+    if constexpr (std::same_as<T, std::int32_t>) return I32();
+    if constexpr (std::same_as<T, float>) return F32();
+    if constexpr (std::same_as<T, double>) return F64();
+  }
   /// `count` bytes as text.
   std::string Text(std::size_t count);
   void Skip(std::size_t count);
@@ -45,6 +57,13 @@ class BinaryWriter {
   void I32(std::int32_t value) { LittleEndian(static_cast<std::uint32_t>(value)); }
   void F32(float value) { LittleEndian(std::bit_cast<std::uint32_t>(value)); }
   void F64(double value) { LittleEndian(std::bit_cast<std::uint64_t>(value)); }
+  void Number(std::uint8_t value) { U8(value); }
+  void Number(std::uint16_t value) { U16(value); }
+  void Number(std::int16_t value) { I16(value); }
+  void Number(std::uint32_t value) { U32(value); }
+  void Number(std::int32_t value) { I32(value); }
+  void Number(float value) { F32(value); }
+  void Number(double value) { F64(value); }
   void Text(std::string_view text) { text.copy(Next(text.size()), text.size()); }
   /// `text` cut or padded with blanks to `width` characters.
   void PaddedText(std::string_view text, std::size_t width);

@@ -2,16 +2,16 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
 #include <string_view>
 
 #include "base/failure.h"
+#include "base/record.h"
 #include "base/table.h"
 #include "link/tables.h"
 
 // The tape file, told once: magic, header, records without gap or index, all little-endian and without padding.
-// Reading, writing and stepping over all walk the same description of the fields; docs/tape-format.md shows it byte by
-// byte.
+// Reading, writing and stepping over all walk the same description of the fields (base/record.h); docs/tape-format.md
+// shows it byte by byte.
 namespace kestrel::tape {
 
 inline constexpr std::string_view Magic = "TAPEv2.01";
@@ -46,58 +46,59 @@ struct TapeRecord {
   base::Table<link::PlotRecord> Clients;
 };
 
-// The description. `io` decides what becomes of a field: Number (integers and floating point, in the width of their
-// type), Flag (16 bits, 0 or -1), Text (16-bit length and characters), Points (array of positions), Array (array of
-// elements, each walked by the function given).
+// The description.
 
-template <class Io, class Header>
-void HeaderFields(Io& io, Header& header) {
-  io.Number(header.RecordCount);
-  io.Number(header.SyncInterval);
-  io.Number(header.StartTime);
-  io.Number(header.BullX);
-  io.Number(header.BullY);
+// A history stands in the file as it does in memory.
+static_assert(sizeof(link::PlotPoint) == 16 && offsetof(link::PlotPoint, X) == 0 && offsetof(link::PlotPoint, Y) == 8);
+
+template <class Walk, class Header>
+void HeaderFields(Walk& walk, Header& header) {
+  walk.Number(header.RecordCount);
+  walk.Number(header.SyncInterval);
+  walk.Number(header.StartTime);
+  walk.Number(header.BullX);
+  walk.Number(header.BullY);
 }
 
-template <class Io, class Plot>
-void AIFields(Io& io, Plot& plot) {
-  io.Text(plot.Name);
-  io.Number(plot.Bearing);
-  io.Number(plot.Range);
-  io.Number(plot.Altitude);
-  io.Number(plot.X);
-  io.Number(plot.Y);
-  io.Number(plot.Hostile);
+template <class Walk, class Plot>
+void AIFields(Walk& walk, Plot& plot) {
+  walk.Text(plot.Name);
+  walk.Number(plot.Bearing);
+  walk.Number(plot.Range);
+  walk.Number(plot.Altitude);
+  walk.Number(plot.X);
+  walk.Number(plot.Y);
+  walk.Number(plot.Hostile);
 }
 
-template <class Io, class Client>
-void ClientFields(Io& io, Client& client) {
-  io.Text(client.Status);
-  io.Number(client.Id);
-  io.Text(client.Info);
-  io.Number(client.X);
-  io.Number(client.Y);
-  io.Text(client.PosText);
-  io.Number(client.Color);
-  io.Number(client.Altitude);
-  io.Number(client.Reserved1);
-  io.Number(client.Reserved2);
-  io.Flag(client.ShowLabel);
-  io.Flag(client.ShowAllHistory);
-  io.Flag(client.PlotVisible);
-  io.Number(client.ClientId);
-  io.Text(client.Label);
-  io.Text(client.Name);
-  io.Number(client.Speed);
-  io.Points(client.History);
+template <class Walk, class Client>
+void ClientFields(Walk& walk, Client& client) {
+  walk.Text(client.Status);
+  walk.Number(client.Id);
+  walk.Text(client.Info);
+  walk.Number(client.X);
+  walk.Number(client.Y);
+  walk.Text(client.PosText);
+  walk.Number(client.Color);
+  walk.Number(client.Altitude);
+  walk.Number(client.Reserved1);
+  walk.Number(client.Reserved2);
+  walk.Flag(client.ShowLabel);
+  walk.Flag(client.ShowAllHistory);
+  walk.Flag(client.PlotVisible);
+  walk.Number(client.ClientId);
+  walk.Text(client.Label);
+  walk.Text(client.Name);
+  walk.Number(client.Speed);
+  walk.Block(base::Bounded(), client.History);
 }
 
 /// `ai` and `clients` are the two tables of a record, wherever they live.
-template <class Io, class Time, class AI, class Clients>
-void RecordFields(Io& io, Time& time, AI& ai, Clients& clients) {
-  io.Number(time);
-  io.Array(ai, [](auto& fields, auto& plot) { AIFields(fields, plot); });
-  io.Array(clients, [](auto& fields, auto& client) { ClientFields(fields, client); });
+template <class Walk, class Time, class AI, class Clients>
+void RecordFields(Walk& walk, Time& time, AI& ai, Clients& clients) {
+  walk.Number(time);
+  walk.Array(base::Bounded{MaxSlots}, ai, [](auto& fields, auto& plot) { AIFields(fields, plot); });
+  walk.Array(base::Bounded{MaxSlots}, clients, [](auto& fields, auto& client) { ClientFields(fields, client); });
 }
 
 }  // namespace kestrel::tape

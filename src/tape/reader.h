@@ -4,8 +4,9 @@
 #include <filesystem>
 
 #include "base/positioned_file.h"
+#include "base/record.h"
+#include "base/record_stream.h"
 #include "tape/format.h"
-#include "tape/stream.h"
 
 namespace kestrel::tape {
 
@@ -26,7 +27,7 @@ struct RecordShape {
 /// the index: Skip from FirstRecordAt on, as often as the header counts.
 class TapeReader {
  public:
-  enum class Histories { Read, StepOver };
+  using Histories = base::FieldReader::Blocks;
 
   /// WrongFormat when the file does not begin with Magic; RuntimeFailure when it cannot be opened or ends within the
   /// header.
@@ -56,7 +57,7 @@ class TapeReader {
 
  private:
   base::PositionedFile file;
-  TapeStream stream;
+  base::RecordStream stream{"tape"};
   TapeHeader header;
 };
 

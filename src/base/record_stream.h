@@ -3,19 +3,24 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/positioned_file.h"
 
-namespace kestrel::tape {
+namespace kestrel::base {
 
-/// The bytes of a tape in order, through a small window into the file: what is stepped over is not read, and what is
-/// large is read straight to where it belongs. Every step past `End` throws RuntimeFailure.
-class TapeStream {
+/// The bytes of a file in order, through a small window into it: what is stepped over is not read, and what is large is
+/// read straight to where it belongs. Every step past the end throws RuntimeFailure.
+class RecordStream {
  public:
+  /// `what`: the kind of the file, as messages name it: "tape".
+  explicit RecordStream(std::string_view what) : noun(what) {}
+
   /// Starts at `position`; nothing behind the file's present end, or `limit` bytes on, can be read. The window is read
   /// afresh unless the stream stands there already.
-  void Start(const base::PositionedFile& source, std::uint64_t from, std::uint64_t limit);
+  void Start(const PositionedFile& source, std::uint64_t from, std::uint64_t limit);
   /// What the window holds is read again: the file may have changed.
   void Forget() { windowBytes = 0; }
   std::uint64_t Position() const { return position; }
@@ -27,14 +32,19 @@ class TapeStream {
   void Skip(std::uint64_t count);
   void ReadTo(std::span<std::byte> into);
 
+  /// RuntimeFailure about `part` ("an array") of the file: "an array of the tape `complaint`".
+  [[noreturn]] void Refuse(std::string_view part, std::string_view complaint) const;
+
   /// Most that Take gives at once.
   static constexpr std::size_t SmallestWindow = 512;
 
  private:
   void Refill();
   void Require(std::uint64_t count) const;
+  [[noreturn]] void RefuseEnd() const;
 
-  const base::PositionedFile* file = nullptr;
+  std::string noun;
+  const PositionedFile* file = nullptr;
   std::uint64_t position = 0;
   std::uint64_t end = 0;
   bool limited = false;         ///< `end` is the limit and not the end of the file
@@ -45,4 +55,4 @@ class TapeStream {
   std::vector<std::byte> window;
 };
 
-}  // namespace kestrel::tape
+}  // namespace kestrel::base

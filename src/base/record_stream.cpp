@@ -1,13 +1,13 @@
-#include "tape/stream.h"
+#include "base/record_stream.h"
 
 #include <algorithm>
 
 #include "base/failure.h"
 
-namespace kestrel::tape {
+namespace kestrel::base {
 namespace {
 
-/// What stands at the start of a record, the AI aircraft, is read at once.
+/// What stands at the start of a record is read at once.
 constexpr std::size_t FirstWindow = 16 << 10;
 constexpr std::size_t LargestWindow = 64 << 10;
 /// To read so many bytes takes about as long as to ask for others behind them. What is stepped over in one go is read
@@ -16,7 +16,7 @@ constexpr std::uint64_t FarStep = 8 << 10;
 
 }  // namespace
 
-void TapeStream::Start(const base::PositionedFile& source, std::uint64_t from, std::uint64_t limit) {
+void RecordStream::Start(const PositionedFile& source, std::uint64_t from, std::uint64_t limit) {
   if (&source != file || from != position) windowBytes = 0;
   file = &source;
   position = from;
@@ -27,13 +27,19 @@ void TapeStream::Start(const base::PositionedFile& source, std::uint64_t from, s
   end = limited ? from + limit : std::max(size, from);
 }
 
-void TapeStream::Require(std::uint64_t count) const {
+void RecordStream::Require(std::uint64_t count) const {
   if (count <= Left()) return;
-  if (limited) throw base::RuntimeFailure("a record of the tape is larger than any session makes it");
-  throw base::RuntimeFailure("the tape ends within a record");
+  if (limited) Refuse("a record", "is larger than it may be");
+  RefuseEnd();
 }
 
-void TapeStream::Refill() {
+void RecordStream::Refuse(std::string_view part, std::string_view complaint) const {
+  throw RuntimeFailure(std::string(part) + " of the " + noun + " " + std::string(complaint));
+}
+
+void RecordStream::RefuseEnd() const { throw RuntimeFailure("the " + noun + " ends within a record"); }
+
+void RecordStream::Refill() {
   const std::size_t size = steppedFar ? SmallestWindow : nextWindow;
   nextWindow = std::min(LargestWindow, 4 * size);
   steppedFar = false;
@@ -42,35 +48,35 @@ void TapeStream::Refill() {
   windowBytes = file->Read(position, std::span(window).first(std::min<std::uint64_t>(size, Left())));
 }
 
-std::span<const std::byte> TapeStream::Take(std::size_t count) {
+std::span<const std::byte> RecordStream::Take(std::size_t count) {
   Require(count);
   const auto inWindow = [&] { return position >= windowAt && position + count <= windowAt + windowBytes; };
   if (!inWindow()) {
     Refill();
     // The file has become shorter since its size was taken.
-    if (!inWindow()) throw base::RuntimeFailure("the tape ends within a record");
+    if (!inWindow()) RefuseEnd();
   }
   const std::span<const std::byte> taken = std::span(window).subspan(position - windowAt, count);
   position += count;
   return taken;
 }
 
-void TapeStream::Skip(std::uint64_t count) {
+void RecordStream::Skip(std::uint64_t count) {
   Require(count);
   position += count;
   if (count > FarStep) steppedFar = true;
 }
 
-void TapeStream::ReadTo(std::span<std::byte> into) {
+void RecordStream::ReadTo(std::span<std::byte> into) {
   Require(into.size());
   if (into.size() <= SmallestWindow) {
     const std::span<const std::byte> taken = Take(into.size());
     std::copy(taken.begin(), taken.end(), into.begin());
     return;
   }
-  if (file->Read(position, into) != into.size()) throw base::RuntimeFailure("the tape ends within a record");
+  if (file->Read(position, into) != into.size()) RefuseEnd();
   position += into.size();
   steppedFar = true;
 }
 
-}  // namespace kestrel::tape
+}  // namespace kestrel::base
