@@ -3,6 +3,7 @@
 #include <QAbstractListModel>
 #include <algorithm>
 #include <cstddef>
+#include <deque>
 #include <map>
 #include <memory>
 #include <type_traits>
@@ -97,7 +98,7 @@ class RowModel : public QAbstractListModel {
     endInsertRows();
   }
 
-  std::vector<RowPlace> rows;
+  std::deque<RowPlace> rows;  // when one goes, the fewer of those before and behind it shift
 };
 
 }  // namespace kestrel::shell
