@@ -2,7 +2,6 @@
 
 #include <QMouseEvent>
 #include <QPainter>
-#include <cmath>
 
 #include "map/units.h"
 #include "shell/core/guard.h"
@@ -30,7 +29,8 @@ MiniMapPicture::MiniMapPicture(core::Program& program, QWidget* owner) : QWidget
 bool MiniMapPicture::Reload() {
   const map::ViewState& view = station.State.View;
   scale = map::MiniMapScale(view, station.State.MapOptions.MINIMAPSCALE);
-  const int side = static_cast<int>(std::lround(map::MiniMapSide(view, scale) / map::UnitsPerPixel));
+  // Only what is a whole pixel of the theater is shown.
+  const int side = static_cast<int>(map::MiniMapSide(view, scale) / map::UnitsPerPixel);
   if (size() == QSize(side, side)) return false;
   setFixedSize(side, side);
   return true;

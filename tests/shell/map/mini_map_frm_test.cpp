@@ -22,8 +22,8 @@ class MiniMapWindow : public MeasureTest {
 
 TEST_F(MiniMapWindow, SideIsTheSizeByTheScale) {
   EXPECT_EQ(Small().objectName(), QStringLiteral("Picture1"));
-  EXPECT_EQ(Small().size(), QSize(205, 205));  // 1024 / 5
-  EXPECT_EQ(MiniMap().height(), 205 + ToolFrm::StripHeight + 2);
+  EXPECT_EQ(Small().size(), QSize(204, 204));  // 1024 / 5 = 204.8
+  EXPECT_EQ(MiniMap().height(), 204 + ToolFrm::StripHeight + 2);
   station.MapOptions.MINIMAPSCALE = 2;
   windows.Refresh(base::Changed::MiniMap);
   EXPECT_EQ(Small().size(), QSize(512, 512));
@@ -34,11 +34,11 @@ TEST_F(MiniMapWindow, AScaleThatCannotBeIsGuarded) {
   for (const int wrong : {0, -3, -32768}) {
     station.MapOptions.MINIMAPSCALE = static_cast<std::int16_t>(wrong);
     windows.Refresh(base::Changed::MiniMap);
-    EXPECT_EQ(Small().width(), 205) << wrong;
+    EXPECT_EQ(Small().width(), 204) << wrong;
   }
   station.MapOptions.MINIMAPSCALE = 32767;
   windows.Refresh(base::Changed::MiniMap);
-  EXPECT_EQ(Small().size(), QSize(1, 1)) << "less than half a pixel";
+  EXPECT_EQ(Small().size(), QSize(1, 1)) << "less than a pixel";
   EXPECT_GE(MiniMap().width(), 3 * ToolFrm::StripHeight);
 }
 
@@ -46,7 +46,7 @@ TEST_F(MiniMapWindow, ASmallTheaterHasASmallMiniMapThatCentresByTheToldScale) {
   Action("mnuTheatername_2").trigger();  // 512 map units
   station.MapOptions.MINIMAPSCALE = 20;
   windows.Refresh(base::Changed::MiniMap);
-  EXPECT_EQ(Small().size(), QSize(26, 26));  // 25.6
+  EXPECT_EQ(Small().size(), QSize(25, 25));  // 25.6
   QTest::mouseClick(&Small(), Qt::LeftButton, {}, QPoint(10, 20));
   EXPECT_EQ(View().ViewCenterX, 20 * 10 * 15);
   EXPECT_EQ(View().ViewCenterY, 20 * 20 * 15);
@@ -177,7 +177,6 @@ TEST_F(MiniMapWindow, AClickCentresTheMapThere) {
 }
 
 TEST_F(MiniMapWindow, AClickAtTheLastPixelIsNotClamped) {
-  // 204.8 pixels of theater stand on 205 of the mini map.
   station.MapOptions.MINIMAPSCALE = 30;  // 34.13 pixels on 34
   windows.Refresh(base::Changed::MiniMap);
   QTest::mouseClick(&Small(), Qt::LeftButton, {}, QPoint(33, 0));
