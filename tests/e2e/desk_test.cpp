@@ -240,6 +240,30 @@ TEST_F(Desk, ControllerConnectsWatchesEditsMovesOnAndLeavesEverythingSaved) {
   EXPECT_FALSE(Log().contains(S("Message dropped"))) << qPrintable(Log());
 }
 
+TEST_F(Desk, TheTipOverAControlLetsTheClickThrough) {
+  ConnectTo("Red Flag", "127.0.0.2");
+  Choose({});
+  ASSERT_TRUE(Told("first hears NAWACS1")) << qPrintable(diary.join(u'\n'));
+  first.Send(Message("NEWCLT", Client("5", "Smith")) + Message("SYNCRO"));
+  ASSERT_TRUE(WaitFor([&] { return Log().contains(S("(SYNCRO)")); }));
+  const QPoint roster = screen.Geometry(screen.Window(S("^CLIENTS$"))).topLeft();
+  screen.Click(roster + QPoint(60, 64));
+  // The callsign's tip opens below the pointer, over the button for the color.
+  const QPoint callsign = roster + QPoint(170, 250), color = roster + QPoint(190, 279);
+  const QStringList before = screen.Windows();
+  screen.Point(callsign);
+  QRect tip;
+  ASSERT_TRUE(WaitFor([&] {
+    for (const QString& window : screen.Windows()) {
+      if (!before.contains(window)) tip = screen.Geometry(window);
+    }
+    return tip.isValid();
+  })) << "no tip";
+  ASSERT_TRUE(tip.contains(color)) << "the tip is elsewhere: " << tip.x() - roster.x() << ", " << tip.y() - roster.y();
+  screen.Click(color);
+  EXPECT_FALSE(screen.Window(S("^Select Color$")).isEmpty()) << "the tip has taken the click";
+}
+
 TEST_F(Desk, TheOptionsAreReachedAndChangedByKeysAlone) {
   // Screen > Show... > Options: the fifth menu, its first entry, there the fourth.
   Menu({S("Right"), S("Right"), S("Right"), S("Right"), S("Return"), S("Down"), S("Down"), S("Down"), S("Return")});

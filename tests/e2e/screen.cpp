@@ -130,6 +130,19 @@ void Screen::Click(QPoint place) const {
                                    QString::number(place.y()), QStringLiteral("click"), QStringLiteral("1")});
 }
 
+void Screen::Point(QPoint place) const {
+  for (const QPoint& step : {place - QPoint(3, 0), place}) {
+    Tool(QStringLiteral("xdotool"),
+         {QStringLiteral("mousemove"), QStringLiteral("--sync"), QString::number(step.x()), QString::number(step.y())});
+  }
+}
+
+QStringList Screen::Windows() const {
+  return Tool(QStringLiteral("xdotool"), {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                                          QStringLiteral("--class"), QStringLiteral("kestrel")})
+      .split(u'\n', Qt::SkipEmptyParts);
+}
+
 QImage Screen::Picture() const {
   const QString file = folder.filePath(QStringLiteral("screen.png"));
   Tool(QStringLiteral("scrot"), {QStringLiteral("--overwrite"), file});

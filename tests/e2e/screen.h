@@ -55,6 +55,10 @@ class Screen {
   QRect Geometry(const QString& window) const;
   /// Presses the left button at a place on the screen.
   void Click(QPoint place) const;
+  /// Moves the pointer to a place on the screen, in two steps, and lets it rest there.
+  void Point(QPoint place) const;
+  /// All windows that stand on the screen, also those without a title, such as tool tips.
+  QStringList Windows() const;
   QImage Picture() const;
   /// Name of the screen, e.g. ":99".
   QString Display() const { return display; }

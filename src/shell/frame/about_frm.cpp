@@ -4,6 +4,7 @@
 
 #include "link/session.h"
 #include "shell/core/guard.h"
+#include "shell/core/plain_text.h"
 #include "shell/core/text.h"
 #include "shell/frame/look.h"
 #include "ui_about_frm.h"
@@ -26,7 +27,7 @@ AboutFrm::AboutFrm(core::Program& program, QWidget* frame)
   large.setBold(true);
   ui.lblTitle->setFont(large);
   const QString mail = FromBytes(program.State.MailUrl);
-  ui.lblMail->setText(QStringLiteral("mail:") + QString(mail).replace(u'&', QStringLiteral("&&")));
+  ui.lblMail->setText(QStringLiteral("mail:") + AsCaption(mail));
   ui.lblMail->setVisible(!mail.isEmpty());
   ui.lblMail->setStyleSheet(QStringLiteral("QPushButton { color: palette(link); text-align: left; padding: 2px 0; }"));
   connect(ui.lblMail, &QPushButton::clicked, this, [this] {

@@ -17,6 +17,7 @@
 #include "map/lat_long.h"
 #include "shell/core/dialogs.h"
 #include "shell/core/guard.h"
+#include "shell/core/plain_text.h"
 #include "shell/core/text.h"
 #include "shell/frame/about_frm.h"
 #include "shell/frame/tool_table.h"
@@ -138,7 +139,7 @@ QMenu& MDIForm1::ClearItems(const char* row) {
 
 QAction& MDIForm1::AddItem(const char* row, std::size_t index, const std::string& caption) {
   QMenu& menu = *qobject_cast<QMenu*>(Entry(row).parent());
-  QAction* item = menu.addAction(FromBytes(caption).replace(u'&', QStringLiteral("&&")));
+  QAction* item = menu.addAction(AsCaption(FromBytes(caption)));
   item->setObjectName(ItemName(row, index));
   return *item;
 }

@@ -1,8 +1,13 @@
 #include "shell/frame/look_style.h"
 
+#include <QGuiApplication>
 #include <QPainter>
 #include <QPainterPath>
 #include <QStyleOption>
+#include <QWidget>
+#include <QWindow>
+
+#include "shell/core/plain_text.h"
 
 namespace kestrel::shell {
 namespace {
@@ -84,6 +89,28 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
   painter->setRenderHint(QPainter::Antialiasing);
   (element == PE_IndicatorCheckBox ? DrawCheckBox : DrawRadioButton)(*painter, *option);
   painter->restore();
+}
+
+void LookStyle::polish(QWidget* widget) {
+  QProxyStyle::polish(widget);
+  ShowAsWritten(*widget);
+  if (!widget->inherits("QTipLabel")) return;
+  // The tip of one control may cover the next one. It is polished before its window is made, so nothing but the flag is
+  // to be set.
+  widget->overrideWindowFlags(widget->windowFlags() | Qt::WindowTransparentForInput);
+  widget->installEventFilter(this);
+}
+
+bool LookStyle::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::Paint) return false;
+  watched->removeEventFilter(this);
+  // Under X the window of a tip is made a second time when it is shown, without what the flag says, and only a flag
+  // that changes is looked at again.
+  QWindow* window = static_cast<QWidget*>(watched)->windowHandle();
+  if (window == nullptr || QGuiApplication::platformName() != QStringLiteral("xcb")) return false;
+  window->setFlag(Qt::WindowTransparentForInput, false);
+  window->setFlag(Qt::WindowTransparentForInput, true);
+  return false;
 }
 
 }  // namespace kestrel::shell

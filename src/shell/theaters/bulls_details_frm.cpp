@@ -6,6 +6,7 @@
 #include "core/catalogue_edits.h"
 #include "shell/core/character_filter.h"
 #include "shell/core/guard.h"
+#include "shell/core/plain_text.h"
 #include "shell/core/text.h"
 #include "shell/core/typed_text.h"
 #include "ui_bulls_details_frm.h"
@@ -21,7 +22,7 @@ BullsDetailsFrm::BullsDetailsFrm(core::Program& program, std::size_t index, Star
   const core::Station& state = program.State;
   if (index != 0) {
     const theaters::Bullseye& bullseye = state.Catalogue.Current().Bulls[index];
-    setWindowTitle(QStringLiteral("Bullseye: ") + FromBytes(bullseye.Name));
+    setWindowTitle(AsTitle(QStringLiteral("Bullseye: ") + FromBytes(bullseye.Name)));
     form->txtName->setText(FromBytes(bullseye.Name));
     FillPosition(bullseye.X, bullseye.Y);
     before = Entered(bullseye.Name);

@@ -10,6 +10,7 @@
 #include "core/catalogue_edits.h"
 #include "shell/core/character_filter.h"
 #include "shell/core/guard.h"
+#include "shell/core/plain_text.h"
 #include "shell/core/text.h"
 #include "shell/core/typed_text.h"
 #include "ui_theate_details_frm.h"
@@ -70,7 +71,7 @@ void TheateDetailsFrm::PopulateNew() {
 
 void TheateDetailsFrm::PopulateEdit() {
   const theaters::Theater& theater = station.State.Catalogue.Theaters[edited];
-  setWindowTitle(QStringLiteral("Theater: ") + FromBytes(theater.DisplayName));
+  setWindowTitle(AsTitle(QStringLiteral("Theater: ") + FromBytes(theater.DisplayName)));
   form->txtName->setText(FromBytes(theater.DisplayName));
   form->txtSize->setText(Text(theater.Size, "0"));
   form->lblIniFile->setText(QStringLiteral("Theater INI file: ") + FromBytes(theater.TheaterFile));
