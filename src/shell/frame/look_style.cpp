@@ -1,5 +1,6 @@
 #include "shell/frame/look_style.h"
 
+#include <QGroupBox>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPainterPath>
@@ -75,20 +76,49 @@ void DrawRadioButton(QPainter& painter, const QStyleOption& option) {
   painter.drawEllipse(box.center(), box.width() / 4, box.width() / 4);
 }
 
+void DrawGroupFrame(QPainter& painter, const QStyleOption& option) {
+  const QColor window = option.palette.color(QPalette::Window);
+  painter.setPen(QPen(Mixed(window, option.palette.color(QPalette::WindowText), 0.25F), 1));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), 3, 3);
+}
+
+/// How far below the upper edge of a group its frame begins: Fusion puts the heading above it.
+int HeadingHeight(const QStyle& style, const QStyleOption& option, const QWidget* widget) {
+  constexpr int gap = 3;
+  const auto* group = qobject_cast<const QGroupBox*>(widget);
+  if (group != nullptr && !group->isCheckable() && group->title().isEmpty()) return gap;
+  const int mark = style.pixelMetric(QStyle::PM_ExclusiveIndicatorHeight, &option, widget);
+  return qMax(mark, option.fontMetrics.height()) + gap;
+}
+
 }  // namespace
 
 LookStyle::LookStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 
 void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                               const QWidget* widget) const {
-  if (element != PE_IndicatorCheckBox && element != PE_IndicatorRadioButton) {
+  const auto own = element == PE_IndicatorCheckBox      ? DrawCheckBox
+                   : element == PE_IndicatorRadioButton ? DrawRadioButton
+                   : element == PE_FrameGroupBox        ? DrawGroupFrame
+                                                        : nullptr;
+  if (own == nullptr) {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     return;
   }
+  QStyleOption place = *option;
+  if (element == PE_FrameGroupBox) place.rect.adjust(0, HeadingHeight(*proxy(), *option, widget), 0, 0);
   painter->save();
   painter->setRenderHint(QPainter::Antialiasing);
-  (element == PE_IndicatorCheckBox ? DrawCheckBox : DrawRadioButton)(*painter, *option);
+  own(*painter, place);
   painter->restore();
+}
+
+int LookStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                         QStyleHintReturn* returned) const {
+  // Etched, a disabled word is drawn twice, which on a dark window reads as two words.
+  if (hint == SH_EtchDisabledText) return 0;
+  return QProxyStyle::styleHint(hint, option, widget, returned);
 }
 
 void LookStyle::polish(QWidget* widget) {
