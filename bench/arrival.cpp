@@ -46,7 +46,7 @@ class StillDesktop final : public base::Desktop {
 
 class StillHost final : public link::SessionHost {
  public:
-  std::uint8_t ChooseChannel(std::uint8_t present) override { return present; }
+  std::optional<std::uint8_t> ChooseChannel(std::uint8_t present) override { return present; }
   void Refresh(base::Changed) override { ++Refreshes; }
   int Refreshes = 0;
 };

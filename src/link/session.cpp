@@ -166,7 +166,14 @@ void Session::ConnectionStart() {
   endTold = false;
   session.Sync = {};
   session.Connected = true;
-  session.Channel = owner.ChooseChannel(session.Channel);
+  const std::optional<std::uint8_t> channel = owner.ChooseChannel(session.Channel);
+  if (!channel) {
+    // As Disconnect, but without a word to a server that was not joined.
+    CloseSocket();
+    EndConnection();
+    return;
+  }
+  session.Channel = *channel;
   SendCommand("NAWACS", base::FormatInvariant(session.Channel, "0"));
   pending |= Changed::Connection;
 }

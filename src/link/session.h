@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,8 +36,9 @@ struct SessionState {
 class SessionHost {
  public:
   virtual ~SessionHost() = default;
-  /// Shows frmSelectChannel and waits for the choice; `present` is preselected.
-  virtual std::uint8_t ChooseChannel(std::uint8_t present) = 0;
+  /// Shows frmSelectChannel and waits for the choice; `present` is preselected. Nothing when the person wants none:
+  /// the connection ends then.
+  virtual std::optional<std::uint8_t> ChooseChannel(std::uint8_t present) = 0;
   /// Refreshes each marked view once. Called at the end of an arrival and before a box is shown.
   virtual void Refresh(base::Changed what) = 0;
   /// SYNCRO has come and its times are in the state. A host without tapes does nothing.

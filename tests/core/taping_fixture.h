@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,7 +26,7 @@ inline const std::string NewPlayer(
 /// The host of a session that hands the tapes on, as the windows do.
 class TapeHost final : public link::SessionHost {
  public:
-  std::uint8_t ChooseChannel(std::uint8_t) override { return 0; }
+  std::optional<std::uint8_t> ChooseChannel(std::uint8_t) override { return 0; }
   void Refresh(base::Changed what) override { Owner->Shown.Refresh(what); }
   void ComputeRecData() override { core::ComputeRecData(*Owner); }
   void RecordingEnd() override { core::RecordingEnd(*Owner); }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "base/changed.h"
@@ -12,7 +13,7 @@ namespace kestrel::doubles {
 /// The station around a session: chooses a channel and keeps what it was told to refresh.
 class RecordingHost final : public link::SessionHost {
  public:
-  std::uint8_t ChooseChannel(std::uint8_t present) override {
+  std::optional<std::uint8_t> ChooseChannel(std::uint8_t present) override {
     Preselected.push_back(present);
     if (WhileChoosing) WhileChoosing();
     return Choice;
@@ -28,7 +29,7 @@ class RecordingHost final : public link::SessionHost {
     if (WhenEnded) WhenEnded();
   }
 
-  std::uint8_t Choice = 1;                           ///< the channel that the person picks
+  std::optional<std::uint8_t> Choice = 1;            ///< the channel that the person picks, nothing when cancelled
   std::vector<std::uint8_t> Preselected;             ///< one for each dialog shown
   std::vector<base::Changed> Refreshes;              ///< in order
   std::function<void()> WhileChoosing;               ///< run while the channel dialog is open

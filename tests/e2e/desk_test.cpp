@@ -264,6 +264,17 @@ TEST_F(Desk, TheTipOverAControlLetsTheClickThrough) {
   EXPECT_FALSE(screen.Window(S("^Select Color$")).isEmpty()) << "the tip has taken the click";
 }
 
+TEST_F(Desk, LeavingTheChoiceOfTheChannelLeavesTheServerWithoutAWord) {
+  ConnectTo("Red Flag", "127.0.0.2");
+  const QString dialog = screen.Window(S("^Select Channel$"));
+  ASSERT_FALSE(dialog.isEmpty());
+  screen.Activate(dialog);
+  screen.Press({S("Escape")});
+  EXPECT_TRUE(Told("first is left")) << qPrintable(diary.join(u'\n'));
+  EXPECT_EQ(first.Received, QByteArray());
+  EXPECT_FALSE(screen.Window(S("^KESTREL v[0-9.]+$")).isEmpty());
+}
+
 TEST_F(Desk, TheOptionsAreReachedAndChangedByKeysAlone) {
   // Screen > Show... > Options: the fifth menu, its first entry, there the fourth.
   Menu({S("Right"), S("Right"), S("Right"), S("Right"), S("Return"), S("Down"), S("Down"), S("Down"), S("Return")});

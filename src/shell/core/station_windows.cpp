@@ -99,9 +99,9 @@ void StationWindows::UnloadWindows() {
   core::RunSteps(core::MapUnloadSteps(), *program);
 }
 
-std::uint8_t StationWindows::ChooseChannel(std::uint8_t present) {
+std::optional<std::uint8_t> StationWindows::ChooseChannel(std::uint8_t present) {
   frmSelectChannel dialog(present, frame.get());
-  RunDialog(dialog, modal);
+  if (RunDialog(dialog, modal) != QDialog::Accepted) return std::nullopt;
   return dialog.Channel();
 }
 

@@ -31,7 +31,7 @@ class StationWindows final : public core::Windows, public link::SessionHost {
   void ShowSavingMessage(bool shown) override;
   void ShowLoading(std::optional<int> percent) override;
   void UnloadWindows() override;
-  std::uint8_t ChooseChannel(std::uint8_t present) override;
+  std::optional<std::uint8_t> ChooseChannel(std::uint8_t present) override;
   void ComputeRecData() override;
   void RecordingEnd() override;
 

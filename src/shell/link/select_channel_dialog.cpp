@@ -5,18 +5,14 @@
 namespace kestrel::shell {
 
 frmSelectChannel::frmSelectChannel(std::uint8_t present, QWidget* owner)
-    : QDialog(owner), presentChannel(present), form(std::make_unique<Ui::frmSelectChannel>()) {
+    : QDialog(owner), form(std::make_unique<Ui::frmSelectChannel>()) {
   form->setupUi(this);
-  Pick(present);
-}
-
-frmSelectChannel::~frmSelectChannel() = default;
-
-void frmSelectChannel::Pick(std::uint8_t channel) {
-  QRadioButton* option = channel == 1 ? form->OptSide_0 : channel == 2 ? form->OptSide_1 : form->OptSide_2;
+  QRadioButton* option = present == 1 ? form->OptSide_0 : present == 2 ? form->OptSide_1 : form->OptSide_2;
   option->setChecked(true);
   option->setFocus();
 }
+
+frmSelectChannel::~frmSelectChannel() = default;
 
 std::uint8_t frmSelectChannel::Channel() const {
   if (form->OptSide_0->isChecked()) return 1;
@@ -29,11 +25,6 @@ void frmSelectChannel::accept() {
     if (option->isDown()) option->setChecked(true);
   }
   QDialog::accept();
-}
-
-void frmSelectChannel::reject() {
-  Pick(presentChannel);
-  QDialog::reject();
 }
 
 }  // namespace kestrel::shell

@@ -10,7 +10,7 @@ class frmSelectChannel;
 
 namespace kestrel::shell {
 
-/// Asks which side the controller watches. Closing it is no way out of the question: the present choice stands then.
+/// Asks which side the controller watches. Cancel, Esc and closing it mean none: the server is not joined then.
 class frmSelectChannel final : public QDialog {
   Q_OBJECT
  public:
@@ -21,12 +21,8 @@ class frmSelectChannel final : public QDialog {
   /// The Channel of the picked option.
   std::uint8_t Channel() const;
   void accept() override;
-  void reject() override;
 
  private:
-  void Pick(std::uint8_t channel);
-
-  std::uint8_t presentChannel;
   std::unique_ptr<Ui::frmSelectChannel> form;
 };
 

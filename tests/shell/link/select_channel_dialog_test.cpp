@@ -69,20 +69,27 @@ TEST(SelectChannel, PresentChannelIsPickedAndHasTheFocus) {
   }
 }
 
-TEST(SelectChannel, ClosingKeepsThePresentChannel) {
-  for (const bool escape : {true, false}) {
+TEST(SelectChannel, EscapeCloseAndCancelChooseNothing) {
+  const std::pair<const char*, void (*)(frmSelectChannel&)> ways[] = {
+      {"Esc", [](frmSelectChannel& dialog) { QTest::keyClick(dialog.focusWidget(), Qt::Key_Escape); }},
+      {"close", [](frmSelectChannel& dialog) { dialog.close(); }},
+      {"Cancel",
+       [](frmSelectChannel& dialog) {
+         auto* cancel = dialog.findChild<QPushButton*>(QStringLiteral("Command2"));
+         ASSERT_NE(cancel, nullptr);
+         EXPECT_EQ(cancel->text(), QStringLiteral("Cancel"));
+         EXPECT_FALSE(cancel->toolTip().isEmpty());
+         QTest::mouseClick(cancel, Qt::LeftButton);
+       }},
+  };
+  for (const auto& [name, leave] : ways) {
+    SCOPED_TRACE(name);
     frmSelectChannel dialog(2, nullptr);
     dialog.show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
-    QTest::keyClick(&dialog, Qt::Key_B, Qt::AltModifier);
-    ASSERT_TRUE(QTest::qWaitFor([&dialog] { return dialog.Channel() == 1; }));
-    if (escape) {
-      QTest::keyClick(&dialog, Qt::Key_Escape);
-    } else {
-      dialog.close();
-    }
+    leave(dialog);
     EXPECT_FALSE(dialog.isVisible());
-    EXPECT_EQ(dialog.Channel(), 2);
+    EXPECT_EQ(dialog.result(), QDialog::Rejected);
   }
 }
 
