@@ -5,6 +5,7 @@
 #include <QFontDatabase>
 #include <QFontDialog>
 #include <QFontInfo>
+#include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -26,10 +27,23 @@ QFont FontOf(const base::FontRecord& record) {
   font.setUnderline(record.FontUnder);
   // Of a family that is not there the dialog would know no bold or italic.
   if (!QFontDatabase::hasFamily(font.family())) font.setFamily(QFontInfo(font).family());
+  // The dialog looks for a style by its usual name, and where a family calls it otherwise ("Book") takes the first one.
+  font.setStyleName(QFontInfo(font).styleName());
   return font;
 }
 
 }  // namespace
+
+base::FontRecord WithChanges(const base::FontRecord& before, const QFont& shown, const QFont& chosen) {
+  base::FontRecord changed = before;
+  if (chosen.family() != shown.family()) changed.FontName = ToBytes(chosen.family());
+  if (chosen.pointSize() != shown.pointSize()) changed.FontSize = static_cast<float>(chosen.pointSizeF());
+  if (chosen.bold() != shown.bold()) changed.FontBold = chosen.bold();
+  if (chosen.italic() != shown.italic()) changed.FontItalic = chosen.italic();
+  if (chosen.strikeOut() != shown.strikeOut()) changed.FontStrike = chosen.strikeOut();
+  if (chosen.underline() != shown.underline()) changed.FontUnder = chosen.underline();
+  return changed;
+}
 
 FontDialog::FontDialog(const base::FontRecord& present, bool withColour, QWidget* owner)
     : QDialog(owner), before(present), fonts(new QFontDialog(FontOf(present), this)), cmdColor(nullptr) {
@@ -37,10 +51,11 @@ FontDialog::FontDialog(const base::FontRecord& present, bool withColour, QWidget
   setWindowTitle(QStringLiteral("Font"));
   fonts->setWindowFlags(Qt::Widget);
   fonts->setOptions(QFontDialog::NoButtons | QFontDialog::DontUseNativeDialog);
-  familyBefore = fonts->currentFont().family();
-  sizeBefore = fonts->currentFont().pointSize();
+  shownAtFirst = fonts->currentFont();
 
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  // The hidden one of the inner dialog would keep it from being that by itself.
+  buttons->button(QDialogButtonBox::Ok)->setDefault(true);
   auto* rows = new QVBoxLayout(this);
   rows->addWidget(fonts, 1);
   auto* foot = new QHBoxLayout;
@@ -66,14 +81,7 @@ FontDialog::FontDialog(const base::FontRecord& present, bool withColour, QWidget
 }
 
 base::FontRecord FontDialog::Chosen() const {
-  const QFont font = fonts->currentFont();
-  base::FontRecord chosen = before;
-  if (font.family() != familyBefore) chosen.FontName = ToBytes(font.family());
-  if (font.pointSize() != sizeBefore) chosen.FontSize = static_cast<float>(font.pointSizeF());
-  chosen.FontBold = font.bold();
-  chosen.FontItalic = font.italic();
-  chosen.FontStrike = font.strikeOut();
-  chosen.FontUnder = font.underline();
+  base::FontRecord chosen = WithChanges(before, shownAtFirst, fonts->currentFont());
   if (cmdColor != nullptr) chosen.Color = cmdColor->Colour();
   return chosen;
 }
