@@ -7,6 +7,7 @@
 
 #include "core/program.h"
 #include "shell/core/modal_count.h"
+#include "shell/frame/enter_key.h"
 #include "shell/frame/focus_filter.h"
 #include "shell/frame/menu_table.h"
 #include "shell/frame/status_strip.h"
@@ -98,6 +99,7 @@ class MDIForm1 final : public QMainWindow {
   BullseyeWindows* bullseyes = nullptr;
   StatusStrip* strip = nullptr;
   std::unique_ptr<ToolWindows> tools;
+  EnterKey enter;
   FocusFilter focus;
   QTimer left;  ///< runs while no window of ours is active
   bool closing = false;
