@@ -63,9 +63,12 @@ void DeselectPlot(SessionState& session) {
 }
 
 void FollowSelectedPlot(const Tables& tables, SessionState& session) {
-  if (!session.Details.Enabled || !IsClient(session.SelectedPlot, tables)) return;
-  const PlotRecord& client = tables.Clients[session.SelectedPlot];
-  if (client.Id == session.Details.Id) Fill(client, session.Details);
+  if (!session.Details.Enabled) return;
+  if (IsClient(session.SelectedPlot, tables)) {
+    Fill(tables.Clients[session.SelectedPlot], session.Details);
+  } else {
+    HidePlotControl(session.Details);
+  }
 }
 
 Changed SetCallsign(std::string_view Label, Tables& tables, SessionState& session) {

@@ -11,9 +11,9 @@
 #include "link/tables.h"
 
 // The details of the client selected in the roster, and the edits that are made there. What surprises: a client's
-// leaving does not move SelectedPlot, so that it may point at the next client or past the last one while the details of
-// the selected one are still shown; an edit then changes the client that it points at. This stands. Past the end
-// nothing is changed. In a replay it goes with its client (tape/show_record.h).
+// leaving does not move SelectedPlot, so that it may come to point at the next client, whom an edit changes then, or
+// past the last one. This stands; the details follow it, so that they show whom an edit changes. In a replay it goes
+// with its client (tape/show_record.h).
 namespace kestrel::link {
 
 struct SessionState;
@@ -22,7 +22,7 @@ struct SessionState;
 struct ClientDetails {
   bool Enabled = false;           ///< the fields can be used
   std::string Caption = "USER:";  ///< of Label10
-  std::int16_t Id = 0;            ///< of the client that was selected
+  std::int16_t Id = 0;            ///< of the client shown
   std::string Label;              ///< callsign
   base::Colour Color = 0;
   bool ShowAllHistory = false;
@@ -44,7 +44,8 @@ void HidePlotControl(ClientDetails& details);
 void SelectPlot(std::string_view key, const Tables& tables, SessionState& session);
 /// The mouse has been pressed in the tree: nobody is selected until a node is.
 void DeselectPlot(SessionState& session);
-/// Brings the details up to date, unless SelectedPlot has come to point at another client than the one shown.
+/// Brings the details up to date with the client at SelectedPlot, whoever that is by now, and resets them when there is
+/// none. Details that are disabled stay so.
 void FollowSelectedPlot(const Tables& tables, SessionState& session);
 
 // Edits of the client at SelectedPlot: they do nothing while the fields are disabled or when there is no such client.

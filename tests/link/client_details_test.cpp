@@ -130,10 +130,22 @@ TEST_F(ClientDetailsTest, EditsWithNobodySelectedChangeNothing) {
 }
 
 TEST_F(ClientDetailsTest, SelectedPlotStaysWhenAnEarlierClientLeaves) {
+  tables.Clients[3].Color = 0x123456;
+  tables.Clients[3].ShowAllHistory = true;
+  tables.Clients[3].PlotVisible = false;
   SelectPlot("20N", tables, session);
   DelAWACSClient("10", tables);
   FollowSelectedPlot(tables, session);
-  EXPECT_EQ(session.Details.Caption, "USER: Baker") << "the fields still show the one that was selected";
+  EXPECT_EQ(session.SelectedPlot, 2U) << "it is not moved";
+  EXPECT_TRUE(session.Details.Enabled);
+  EXPECT_EQ(session.Details.Caption, "USER: Clark") << "the fields show whom an edit changes";
+  EXPECT_EQ(session.Details.Id, 30);
+  EXPECT_EQ(session.Details.Label, "Airplane 30");
+  EXPECT_EQ(session.Details.Color, 0x123456U);
+  EXPECT_TRUE(session.Details.ShowAllHistory);
+  EXPECT_TRUE(session.Details.Hidden);
+  tables.Clients[2].ShowAllHistory = false;
+  tables.Clients[2].PlotVisible = true;
   EXPECT_EQ(EditAll(), Changed::Plots);
   ExpectEdited(tables.Clients[1], false);
   ExpectEdited(tables.Clients[2], true);
@@ -145,10 +157,17 @@ TEST_F(ClientDetailsTest, SelectedPlotPastTheLastClientChangesNothing) {
   DelAWACSClient("10", tables);
   ASSERT_EQ(session.SelectedPlot, tables.Clients.UpperBound() + 1);
   FollowSelectedPlot(tables, session);
+  ExpectReset();
   EXPECT_EQ(EditAll(), Changed::Nothing);
   for (std::size_t index = 0; index <= tables.Clients.UpperBound(); ++index) {
     ExpectEdited(tables.Clients[index], false);
   }
+  // Whoever takes the empty place later has not been selected.
+  Add(40, "Dent");
+  FollowSelectedPlot(tables, session);
+  ExpectReset();
+  EXPECT_EQ(EditAll(), Changed::Nothing);
+  ExpectEdited(tables.Clients[3], false);
 }
 
 TEST_F(ClientDetailsTest, UpdateOfTheServerIsFollowed) {

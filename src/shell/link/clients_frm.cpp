@@ -142,16 +142,23 @@ void ClientsFrm::CatchUp() {
 
 void ClientsFrm::LoadRoster() {
   link::SessionState& session = station.State.Session;
+  const std::int16_t shown = session.Details.Id;
   link::FollowSelectedPlot(station.State.Plots, session);
+  // The place of the client shown may be another one's now: whatever is being typed was not meant for that one.
+  const bool another = session.Details.Enabled && session.Details.Id != shown;
   {
     const QScopedValueRollback<bool> ours(updating, true);
     const KeptPlace place(*form->TreeView1);
     const QPersistentModelIndex selected = SelectedRow(*form->TreeView1);
     clients->Load(station.State.Plots);
     // When its row has gone the view goes on to the next one, which nobody has selected.
-    if (!selected.isValid() || !session.Details.Enabled) form->TreeView1->selectionModel()->clear();
+    if (another) {
+      form->TreeView1->setCurrentIndex(clients->index(static_cast<int>(session.SelectedPlot) - 1));
+    } else if (!selected.isValid() || !session.Details.Enabled) {
+      form->TreeView1->selectionModel()->clear();
+    }
   }
-  ShowDetails(Fill::NotWhatIsEdited);
+  ShowDetails(another ? Fill::All : Fill::NotWhatIsEdited);
 }
 
 void ClientsFrm::LoadAIList() {
@@ -190,7 +197,8 @@ void ClientsFrm::ShowDetails(Fill fill) {
     FitRefused();
   }
   const QColor colour(base::RedOf(details.Color), base::GreenOf(details.Color), base::BlueOf(details.Color));
-  form->cmdPlotColor->setIcon(details.Enabled ? ColourIcon(colour, ColourSize) : QIcon());
+  // Without a colour the room for it stays, so that the button keeps its height.
+  form->cmdPlotColor->setIcon(ColourIcon(details.Enabled ? colour : QColor(Qt::transparent), ColourSize));
   form->cmdPlotColor->setAccessibleName(details.Enabled ? QStringLiteral("Color ") + colour.name() : QString());
   form->Check1->setChecked(details.ShowAllHistory);
   form->chkHide->setChecked(details.Hidden);

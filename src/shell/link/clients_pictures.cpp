@@ -114,6 +114,7 @@ QIcon ColourIcon(const QColor& colour, const QSize& size) {
   QPixmap field(size * ratio);
   field.setDevicePixelRatio(ratio);
   field.fill(colour);
+  if (colour.alpha() == 0) return QIcon(field);
   QPainter painter(&field);
   painter.setPen(QGuiApplication::palette().color(QPalette::Mid));
   painter.drawRect(QRectF(0.5, 0.5, size.width() - 1, size.height() - 1));

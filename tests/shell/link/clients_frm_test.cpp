@@ -226,16 +226,30 @@ TEST_F(ClientsWindow, ClientThatLeavesWhileSelectedResetsTheDetails) {
   ExpectReset();
 }
 
-TEST_F(ClientsWindow, SelectionStaysOnItsNodeWhenAnotherClientLeaves) {
+TEST_F(ClientsWindow, DetailsShowWhomAnEditChangesWhenAnotherClientLeaves) {
   Join();
+  Client(3).ShowAllHistory = true;
+  Client(3).PlotVisible = false;
   Click(1);
+  // Also while the callsign is being typed: it was another one's.
+  Window().activateWindow();
+  Callsign().setFocus();
+  ASSERT_TRUE(QTest::qWaitFor([this] { return Callsign().hasFocus(); }));
+  QTest::keyClicks(&Callsign(), QStringLiteral("X"));
   socket.Arrive(Message("DELCLT", "10"));
-  EXPECT_EQ(Tree().currentIndex().data().toString(), QStringLiteral("Baker"));
-  EXPECT_EQ(User(), QStringLiteral("USER: Baker"));
   EXPECT_EQ(SelectedPlot(), 2U) << "it is not moved";
+  EXPECT_EQ(User(), QStringLiteral("USER: Clark"));
+  EXPECT_EQ(Callsign().text(), QStringLiteral("Airplane 30"));
+  EXPECT_TRUE(Check("Check1").isChecked());
+  EXPECT_TRUE(Check("chkHide").isChecked());
+  EXPECT_TRUE(Callsign().isEnabled());
+  ASSERT_EQ(Tree().selectionModel()->selectedRows().size(), 1);
+  EXPECT_EQ(Tree().selectionModel()->selectedRows().front().data().toString(), QStringLiteral("Clark"));
+  QTest::keyClick(&Callsign(), Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(Callsign().text(), QStringLiteral("Airplane 30")) << "the other one's callsign has come back";
   Callsign().selectAll();
   QTest::keyClicks(&Callsign(), QStringLiteral("V"));
-  EXPECT_EQ(Client(1).Label, "Airplane 20");
+  EXPECT_EQ(Client(1).Label, "Airplane 20X");
   EXPECT_EQ(Client(2).Label, "V") << "the edit goes where SelectedPlot points";
   socket.Arrive(Message("DELCLT", "30"));  // found where SelectedPlot points
   ExpectReset();
@@ -245,6 +259,7 @@ TEST_F(ClientsWindow, EditPastTheLastClientChangesNothing) {
   Join();
   Click(2);
   socket.Arrive(Message("DELCLT", "10"));
+  ExpectReset();
   QTest::keyClicks(&Callsign(), QStringLiteral("V"));
   Press(Check("Check1"));
   Press(Check("chkHide"));
@@ -355,6 +370,28 @@ TEST_F(ClientsWindow, NothingIsDoneUnseenAndCaughtUpWhenSeen) {
     EXPECT_TRUE(Names().empty());
     EXPECT_TRUE(Part<QLabel>("ImageDiscon").isVisible());
   }
+}
+
+TEST_F(ClientsWindow, PickingAPlayerMovesNothing) {
+  Join();
+  const auto places = [this] {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    std::vector<std::pair<std::string, QRect>> all{{"window", Window().geometry()}};
+    for (QWidget* part : Tree().parentWidget()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+      all.emplace_back(part->objectName().toStdString(), part->geometry());
+    }
+    for (QWidget* part : Part<QFrame>("FraClientDetails").findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+      all.emplace_back(part->objectName().toStdString(), part->geometry());
+    }
+    return all;
+  };
+  const auto before = places();
+  ASSERT_GT(before.size(), 10u);
+  Click(1);
+  const auto after = places();
+  for (std::size_t n = 0; n < before.size(); ++n) EXPECT_EQ(after[n].second, before[n].second) << before[n].first;
+  ClickEmptyPlace();
+  EXPECT_TRUE(places() == before);
 }
 
 TEST_F(ClientsWindow, EveryControlTellsWhatItIsFor) {
