@@ -30,7 +30,7 @@ constexpr int Rounds = 400;
 
 class StillDesktop final : public base::Desktop {
  public:
-  base::Answer Ask(std::string_view, std::string_view, base::MessageIcon, base::MessageButtons) override {
+  base::Answer Ask(std::string_view, std::string_view, base::MessageIcon, base::MessageButtons, base::Answer) override {
     return base::Answer::Ok;
   }
   void LetEventsRun() override {}

@@ -20,8 +20,9 @@ class Desktop {
  public:
   virtual ~Desktop() = default;
   /// Shows a box, word for word, and waits for the answer. Closing it counts as Cancel, or No, or Ok, the last there
-  /// is.
-  virtual Answer Ask(std::string_view title, std::string_view text, MessageIcon icon, MessageButtons buttons) = 0;
+  /// is. `enter`, one of `buttons`, is what the Enter key answers: No where a Yes cannot be undone.
+  virtual Answer Ask(std::string_view title, std::string_view text, MessageIcon icon, MessageButtons buttons,
+                     Answer enter) = 0;
   /// Lets pending window events run once.
   virtual void LetEventsRun() = 0;
   /// Starts a file with an argument in a folder as the system's "open" verb does; both are text as of base::TextOfPath,
@@ -45,7 +46,7 @@ class Desktop {
   }
 
   void Message(std::string_view title, std::string_view text, MessageIcon icon) {
-    Ask(title, text, icon, MessageButtons::Ok);
+    Ask(title, text, icon, MessageButtons::Ok, Answer::Ok);
   }
 };
 

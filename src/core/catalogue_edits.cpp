@@ -28,8 +28,10 @@ void TellFailure(Program& program, const std::string& what, const std::exception
 
 std::string Quoted(std::string_view name) { return "\"" + std::string(name) + "\""; }
 
+/// What is asked here cannot be undone, so that Enter is No.
 bool IsSure(Program& program, const std::string& title, const std::string& text) {
-  return program.Desk.Ask(title, text, base::MessageIcon::Question, base::MessageButtons::YesNo) == base::Answer::Yes;
+  return program.Desk.Ask(title, text, base::MessageIcon::Question, base::MessageButtons::YesNo, base::Answer::No) ==
+         base::Answer::Yes;
 }
 
 /// Stores the held picture as `theater`'s.

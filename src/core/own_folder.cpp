@@ -47,7 +47,8 @@ bool PersonAgrees(Program& program) {
                               base::PathForMessage(station.OwnFolder) +
                               "\n\nCopy them there? With No the station runs on, but settings, logs and tapes will not "
                               "be kept.",
-                          base::MessageIcon::Question, base::MessageButtons::YesNo) == base::Answer::Yes;
+                          base::MessageIcon::Question, base::MessageButtons::YesNo,
+                          base::Answer::Yes) == base::Answer::Yes;
 }
 
 Outcome TakeOwnFolder(Program& program) {

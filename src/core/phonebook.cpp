@@ -33,10 +33,10 @@ void KeepPhonebook(Program& program) {
   SaveOrTell(program, SaveConnList);
 }
 
-/// Asks whether `kept` takes the typed value; false on Cancel.
+/// Asks whether `kept` takes the typed value; false on Cancel. What is replaced is gone, so that Enter is No.
 bool AskToReplace(Program& program, std::string_view question, std::string& kept, const std::string& typed) {
-  const base::Answer answer =
-      program.Desk.Ask("Validator", question, base::MessageIcon::Question, base::MessageButtons::YesNoCancel);
+  const base::Answer answer = program.Desk.Ask("Validator", question, base::MessageIcon::Question,
+                                               base::MessageButtons::YesNoCancel, base::Answer::No);
   if (answer == base::Answer::Yes) {
     kept = typed;
     program.Shown.Refresh(base::Changed::ConnectionMenus);

@@ -53,6 +53,7 @@ class CatalogueEdits : public testing::Test {
     EXPECT_EQ(around.Desk.Boxes[0].Title, title);
     EXPECT_EQ(around.Desk.Boxes[0].Text, text);
     EXPECT_EQ(around.Desk.Boxes[0].Buttons, buttons);
+    EXPECT_EQ(around.Desk.Boxes[0].Enter, buttons == MessageButtons::YesNo ? Answer::No : Answer::Ok);
     around.Desk.Boxes.clear();
   }
   bool Refreshed(Changed what) { return around.Shown.Refreshes.size() == 1 && Has(around.Shown.Refreshes[0], what); }

@@ -58,6 +58,7 @@ class PhonebookEdits : public testing::Test {
     EXPECT_EQ(around.Desk.Boxes[0].Title, "Validator");
     EXPECT_EQ(around.Desk.Boxes[0].Text, text);
     EXPECT_EQ(around.Desk.Boxes[0].Buttons, base::MessageButtons::YesNoCancel);
+    EXPECT_EQ(around.Desk.Boxes[0].Enter, base::Answer::No) << "what is replaced is gone";
     around.Desk.Boxes.clear();
   }
   /// From here on the settings file cannot be written: a folder stands in its place.

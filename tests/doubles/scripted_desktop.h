@@ -21,6 +21,7 @@ class ScriptedDesktop final : public base::Desktop {
     std::string Text;
     base::MessageIcon Icon;
     base::MessageButtons Buttons;
+    base::Answer Enter;
   };
   struct Opened {
     std::string File;
@@ -39,9 +40,9 @@ class ScriptedDesktop final : public base::Desktop {
     bool WithColour;
   };
 
-  base::Answer Ask(std::string_view title, std::string_view text, base::MessageIcon icon,
-                   base::MessageButtons buttons) override {
-    Boxes.push_back({std::string(title), std::string(text), icon, buttons});
+  base::Answer Ask(std::string_view title, std::string_view text, base::MessageIcon icon, base::MessageButtons buttons,
+                   base::Answer enter) override {
+    Boxes.push_back({std::string(title), std::string(text), icon, buttons, enter});
     modal = true;
     if (WhileOpen) WhileOpen();
     modal = false;

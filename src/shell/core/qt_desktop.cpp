@@ -7,9 +7,12 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QMessageBox>
 #include <QProcess>
 #include <QPushButton>
+#include <QScreen>
+#include <QStyle>
 #include <QTimer>
 #include <QUrl>
 #ifdef Q_OS_WIN
@@ -23,6 +26,7 @@
 #include "shell/core/colour_button.h"
 #include "shell/core/dialogs.h"
 #include "shell/core/font_dialog.h"
+#include "shell/core/plain_text.h"
 #include "shell/core/text.h"
 
 namespace kestrel::shell {
@@ -67,6 +71,19 @@ std::vector<BoxButton> ButtonsOf(base::MessageButtons buttons) {
   return {OkButton};
 }
 
+/// The box is as wide as its text, and its title may be longer: it is often bold, and an icon and three buttons stand
+/// beside it.
+void MakeRoomForTitle(QMessageBox& box) {
+  auto* grid = qobject_cast<QGridLayout*>(box.layout());
+  if (grid == nullptr) return;
+  QFont bold = box.font();
+  bold.setBold(true);
+  const int room = QFontMetrics(bold).horizontalAdvance(box.windowTitle()) +
+                   4 * box.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &box);
+  const int widest = box.screen()->availableGeometry().width();
+  grid->addItem(new QSpacerItem(qMin(room, widest), 0), grid->rowCount(), 0, 1, grid->columnCount());
+}
+
 /// "Images |*.bmp;*.jpg" as the toolkit's "Images (*.bmp *.jpg)". A label that names its pattern itself stays as it is.
 QStringList NameFilters(std::string_view filter) {
   const QStringList parts = FromBytes(filter).split(u'|');
@@ -84,19 +101,20 @@ QStringList NameFilters(std::string_view filter) {
 }  // namespace
 
 base::Answer QtDesktop::Ask(std::string_view title, std::string_view text, base::MessageIcon icon,
-                            base::MessageButtons buttons) {
+                            base::MessageButtons buttons, base::Answer enter) {
   QMessageBox box(owner);
   box.setObjectName(QStringLiteral("MessageBox"));
-  box.setWindowTitle(FromBytes(title));
+  box.setWindowTitle(AsTitle(FromBytes(title)));
   box.setTextFormat(Qt::PlainText);
   box.setText(FromBytes(text));
   box.setIcon(IconOf(icon));
   const std::vector<BoxButton> offered = ButtonsOf(buttons);
   for (const BoxButton& each : offered) {
     box.addButton(each.Standard)->setObjectName(QString::fromLatin1(each.Name));
+    if (each.Meaning == enter) box.setDefaultButton(each.Standard);
   }
   box.setEscapeButton(offered.back().Standard);
-  box.setDefaultButton(offered.front().Standard);
+  MakeRoomForTitle(box);
   const int chosen = RunDialog(box, modal);
   for (const BoxButton& each : offered) {
     if (chosen == each.Standard) return each.Meaning;

@@ -18,8 +18,8 @@ class QtDesktop final : public base::Desktop {
   /// The window that boxes stand over; none before the frame is there.
   void SetOwner(QWidget* window) { owner = window; }
 
-  base::Answer Ask(std::string_view title, std::string_view text, base::MessageIcon icon,
-                   base::MessageButtons buttons) override;
+  base::Answer Ask(std::string_view title, std::string_view text, base::MessageIcon icon, base::MessageButtons buttons,
+                   base::Answer enter) override;
   void MessageSoon(std::string_view title, std::string_view text, base::MessageIcon icon) override;
   void LetEventsRun() override;
   /// A file with an argument is started as a program when it exists; anything else (a page, a document) is handed to

@@ -13,6 +13,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QStyle>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextBrowser>
@@ -67,7 +68,7 @@ TEST_F(Desktop, EachButtonGivesItsAnswer) {
       ASSERT_NE(button, nullptr);
       QTest::mouseClick(button, Qt::LeftButton);
     });
-    EXPECT_EQ(desktop.Ask("Title", "Text", MessageIcon::Question, each.Buttons), each.Expected);
+    EXPECT_EQ(desktop.Ask("Title", "Text", MessageIcon::Question, each.Buttons, each.Expected), each.Expected);
     EXPECT_TRUE(modalWhileShown);
     EXPECT_FALSE(desktop.ModalOpen());
   }
@@ -78,7 +79,39 @@ TEST_F(Desktop, EscapeIsTheLastAnswerThereIs) {
        {std::pair(MessageButtons::Ok, Answer::Ok), std::pair(MessageButtons::YesNo, Answer::No),
         std::pair(MessageButtons::YesNoCancel, Answer::Cancel)}) {
     InBox([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); });
-    EXPECT_EQ(desktop.Ask("Title", "Text", MessageIcon::None, buttons), answer);
+    EXPECT_EQ(desktop.Ask("Title", "Text", MessageIcon::None, buttons, Answer::Ok), answer);
+  }
+}
+
+TEST_F(Desktop, EnterIsTheAnswerThatWasNamedForIt) {
+  for (const auto& [buttons, answer] :
+       {std::pair(MessageButtons::Ok, Answer::Ok), std::pair(MessageButtons::YesNo, Answer::Yes),
+        std::pair(MessageButtons::YesNo, Answer::No), std::pair(MessageButtons::YesNoCancel, Answer::Yes),
+        std::pair(MessageButtons::YesNoCancel, Answer::No), std::pair(MessageButtons::YesNoCancel, Answer::Cancel)}) {
+    InBox([](QMessageBox& box) {
+      ASSERT_NE(box.defaultButton(), nullptr);
+      EXPECT_TRUE(box.defaultButton()->hasFocus() || box.focusWidget() == box.defaultButton());
+      QTest::keyClick(&box, Qt::Key_Return);
+    });
+    EXPECT_EQ(desktop.Ask("Title", "Text", MessageIcon::Question, buttons, answer), answer);
+  }
+}
+
+TEST_F(Desktop, BoxIsAsWideAsItsTitle) {
+  const std::string title = "The Theater could not be deleted: nothing was changed on the disk";
+  int width = 0;
+  QFont bold = QApplication::font();
+  bold.setBold(true);
+  for (const char* text : {"Short.", "A text that is itself a good deal longer than a word or two, on one line."}) {
+    InBox([&width](QMessageBox& box) {
+      ASSERT_TRUE(QTest::qWaitForWindowExposed(&box));
+      width = box.width();
+      box.close();
+    });
+    desktop.Message(title, text, MessageIcon::Exclamation);
+    // Titles are often bold, and an icon and three buttons stand beside them.
+    const int beside = 4 * QApplication::style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    EXPECT_GE(width, QFontMetrics(bold).horizontalAdvance(QString::fromStdString(title)) + beside) << text;
   }
 }
 
@@ -93,7 +126,7 @@ TEST_F(Desktop, HourglassIsLiftedWhileABoxWaits) {
     EXPECT_EQ(shape(), Qt::ArrowCursor);
     box.close();
   });
-  desktop.Ask("Title", "Text", MessageIcon::None, MessageButtons::Ok);
+  desktop.Ask("Title", "Text", MessageIcon::None, MessageButtons::Ok, Answer::Ok);
   EXPECT_EQ(shape(), Qt::BusyCursor);
   QTimer::singleShot(0, qApp, [&shape] {
     auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
