@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/settings.h"
+#include "core/theater_data.h"
 #include "link/phonebook.h"
 
 namespace kestrel::core {
@@ -16,21 +17,14 @@ constexpr std::string_view ReplaceNameText =
     "The connection IP address you specified allready exists in the phonebook. Do you want to replace the associated "
     "name (selecting No won't add the entry in phonebook)?";
 
-/// Saves by `save`; what cannot be saved is told in a box and stays in memory.
-void SaveOrTell(Program& program, void (*save)(const Station&)) {
-  try {
-    save(program.State);
-  } catch (const SaveFailure& failure) {
-    program.Log.LogLine(failure.what());
-    program.Desk.Message(link::ProgramTitle(),
-                         "The " + std::string(failure.What) + " could not be saved: " + failure.what() + ".",
-                         base::MessageIcon::Exclamation);
-  }
-}
-
+/// What cannot be saved is told in a box and stays in memory.
 void KeepPhonebook(Program& program) {
   program.Shown.Refresh(base::Changed::ConnectionMenus);
-  SaveOrTell(program, SaveConnList);
+  try {
+    SaveConnList(program.State);
+  } catch (const base::RuntimeFailure& failure) {
+    TellUnsaved(program, {"phonebook", failure.what()});
+  }
 }
 
 /// Asks whether `kept` takes the typed value; false on Cancel. What is replaced is gone, so that Enter is No.
@@ -74,7 +68,7 @@ void ReplaceEntry(Program& program, std::size_t index, link::ConnEntry entry) {
 
 void ChangeConnPort(Program& program, std::int32_t port) {
   program.State.LinkOptions.CONNPORT = port;
-  SaveOrTell(program, SaveVars);
+  for (const Unsaved& failure : SaveAll(program.State)) TellUnsaved(program, failure);
   program.Link.DropSocket();
 }
 

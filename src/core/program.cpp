@@ -4,7 +4,6 @@
 #include <string>
 
 #include "base/numbers.h"
-#include "core/settings.h"
 #include "version.h"
 
 namespace kestrel::core {
@@ -46,26 +45,6 @@ bool Main(Program& program) {
     }
   }
   return true;
-}
-
-void Close(Program& program) {
-  program.State.Closing = true;
-  const auto tell = [&program](const std::string& what, const std::exception& failure) {
-    // The message about saving would lie over the box.
-    program.Shown.ShowSavingMessage(false);
-    program.Desk.Message(link::ProgramTitle(),
-                         "The station could not " + what + ": " + failure.what() + ".\n\nThe closing goes on.",
-                         base::MessageIcon::Exclamation);
-  };
-  for (const Step& step : StopSteps()) {
-    try {
-      if (step.Run) step.Run(program);
-    } catch (const SaveFailure& failure) {
-      tell("save the " + std::string(failure.What), failure);
-    } catch (const std::exception& failure) {
-      tell(std::string(step.What), failure);
-    }
-  }
 }
 
 }  // namespace kestrel::core

@@ -11,7 +11,6 @@
 #include "base/files.h"
 #include "base/numbers.h"
 #include "base/profile_file.h"
-#include "map/view_short_file.h"
 #include "theaters/catalogue.h"
 #include "theaters/theater_file.h"
 #include "version.h"
@@ -216,15 +215,6 @@ base::ProfileFile MainFile(const Station& station) {
   return ini;
 }
 
-/// The saved views of the current theater. A "/" in the theater's name makes a folder.
-void SaveViewShorts(const Station& station) {
-  if (station.Catalogue.CurrentTheater == 0) return;
-  const std::filesystem::path path =
-      TheaterPath(station, theaters::DataFile(station.Catalogue.Current(), "_ViewShort.dat"));
-  base::MakeFolder(path.parent_path());
-  base::WriteWholeFile(path, map::WriteViewShorts(station.View.ViewShorts));
-}
-
 }  // namespace
 
 std::filesystem::path TheaterPath(const Station& station, std::string_view name) {
@@ -251,35 +241,30 @@ std::vector<std::string> LoadSavedVars(Station& station) {
 }
 
 void SaveVars(const Station& station) {
-  std::optional<SaveFailure> firstFailure;
-  const auto attempt = [&](std::string_view what, auto save) {
+  std::optional<base::RuntimeFailure> firstFailure;
+  const auto attempt = [&](auto save) {
     try {
       save();
     } catch (const std::exception& failure) {
-      if (!firstFailure) firstFailure.emplace(what, failure.what());
+      if (!firstFailure) firstFailure.emplace(failure.what());
     }
   };
   // The theater files first, so that the main file never names one that is not there yet.
   for (const theaters::Theater& theater : station.Catalogue.Theaters.Live()) {
-    attempt("settings", [&] {
+    attempt([&] {
       theaters::WriteTheaterFile(theater, Banner("Theater")).Save(TheaterPath(station, theater.TheaterFile));
     });
   }
-  attempt("settings", [&] { MainFile(station).Save(IniFile(station)); });
-  attempt("kept views", [&] { SaveViewShorts(station); });
+  attempt([&] { MainFile(station).Save(IniFile(station)); });
   if (firstFailure) throw *firstFailure;
 }
 
 void SaveConnList(const Station& station) {
-  try {
-    base::ProfileFile ini = base::ProfileFile::Load(IniFile(station));
-    ini.WriteIniValue("CONNLIST", "NUM",
-                      base::FormatInvariant(static_cast<double>(station.LinkOptions.ConnList.UpperBound()), "0"));
-    WritePhonebook(station.LinkOptions, ini);
-    ini.Save(IniFile(station));
-  } catch (const base::RuntimeFailure& failure) {
-    throw SaveFailure("phonebook", failure.what());
-  }
+  base::ProfileFile ini = base::ProfileFile::Load(IniFile(station));
+  ini.WriteIniValue("CONNLIST", "NUM",
+                    base::FormatInvariant(static_cast<double>(station.LinkOptions.ConnList.UpperBound()), "0"));
+  WritePhonebook(station.LinkOptions, ini);
+  ini.Save(IniFile(station));
 }
 
 }  // namespace kestrel::core

@@ -7,7 +7,6 @@
 #include <variant>
 #include <vector>
 
-#include "base/failure.h"
 #include "base/table.h"
 #include "core/station.h"
 
@@ -49,18 +48,11 @@ std::filesystem::path TheaterPath(const Station& station, std::string_view name)
 /// RuntimeFailure for a file that cannot be read. No theater is no failure here.
 std::vector<std::string> LoadSavedVars(Station& station);
 
-/// Why something could not be saved, and what that is, as a word for the person.
-class SaveFailure : public base::RuntimeFailure {
- public:
-  SaveFailure(std::string_view what, const std::string& reason) : RuntimeFailure(reason), What(what) {}
-  std::string_view What;  ///< "settings", "phonebook" or "kept views"
-};
-
-/// Writes every theater file, "KESTREL.ini" and the saved views of the current theater; each file whole or not at all.
-/// SaveFailure naming the first file that failed; the others have been tried.
+/// Writes every theater file and "KESTREL.ini", each whole or not at all. RuntimeFailure naming the first file that
+/// failed; the others have been tried.
 void SaveVars(const Station& station);
 
-/// The phonebook alone: NUM and the CONNLIST<n> sections, leaving the rest of the file as it is. SaveFailure.
+/// The phonebook alone: NUM and the CONNLIST<n> sections, leaving the rest of the file as it is. RuntimeFailure.
 void SaveConnList(const Station& station);
 
 /// First line of a settings file, in double quotes: "KESTREL v1.0.0 Main INI File". `kind`: "Main" or "Theater".

@@ -1,18 +1,31 @@
+#include <exception>
+#include <string>
+
 #include "core/execute_shortcut.h"
 #include "core/program.h"
-#include "core/settings.h"
 #include "core/tapes.h"
+#include "core/theater_data.h"
 
 // The lists of the closing: the frame, then the map window within it.
 namespace kestrel::core {
 namespace {
 
+void TellAndGoOn(Program& program, const std::string& what, const std::string& reason) {
+  // The message about saving would lie over the box.
+  program.Shown.ShowSavingMessage(false);
+  Tell(program, "The station could not " + what + ": " + reason + ".\n\nThe closing goes on.");
+}
+
+void Save(Program& program) {
+  for (const Unsaved& failure : SaveAll(program.State)) {
+    TellAndGoOn(program, "save the " + std::string(failure.What), failure.Reason);
+  }
+}
+
 constexpr Step stopSteps[] = {
     {"close the raw capture", [](Program& program) { program.Raw.Close(); }},
     {"show the saving message", [](Program& program) { program.Shown.ShowSavingMessage(true); }},
-    {"save the areas"},
-    {"save the frequencies"},
-    {"save the settings", [](Program& program) { SaveVars(program.State); }},
+    {"save the data of the theater and the settings", Save},
     {"free the map bitmap", [](Program& program) { program.State.MapPicture = {}; }},
     {"put the frame's window procedure back"},
     {"remove the keyboard hook", StopHook},
@@ -30,5 +43,16 @@ constexpr Step mapUnloadSteps[] = {
 
 std::span<const Step> StopSteps() { return stopSteps; }
 std::span<const Step> MapUnloadSteps() { return mapUnloadSteps; }
+
+void Close(Program& program) {
+  program.State.Closing = true;
+  for (const Step& step : StopSteps()) {
+    try {
+      if (step.Run) step.Run(program);
+    } catch (const std::exception& failure) {
+      TellAndGoOn(program, std::string(step.What), failure.what());
+    }
+  }
+}
 
 }  // namespace kestrel::core

@@ -2,118 +2,57 @@
 
 #include <cstdint>
 #include <exception>
-#include <filesystem>
 #include <string>
+#include <utility>
 
-#include "base/files.h"
 #include "core/settings.h"
-#include "map/view_short_file.h"
+#include "core/theater_data.h"
 #include "theaters/catalogue.h"
 
 namespace kestrel::core {
 namespace {
 
-/// The saved views of the current theater. A damaged file costs the views, not the theater.
-void LoadViewShorts(Program& program) {
-  Station& station = program.State;
-  const theaters::Theater& theater = station.Catalogue.Current();
-  const map::ViewShorts standard = map::DefaultViewShorts(theater.Size);
-  station.View.ViewShorts = standard;
+base::Picture ReadMapPicture(Program& program, const theaters::Theater& theater) {
   const std::uint32_t start = program.Log.Time().TickCount();
-  try {
-    const std::filesystem::path path = TheaterPath(station, theaters::DataFile(theater, "_ViewShort.dat"));
-    if (!base::FileExists(path)) return;
-    station.View.ViewShorts = map::ReadViewShorts(base::ReadWholeFile(path, base::MaxTextFileBytes), standard);
-    program.Log.LogDuration("Loaded the view shortcuts", start);
-  } catch (const base::RuntimeFailure& failure) {
-    program.Log.LogLine(std::string("The saved views are left out: ") + failure.what());
-  }
+  base::Picture picture = base::LoadPicture(TheaterPath(program.State, theater.Pic));
+  program.Log.LogDuration("Loaded the map picture", start);
+  return picture;
 }
 
-/// The current theater has these heights from now on; their file is read when the pointer first needs it.
-void LoadElevation(Program& program) {
+/// Makes theater `index` the current one, with its picture. False when that cannot be read: a box has said so, which
+/// ends with what `stays` in use, and nothing has changed.
+bool UseTheater(Program& program, std::size_t index, std::string_view stays) {
   Station& station = program.State;
-  const theaters::Theater& theater = station.Catalogue.Current();
   try {
-    station.Elevations.Load(TheaterPath(station, theaters::DataFile(theater, "_Elevation.dat")), theater.Size);
-  } catch (const base::RuntimeFailure& failure) {
-    station.Elevations = {};
-    program.Log.LogLine(std::string("The elevations are left out: ") + failure.what());
+    station.MapPicture = ReadMapPicture(program, station.Catalogue.Theaters[index]);
+    station.Catalogue.CurrentTheater = static_cast<std::int16_t>(index);
+    return true;
+  } catch (const std::exception& failure) {
+    program.Log.LogLine(failure.what());
+    Tell(program,
+         "An error ocurred while loading the initialization files for this Theater. Please check these files, or "
+         "reinstall the program. The former " +
+             std::string(stays) + " stays in use.",
+         "Error", base::MessageIcon::Critical);
+    return false;
   }
 }
-
-constexpr Step theaterDataSteps[] = {
-    {"ReloadBulls", [](Program& program) { ReloadBulls(program.State); }},
-    {"Load the areas"},
-    {"Load the view shortcuts", LoadViewShorts},
-    {"Load the frequencies"},
-    {"Load the elevation", LoadElevation},
-    {"AreasFrm.RefreshList"},
-    {"FreqFrm.RefreshList"},
-    {"FreqFrm.UpdateTreeviewCheckBoxes"},
-    // It comes with the refresh that ResetTheaterData asks for.
-    {"MiniMapFrm.ReloadMiniMap"},
-    {"ResetResolution", [](Program& program) { map::ResetResolution(program.State.View); }},
-};
-
-/// What the former theater needs to come back as it was. The picture's pixels are shared, not copied.
-struct FormerTheater {
-  explicit FormerTheater(const Station& station)
-      : index(station.Catalogue.CurrentTheater),
-        picture(station.MapPicture),
-        elevations(station.Elevations),
-        view(station.View),
-        bull(station.Session.Bull) {}
-
-  void PutBack(Station& station) const {
-    station.Catalogue.CurrentTheater = index;
-    station.MapPicture = picture;
-    station.Elevations = elevations;
-    station.View = view;
-    station.Session.Bull = bull;
-  }
-
- private:
-  std::int16_t index;
-  base::Picture picture;
-  theaters::Elevations elevations;
-  map::ViewState view;
-  theaters::DownPoint bull;
-};
 
 }  // namespace
 
 void SaveEverything(Program& program) {
-  try {
-    SaveVars(program.State);
-  } catch (const SaveFailure& failure) {
-    program.Log.LogLine(failure.what());
-    if (program.State.FolderReadOnly) return;
-    // The message about saving would lie over the box.
-    program.Shown.ShowSavingMessage(false);
-    program.Desk.Message(link::ProgramTitle(),
-                         "The " + std::string(failure.What) + " could not be saved: " + failure.what() + ".",
-                         base::MessageIcon::Exclamation);
+  for (const Unsaved& failure : SaveAll(program.State)) {
+    if (program.State.FolderReadOnly) {
+      program.Log.LogLine(failure.Reason);
+    } else {
+      TellUnsaved(program, failure);
+    }
   }
 }
 
 void LoadMapPicture(Program& program) {
-  Station& station = program.State;
-  const std::uint32_t start = program.Log.Time().TickCount();
-  station.MapPicture = base::LoadPicture(TheaterPath(station, station.Catalogue.Current().Pic));
-  program.Log.LogDuration("Loaded the map picture", start);
+  program.State.MapPicture = ReadMapPicture(program, program.State.Catalogue.Current());
 }
-
-void ReadElevations(Program& program) {
-  const std::uint32_t start = program.Log.Time().TickCount();
-  try {
-    if (program.State.Elevations.Read()) program.Log.LogDuration("Loaded the elevations", start);
-  } catch (const base::RuntimeFailure& failure) {
-    program.Log.LogLine(std::string("The elevations are left out: ") + failure.what());
-  }
-}
-
-std::span<const Step> TheaterDataSteps() { return theaterDataSteps; }
 
 base::Changed ResetTheaterData(Program& program) {
   Station& station = program.State;
@@ -124,13 +63,10 @@ base::Changed ResetTheaterData(Program& program) {
   station.View.AnchorViewX = station.View.BullsViewX;
   station.View.AnchorViewY = station.View.BullsViewY;
   map::RefreshPositions(station.View);
-  RunSteps(theaterDataSteps, program);
-  return base::Changed::Map | base::Changed::MiniMap | base::Changed::Zoom | base::Changed::CursorLine;
-}
-
-base::Changed ReloadTheater(Program& program) {
-  LoadMapPicture(program);
-  return ResetTheaterData(program) | base::Changed::NameMenus;
+  ReloadBulls(station);
+  const base::Changed shows = LoadTheaterData(program);
+  map::ResetResolution(station.View);
+  return shows | base::Changed::Map | base::Changed::MiniMap | base::Changed::Zoom | base::Changed::CursorLine;
 }
 
 void SwitchTheater(Program& program, std::size_t index) {
@@ -141,33 +77,14 @@ void SwitchTheater(Program& program, std::size_t index) {
   SaveEverything(program);
   program.Shown.ShowSavingMessage(false);
 
-  const FormerTheater former(station);
   base::Changed changed = base::Changed::NameMenus;
-  try {
-    station.Catalogue.CurrentTheater = static_cast<std::int16_t>(index);
-    changed |= ReloadTheater(program);
-  } catch (const std::exception& failure) {
-    former.PutBack(station);
-    program.Log.LogLine(failure.what());
-    program.Desk.Message("Error",
-                         "An error ocurred while loading the initialization files for this Theater. Please check these "
-                         "files, or reinstall the program. The former theater stays in use.",
-                         base::MessageIcon::Critical);
-  }
+  if (UseTheater(program, index, "theater")) changed |= ResetTheaterData(program);
   program.Shown.Refresh(changed);
 }
 
 void ReloadEditedTheater(Program& program) {
   SaveEverything(program);
-  try {
-    LoadMapPicture(program);
-  } catch (const std::exception& failure) {
-    program.Log.LogLine(failure.what());
-    program.Desk.Message("Error",
-                         "An error ocurred while loading the initialization files for this Theater. Please check these "
-                         "files, or reinstall the program. The former picture stays in use.",
-                         base::MessageIcon::Critical);
-  }
+  UseTheater(program, static_cast<std::size_t>(program.State.Catalogue.CurrentTheater), "picture");
   program.Shown.Refresh(ResetTheaterData(program) | base::Changed::NameMenus);
 }
 

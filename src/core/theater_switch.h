@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <optional>
-#include <span>
 
 #include "base/changed.h"
 #include "core/program.h"
@@ -11,24 +10,14 @@
 // What hangs on the current theater and the current bullseye.
 namespace kestrel::core {
 
-/// Saves all settings. What cannot be saved is told in a box, unless the start has told that nothing can be.
+/// SaveAll. What cannot be saved is told in a box, unless the start has told that nothing can be.
 void SaveEverything(Program& program);
 
 /// Loads the current theater's picture. RuntimeFailure when it cannot be read; MapPicture is then as it was.
 void LoadMapPicture(Program& program);
 
-/// Reads the heights of the current theater unless that has been done: to be called when the pointer moves over the
-/// map. A file that cannot be read is logged and gives none.
-void ReadElevations(Program& program);
-
-/// What ResetTheaterData brings in, in order.
-std::span<const Step> TheaterDataSteps();
-/// View whole and centred, bullseye and anchor placed, then TheaterDataSteps. Returns what is to be redrawn.
+/// View whole and centred, bullseye and anchor placed, then LoadTheaterData. Returns what is to be redrawn.
 base::Changed ResetTheaterData(Program& program);
-
-/// Picture, data and menus of the current theater. A picture that cannot be read throws RuntimeFailure before anything
-/// has changed.
-base::Changed ReloadTheater(Program& program);
 
 /// Menu entry mnuTheatername: saves everything, then makes theater `index` the current one and shows it. When its
 /// picture cannot be read a box says so and the former theater stays: a session is worth more than a picture.

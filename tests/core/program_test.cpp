@@ -4,8 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "base/files.h"
-#include "core/settings.h"
-#include "core/theater_switch.h"
+#include "core/theater_data.h"
 #include "station_folder.h"
 
 namespace kestrel::core {
@@ -16,9 +15,10 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-std::vector<std::string> Texts(std::span<const Step> steps) {
+template <class Row>
+std::vector<std::string> Texts(std::span<const Row> rows) {
   std::vector<std::string> texts;
-  for (const Step& step : steps) texts.emplace_back(step.What);
+  for (const Row& row : rows) texts.emplace_back(row.What);
   return texts;
 }
 
@@ -56,10 +56,7 @@ TEST_F(Life, TheStepsOfTheStartStandInTheirOrder) {
                           "Place BullsFrm, CursFrm, ViewFrm, ClientsFrm, AreasFrm, RecFrm, MiniMapFrm, FreqFrm",
                           "Copy the view options into ViewFrm", "Clear Loading",
                           "Show FreqFrm, its first tab, its check boxes; hide it again", "ChangeRes 1: the first map"));
-  EXPECT_THAT(Texts(TheaterDataSteps()),
-              ElementsAre("ReloadBulls", "Load the areas", "Load the view shortcuts", "Load the frequencies",
-                          "Load the elevation", "AreasFrm.RefreshList", "FreqFrm.RefreshList",
-                          "FreqFrm.UpdateTreeviewCheckBoxes", "MiniMapFrm.ReloadMiniMap", "ResetResolution"));
+  EXPECT_THAT(Texts(TheaterDataRows()), ElementsAre("areas", "saved views", "frequencies", "elevations"));
   EXPECT_THAT(Texts(FrameLoadSteps()),
               ElementsAre("Icon", "Caption", "Subclass the frame's window", "Start the updater"));
   EXPECT_THAT(Texts(MapLoadSteps()),
@@ -69,9 +66,9 @@ TEST_F(Life, TheStepsOfTheStartStandInTheirOrder) {
 
 TEST_F(Life, TheStepsOfTheClosingStandInTheirOrder) {
   EXPECT_THAT(Texts(StopSteps()),
-              ElementsAre("close the raw capture", "show the saving message", "save the areas", "save the frequencies",
-                          "save the settings", "free the map bitmap", "put the frame's window procedure back",
-                          "remove the keyboard hook", "unload the windows"));
+              ElementsAre("close the raw capture", "show the saving message",
+                          "save the data of the theater and the settings", "free the map bitmap",
+                          "put the frame's window procedure back", "remove the keyboard hook", "unload the windows"));
   EXPECT_THAT(Texts(MapUnloadSteps()), ElementsAre("close the log", "leave the session", "RecordingEnd"));
 }
 

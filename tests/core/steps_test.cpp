@@ -156,7 +156,7 @@ TEST_F(Steps, OfTheClosing) {
                 {
                     {"close the raw capture", [this] { return !around.Raw.IsOpen(); }},
                     {"show the saving message", Called("saving message")},
-                    {"save the settings",
+                    {"save the data of the theater and the settings",
                      [this] { return folder.Read("KESTREL.ini").find("CONNPORT=6100") != std::string::npos; }},
                     {"free the map bitmap", [this] { return station.MapPicture.Empty(); }},
                     {"remove the keyboard hook", [this] { return !around.Keys.Listening(); }},

@@ -5,6 +5,7 @@
 
 #include "base/failure.h"
 #include "core/settings.h"
+#include "core/theater_data.h"
 #include "station_folder.h"
 
 namespace kestrel::core {
@@ -154,7 +155,7 @@ TEST_F(TheaterSwitch, APictureOutsideTheFolderOfTheTheatersIsNotOpened) {
 TEST_F(TheaterSwitch, APictureThatCannotBeReadThrowsBeforeAnythingChanges) {
   folder.Write("Theaters/korea.bmp", "no picture");
   station.View.Resolution = 4;
-  EXPECT_THROW(ReloadTheater(around.All), base::RuntimeFailure);
+  EXPECT_THROW(LoadMapPicture(around.All), base::RuntimeFailure);
   EXPECT_EQ(station.MapPicture.Width, 2);
   EXPECT_EQ(station.View.Resolution, 4);
 }
@@ -234,6 +235,18 @@ TEST_F(TheaterSwitch, ViewsThatCannotBeSavedAreToldAsSuch) {
   ASSERT_THAT(around.Desk.Boxes, SizeIs(1));
   EXPECT_EQ(around.Desk.Boxes[0].Text, "The kept views could not be saved: korea_ViewShort.dat cannot be written.");
   EXPECT_EQ(station.Catalogue.Current().Name, "balkans");
+}
+
+TEST_F(TheaterSwitch, EachKindThatCannotBeSavedIsToldAndStopsNoOther) {
+  std::filesystem::create_directories(folder.Path / "Theaters/korea_ViewShort.dat/in the way");
+  std::filesystem::remove(folder.Path / "Theaters/korea.ini");
+  std::filesystem::create_directories(folder.Path / "Theaters/korea.ini/in the way");
+  station.LinkOptions.CONNPORT = 6200;
+  SwitchTheater(around.All, 2);
+  ASSERT_THAT(around.Desk.Boxes, SizeIs(2));
+  EXPECT_EQ(around.Desk.Boxes[0].Text, "The kept views could not be saved: korea_ViewShort.dat cannot be written.");
+  EXPECT_EQ(around.Desk.Boxes[1].Text, "The settings could not be saved: korea.ini cannot be written.");
+  EXPECT_THAT(folder.Read("KESTREL.ini"), HasSubstr("CONNPORT=6200"));
 }
 
 TEST_F(TheaterSwitch, AnEntryThatIsNotThereChangesNothing) {

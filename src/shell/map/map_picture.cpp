@@ -13,7 +13,7 @@
 #include <cstdlib>
 
 #include "core/execute_shortcut.h"
-#include "core/theater_switch.h"
+#include "core/theater_data.h"
 #include "map/cursor_tools.h"
 #include "map/geometry.h"
 #include "shell/core/guard.h"

@@ -5,6 +5,7 @@
 
 #include "core/settings.h"
 #include "core/shortcuts.h"
+#include "core/theater_data.h"
 #include "map/geometry.h"
 #include "shell/frame/lamp.h"
 #include "shell/map/map_picture.h"
@@ -118,7 +119,7 @@ TEST_F(MapKeys, CtrlAndADigitSavesAViewAndTheDigitAppliesIt) {
     Press(digits[slot], Qt::ControlModifier);
     EXPECT_EQ(Picture().MapDraws(), draws) << "saving draws nothing";
   }
-  core::SaveVars(station);
+  core::SaveAll(station);
   const QByteArray file = Read("Theaters/one_ViewShort.dat");
   EXPECT_FALSE(file.isEmpty());
   for (int slot = 0; slot < 3; ++slot) {
@@ -132,7 +133,7 @@ TEST_F(MapKeys, CtrlAndADigitSavesAViewAndTheDigitAppliesIt) {
   }
   View().ViewCenterX = 77 * 15;
   Press(Qt::Key_1, Qt::ControlModifier);
-  core::SaveVars(station);
+  core::SaveAll(station);
   EXPECT_NE(Read("Theaters/one_ViewShort.dat"), file);
 }
 

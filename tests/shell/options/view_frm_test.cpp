@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "core/theater_data.h"
 #include "link/roster.h"
 #include "map/geometry.h"
 #include "shell/core/colour_button.h"
@@ -351,7 +352,7 @@ TEST_F(ViewWindow, ViewShortcutsAreSavedAndShown) {
     EXPECT_EQ(View().Resolution, std::exp2(slot));
     EXPECT_EQ(Part<QLabel>("lblZoom").text(), ReadOut("lblZoom"));
   }
-  core::SaveVars(station);
+  core::SaveAll(station);
   const QByteArray file = Read("Theaters/one_ViewShort.dat");
   ASSERT_EQ(file.size(), 172);
   double zoom = 0;

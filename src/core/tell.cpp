@@ -1,0 +1,25 @@
+#include "core/tell.h"
+
+namespace kestrel::core {
+
+void Tell(Program& program, const std::string& text, const std::string& title, base::MessageIcon icon) {
+  program.Desk.Message(title, text, icon);
+}
+
+void TellFailure(Program& program, const std::string& what, const std::exception& failure) {
+  program.Log.LogLine(what + failure.what());
+  Tell(program, what + failure.what() + ".");
+}
+
+void TellUnsaved(Program& program, const Unsaved& failure) {
+  program.Log.LogLine(failure.Reason);
+  // The message about saving would lie over the box.
+  program.Shown.ShowSavingMessage(false);
+  Tell(program, "The " + std::string(failure.What) + " could not be saved: " + failure.Reason + ".");
+}
+
+bool IsSure(Program& program, const std::string& text, const std::string& title) {
+  return program.Desk.Ask(title, text, base::MessageIcon::Question, base::MessageButtons::YesNo) == base::Answer::Yes;
+}
+
+}  // namespace kestrel::core

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <exception>
+#include <string>
+#include <string_view>
+
+#include "core/program.h"
+
+// What the person is told and asked, word for word.
+namespace kestrel::core {
+
+/// What could not be saved, as a word for the person ("settings"), and why.
+struct Unsaved {
+  std::string_view What;
+  std::string Reason;
+};
+
+/// A box with OK.
+void Tell(Program& program, const std::string& text, const std::string& title = link::ProgramTitle(),
+          base::MessageIcon icon = base::MessageIcon::Exclamation);
+/// `what` and the reason, in the log and with a full stop in a box.
+void TellFailure(Program& program, const std::string& what, const std::exception& failure);
+/// "The settings could not be saved: ..."; the reason is logged too. The message about saving gives way to the box.
+void TellUnsaved(Program& program, const Unsaved& failure);
+/// Asks with Yes and No. True on Yes alone.
+bool IsSure(Program& program, const std::string& text, const std::string& title = link::ProgramTitle());
+
+}  // namespace kestrel::core

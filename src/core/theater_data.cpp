@@ -1,0 +1,100 @@
+#include "core/theater_data.h"
+
+#include <cstdint>
+#include <exception>
+#include <filesystem>
+#include <string>
+
+#include "base/files.h"
+#include "core/settings.h"
+#include "map/view_short_file.h"
+#include "theaters/catalogue.h"
+
+namespace kestrel::core {
+namespace {
+
+/// A file of the current theater. A "/" in the theater's name makes a folder.
+std::filesystem::path DataPath(const Station& station, std::string_view ending) {
+  return TheaterPath(station, theaters::DataFile(station.Catalogue.Current(), ending));
+}
+
+void LoadViewShorts(Program& program) {
+  Station& station = program.State;
+  station.View.ViewShorts = map::DefaultViewShorts(station.Catalogue.Current().Size);
+  const std::uint32_t start = program.Log.Time().TickCount();
+  const std::filesystem::path path = DataPath(station, "_ViewShort.dat");
+  if (!base::FileExists(path)) return;
+  station.View.ViewShorts =
+      map::ReadViewShorts(base::ReadWholeFile(path, base::MaxTextFileBytes), station.View.ViewShorts);
+  program.Log.LogDuration("Loaded the view shortcuts", start);
+}
+
+void SaveViewShorts(const Station& station) {
+  const std::filesystem::path path = DataPath(station, "_ViewShort.dat");
+  base::MakeFolder(path.parent_path());
+  base::WriteWholeFile(path, map::WriteViewShorts(station.View.ViewShorts));
+}
+
+/// The current theater has these heights from now on; their file is read when the pointer first needs it.
+void LoadElevation(Program& program) {
+  Station& station = program.State;
+  station.Elevations = {};
+  station.Elevations.Load(DataPath(station, "_Elevation.dat"), station.Catalogue.Current().Size);
+}
+
+constexpr TheaterData rows[] = {
+    {"areas"},
+    {"saved views", LoadViewShorts, SaveViewShorts, "kept views"},
+    {"frequencies"},
+    {.What = "elevations", .Load = LoadElevation, .Shows = base::Changed::CursorLine},
+};
+
+void LeaveOut(Program& program, std::string_view what, const std::exception& failure) {
+  program.Log.LogLine("The " + std::string(what) + " are left out: " + failure.what());
+}
+
+}  // namespace
+
+std::span<const TheaterData> TheaterDataRows() { return rows; }
+
+base::Changed LoadTheaterData(Program& program) {
+  base::Changed shows = base::Changed::Nothing;
+  for (const TheaterData& row : rows) {
+    if (row.Load == nullptr) continue;
+    try {
+      row.Load(program);
+    } catch (const base::RuntimeFailure& failure) {
+      LeaveOut(program, row.What, failure);
+    }
+    shows |= row.Shows;
+  }
+  return shows;
+}
+
+void ReadElevations(Program& program) {
+  const std::uint32_t start = program.Log.Time().TickCount();
+  try {
+    if (program.State.Elevations.Read()) program.Log.LogDuration("Loaded the elevations", start);
+  } catch (const base::RuntimeFailure& failure) {
+    LeaveOut(program, "elevations", failure);
+  }
+}
+
+std::vector<Unsaved> SaveAll(const Station& station) {
+  std::vector<Unsaved> failures;
+  const auto attempt = [&](std::string_view what, void (*save)(const Station&)) {
+    try {
+      save(station);
+    } catch (const std::exception& failure) {
+      failures.push_back({what, failure.what()});
+    }
+  };
+  for (const TheaterData& row : rows) {
+    if (row.Save != nullptr && station.Catalogue.CurrentTheater != 0) attempt(row.Kept, row.Save);
+  }
+  if (station.FolderReadOnly) failures.clear();
+  attempt("settings", SaveVars);
+  return failures;
+}
+
+}  // namespace kestrel::core
