@@ -7,6 +7,7 @@
 #include "base/code_page.h"
 #include "base/files.h"
 #include "core/settings.h"
+#include "core/tell.h"
 #include "core/theater_switch.h"
 #include "falcon/campaign_bullseye.h"
 
@@ -16,23 +17,7 @@ namespace {
 /// The name of a file without its folder, as bytes of the code page.
 std::string NameOf(const std::filesystem::path& file) { return base::FromUnicode(file.filename().u16string()); }
 
-void TellError(Program& program, const std::string& text) {
-  program.Desk.Message("Error", text, base::MessageIcon::Exclamation);
-}
-
-/// A failure in words for the person, and in the log.
-void TellFailure(Program& program, const std::string& what, const std::exception& failure) {
-  program.Log.LogLine(what + failure.what());
-  program.Desk.Message(link::ProgramTitle(), what + failure.what() + ".", base::MessageIcon::Exclamation);
-}
-
 std::string Quoted(std::string_view name) { return "\"" + std::string(name) + "\""; }
-
-/// What is asked here cannot be undone, so that Enter is No.
-bool IsSure(Program& program, const std::string& title, const std::string& text) {
-  return program.Desk.Ask(title, text, base::MessageIcon::Question, base::MessageButtons::YesNo, base::Answer::No) ==
-         base::Answer::Yes;
-}
 
 /// Stores the held picture as `theater`'s.
 void SaveHeldPicture(const Station& station, theaters::Theater& theater, const base::Picture& held) {
@@ -70,7 +55,7 @@ std::optional<base::Picture> PictureOrBox(Program& program, Load load) {
     return load();
   } catch (const std::exception& failure) {
     program.Log.LogLine(failure.what());
-    program.Desk.Message(link::ProgramTitle(), "Error loading image file.", base::MessageIcon::Exclamation);
+    Tell(program, "Error loading image file.");
     return std::nullopt;
   }
 }
@@ -79,7 +64,7 @@ std::optional<base::Picture> PictureOrBox(Program& program, Load load) {
 
 bool StoreTheater(Program& program, const TheaterEdit& edit) {
   if (const std::optional<std::string> objection = Objection(edit)) {
-    TellError(program, *objection);
+    Tell(program, *objection, "Error");
     return false;
   }
   theaters::Catalogue& catalogue = program.State.Catalogue;
@@ -101,13 +86,11 @@ bool DeleteTheater(Program& program, std::size_t row) {
   const std::string title = "Theater delete...";
   theaters::Catalogue& catalogue = program.State.Catalogue;
   if (row == static_cast<std::size_t>(catalogue.CurrentTheater)) {
-    program.Desk.Message(title,
-                         "The Theater you selected is the currently active Theater. This Theater can't be deleted.",
-                         base::MessageIcon::Exclamation);
+    Tell(program, "The Theater you selected is the currently active Theater. This Theater can't be deleted.", title);
     return false;
   }
   const std::string name = catalogue.Theaters[row].DisplayName;
-  if (!IsSure(program, title, "Are you sure you want to delete the " + name + " Theater?")) return false;
+  if (!IsSure(program, "Are you sure you want to delete the " + name + " Theater?", title)) return false;
   for (const std::string& file : theaters::RemoveTheater(catalogue, row, TheatersFolder(program.State))) {
     program.Log.LogLine("The file " + file + " of the deleted theater " + name + " could not be deleted");
   }
@@ -141,7 +124,7 @@ std::optional<theaters::Corner> OpenMapFile(Program& program, const std::filesys
 bool StoreBullseye(Program& program, std::size_t row, const theaters::Bullseye& bullseye,
                    const std::optional<theaters::Bullseye>& shown) {
   if (const std::optional<std::string> objection = theaters::Objection(bullseye, shown)) {
-    TellError(program, *objection);
+    Tell(program, *objection, "Error");
     return false;
   }
   theaters::Theater& theater = program.State.Catalogue.Current();
@@ -163,13 +146,11 @@ bool DeleteBullseye(Program& program, std::size_t row) {
   const std::string title = "Bullseye delete...";
   theaters::Theater& theater = program.State.Catalogue.Current();
   if (row == static_cast<std::size_t>(theater.CurrentBull)) {
-    program.Desk.Message(title,
-                         "The Bullseye you selected is the currently active Bullseye. This Bullseye can't be deleted.",
-                         base::MessageIcon::Exclamation);
+    Tell(program, "The Bullseye you selected is the currently active Bullseye. This Bullseye can't be deleted.", title);
     return false;
   }
   const std::string name = theater.Bulls[row].Name;
-  if (!IsSure(program, title, "Are you sure you want to delete the " + name + " Bullseye?")) return false;
+  if (!IsSure(program, "Are you sure you want to delete the " + name + " Bullseye?", title)) return false;
   theaters::RemoveBullseye(theater, row);
   program.Shown.Refresh(base::Changed::NameMenus);
   return true;

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "base/files.h"
+#include "core/tell.h"
 
 namespace kestrel::core {
 namespace {
@@ -20,8 +21,7 @@ void Make(Program& program, void (*make)(Program&), std::string_view refused) {
   try {
     make(program);
   } catch (const base::RuntimeFailure& failure) {
-    program.Desk.Message(link::ProgramTitle(), std::string(refused) + failure.what() + ".",
-                         base::MessageIcon::Exclamation);
+    Tell(program, std::string(refused) + failure.what() + ".");
   }
 }
 

@@ -7,6 +7,7 @@
 #include "base/failure.h"
 #include "base/files.h"
 #include "core/default_files.h"
+#include "core/tell.h"
 
 namespace kestrel::core {
 namespace fs = std::filesystem;
@@ -64,7 +65,7 @@ Outcome TakeOwnFolder(Program& program) {
   try {
     Bring(station, station.OwnFolder);
   } catch (const base::RuntimeFailure& failure) {
-    program.Desk.Message(link::ProgramTitle(), std::string(failure.what()) + ".", base::MessageIcon::Exclamation);
+    Tell(program, std::string(failure.what()) + ".");
     return Outcome::NotOffered;
   }
   station.AppPath = station.OwnFolder;
@@ -84,10 +85,8 @@ void ChooseFolder(Program& program) {
   const Outcome outcome = TakeOwnFolder(program);
   if (outcome == Outcome::Taken) station.FolderReadOnly = !CanWrite(station.AppPath);
   if (station.FolderReadOnly && outcome != Outcome::Refused) {
-    program.Desk.Message(link::ProgramTitle(),
-                         "The folder cannot be written:\n" + base::PathForMessage(station.AppPath) +
-                             "\n\nThe station runs on, but settings, logs and tapes will not be kept.",
-                         base::MessageIcon::Exclamation);
+    Tell(program, "The folder cannot be written:\n" + base::PathForMessage(station.AppPath) +
+                      "\n\nThe station runs on, but settings, logs and tapes will not be kept.");
   }
   // What could be brought nowhere is read where it lies.
   const fs::path defaults = DefaultsFolder(station.ProgramPath);

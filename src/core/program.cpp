@@ -4,14 +4,15 @@
 #include <string>
 
 #include "base/numbers.h"
+#include "core/tell.h"
 #include "version.h"
 
 namespace kestrel::core {
 namespace {
 
-void EndStart(Program& program, std::string_view title, const std::string& text) {
+void EndStart(Program& program, const std::string& title, const std::string& text) {
   program.State.Loading = false;
-  program.Desk.Message(title, text, base::MessageIcon::Critical);
+  Tell(program, text, title, base::MessageIcon::Critical);
 }
 
 std::string NoTheatersTitle() {

@@ -10,6 +10,7 @@
 #include "core/program.h"
 #include "core/settings.h"
 #include "core/side_files.h"
+#include "core/tell.h"
 #include "core/theater_switch.h"
 #include "core/view_options.h"
 #include "map/geometry.h"
@@ -38,7 +39,7 @@ std::string GoneText(const std::vector<std::string>& files) {
 void LoadSettings(Program& program) {
   const std::vector<std::string> gone = LoadSavedVars(program.State);
   if (program.State.Catalogue.Theaters.Empty()) throw NoTheaters();
-  if (!gone.empty()) program.Desk.Message(link::ProgramTitle(), GoneText(gone), base::MessageIcon::Exclamation);
+  if (!gone.empty()) Tell(program, GoneText(gone));
 }
 
 void ShowMap(Program& program) {

@@ -4,6 +4,7 @@
 
 #include "base/files.h"
 #include "base/numbers.h"
+#include "core/tell.h"
 #include "core/theater_switch.h"
 #include "theaters/catalogue.h"
 
@@ -12,7 +13,7 @@ namespace {
 
 using base::Changed;
 
-constexpr std::string_view RecordingTitle = "Recording";
+constexpr const char* RecordingTitle = "Recording";
 /// With fewer minutes than this until the disk is full the person is told, once.
 constexpr double FewMinutes = 10;
 /// With more than this he may be told again. Far from the other, since the rate of the tape is never quite the same.
@@ -113,8 +114,7 @@ void RecordingStart(Program& program) {
     station.Tapes.FreeBytes = station.Tapes.FreeSpace(station.Tapes.Recorder.Path().parent_path());
   } catch (const base::RuntimeFailure& failure) {
     program.Log.LogLine(failure.what());
-    program.Desk.Message(RecordingTitle, std::string("The tape could not be made: ") + failure.what() + ".",
-                         base::MessageIcon::Exclamation);
+    Tell(program, std::string("The tape could not be made: ") + failure.what() + ".", RecordingTitle);
   }
   program.Shown.Refresh(Changed::Tape);
 }
@@ -129,7 +129,7 @@ void RecordingEnd(Program& program) {
 void UnloadTapes(Program& program) {
   program.State.Tapes.Player.Unload();
   const std::optional<std::string> trouble = EndTape(program.State);
-  if (trouble) program.Desk.Message(RecordingTitle, *trouble, base::MessageIcon::Exclamation);
+  if (trouble) Tell(program, *trouble, RecordingTitle);
 }
 
 void ComputeRecData(Program& program) {

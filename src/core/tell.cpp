@@ -19,7 +19,8 @@ void TellUnsaved(Program& program, const Unsaved& failure) {
 }
 
 bool IsSure(Program& program, const std::string& text, const std::string& title) {
-  return program.Desk.Ask(title, text, base::MessageIcon::Question, base::MessageButtons::YesNo) == base::Answer::Yes;
+  return program.Desk.Ask(title, text, base::MessageIcon::Question, base::MessageButtons::YesNo, base::Answer::No) ==
+         base::Answer::Yes;
 }
 
 }  // namespace kestrel::core

@@ -22,7 +22,7 @@ void Tell(Program& program, const std::string& text, const std::string& title = 
 void TellFailure(Program& program, const std::string& what, const std::exception& failure);
 /// "The settings could not be saved: ..."; the reason is logged too. The message about saving gives way to the box.
 void TellUnsaved(Program& program, const Unsaved& failure);
-/// Asks with Yes and No. True on Yes alone.
+/// Asks with Yes and No about what cannot be undone: Enter is No. True on Yes alone.
 bool IsSure(Program& program, const std::string& text, const std::string& title = link::ProgramTitle());
 
 }  // namespace kestrel::core

@@ -11,6 +11,7 @@
 #include "base/failure.h"
 #include "core/auto_update.h"
 #include "core/tapes.h"
+#include "core/tell.h"
 #include "core/theater_switch.h"
 #include "map/cursor_tools.h"
 #include "map/geometry.h"
@@ -239,9 +240,7 @@ void MDIForm1::ToggleAutoUpdate() {
   try {
     core::SetAutoUpdate(station.State, !station.State.AutoUpdate);
   } catch (const base::RuntimeFailure& failure) {
-    station.Log.LogLine(failure.what());
-    station.Desk.Message(link::ProgramTitle(), std::string("The setting could not be saved: ") + failure.what() + ".",
-                         base::MessageIcon::Exclamation);
+    core::TellUnsaved(station, {"setting", failure.what()});
   }
   ShowAutoUpdate();
 }
