@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "core/settings.h"
+#include "core/theater_data.h"
 
 namespace {
 
@@ -58,7 +59,7 @@ Cost Measure(const fs::path& folder, int theaters, int lines, int rounds) {
     core::Station station;
     station.AppPath = folder;
     loads.push_back(Milliseconds([&] { core::LoadSavedVars(station); }));
-    saves.push_back(Milliseconds([&] { core::SaveVars(station); }));
+    saves.push_back(Milliseconds([&] { core::SaveAll(station); }));
   }
   fs::remove_all(folder);
   return {Median(loads), Median(saves)};

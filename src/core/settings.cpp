@@ -13,7 +13,6 @@
 #include "base/profile_file.h"
 #include "theaters/catalogue.h"
 #include "theaters/theater_file.h"
-#include "version.h"
 
 namespace kestrel::core {
 namespace {
@@ -227,9 +226,7 @@ std::filesystem::path TheaterPath(const Station& station, std::string_view name)
 }
 
 std::string Banner(std::string_view kind) {
-  const auto number = [](int part) { return base::FormatInvariant(part, "0"); };
-  return "\"KESTREL v" + number(VersionMajor) + "." + number(VersionMinor) + "." + number(VersionRevision) + " " +
-         std::string(kind) + " INI File\"";
+  return '"' + link::ProgramTitle() + ' ' + std::string(kind) + " INI File\"";
 }
 
 std::vector<std::string> LoadSavedVars(Station& station) {

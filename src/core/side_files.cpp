@@ -10,11 +10,10 @@
 namespace kestrel::core {
 namespace {
 
-std::filesystem::path Beside(const Station& station, std::string_view name) {
-  return base::FindFile(station.AppPath, name);
-}
+std::filesystem::path CommonFile(const Station& station) { return base::FindFile(station.AppPath, "common.ini"); }
 
-/// The lines of a text with either line end; a line end at the very end begins no further line. Views into `text`.
+}  // namespace
+
 std::vector<std::string_view> Lines(std::string_view text) {
   std::vector<std::string_view> lines;
   while (!text.empty()) {
@@ -26,8 +25,6 @@ std::vector<std::string_view> Lines(std::string_view text) {
   }
   return lines;
 }
-
-}  // namespace
 
 void LoadUpdateText(Station& station) {
   const std::string text =
@@ -42,17 +39,15 @@ void LoadUpdateText(Station& station) {
 }
 
 void LoadAutoUpdate(Station& station) {
-  const base::ProfileFile common = base::ProfileFile::Load(Beside(station, "common.ini"));
+  const base::ProfileFile common = base::ProfileFile::Load(CommonFile(station));
   station.AutoUpdate = common.ReadIniValue("GENERAL", "AUTOUPDATE", "1") == "1";
 }
 
-void LoadFriendsDef(Station& station) {
-  base::Table<std::string>& names = station.LinkOptions.FriendNames;
-  names.Clear();
-  const std::filesystem::path path = Beside(station, "FriendlyNames.ini");
-  if (!base::FileExists(path)) return;
-  const std::string text = base::ReadWholeFile(path, base::MaxTextFileBytes);
-  for (const std::string_view line : Lines(text)) names.Append(std::string(line));
+void SetAutoUpdate(Station& station, bool on) {
+  base::ProfileFile common = base::ProfileFile::Load(CommonFile(station));
+  common.WriteIniValue("GENERAL", "AUTOUPDATE", on ? "1" : "0");
+  common.Save(CommonFile(station));
+  station.AutoUpdate = on;
 }
 
 std::string AppPathText(std::string_view folder, char separator) {

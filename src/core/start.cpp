@@ -6,13 +6,13 @@
 #include "base/files.h"
 #include "core/debug_files.h"
 #include "core/execute_shortcut.h"
+#include "core/friends.h"
 #include "core/own_folder.h"
 #include "core/program.h"
 #include "core/settings.h"
 #include "core/side_files.h"
 #include "core/tell.h"
 #include "core/theater_switch.h"
-#include "core/view_options.h"
 #include "map/geometry.h"
 
 // The lists of the start: Main, the frame, the map window.

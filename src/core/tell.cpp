@@ -1,5 +1,7 @@
 #include "core/tell.h"
 
+#include "base/files.h"
+
 namespace kestrel::core {
 
 void Tell(Program& program, const std::string& text, const std::string& title, base::MessageIcon icon) {
@@ -21,6 +23,13 @@ void TellUnsaved(Program& program, const Unsaved& failure) {
 bool IsSure(Program& program, const std::string& text, const std::string& title) {
   return program.Desk.Ask(title, text, base::MessageIcon::Question, base::MessageButtons::YesNo, base::Answer::No) ==
          base::Answer::Yes;
+}
+
+std::optional<std::filesystem::path> ChooseFile(Program& program, std::string_view title, std::string_view filter,
+                                                std::string_view defaultName) {
+  const std::optional<std::string> file = program.Desk.OpenFile(title, filter, {}, defaultName);
+  if (!file) return std::nullopt;
+  return base::PathOfText(*file);
 }
 
 }  // namespace kestrel::core

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <exception>
+#include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -24,5 +26,8 @@ void TellFailure(Program& program, const std::string& what, const std::exception
 void TellUnsaved(Program& program, const Unsaved& failure);
 /// Asks with Yes and No about what cannot be undone: Enter is No. True on Yes alone.
 bool IsSure(Program& program, const std::string& text, const std::string& title = link::ProgramTitle());
+/// Asks for a file that exists, as Desktop::OpenFile does. Nothing when the person cancels.
+std::optional<std::filesystem::path> ChooseFile(Program& program, std::string_view title, std::string_view filter,
+                                                std::string_view defaultName = {});
 
 }  // namespace kestrel::core

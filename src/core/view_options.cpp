@@ -5,6 +5,7 @@
 
 #include "base/numbers.h"
 #include "core/debug_files.h"
+#include "core/friends.h"
 #include "link/roster.h"
 
 namespace kestrel::core {
@@ -133,11 +134,6 @@ TypedNumber ReadTyped(const OptionRow& row, std::string text) {
 }
 
 std::string TypedText(double value) { return base::FormatInvariant(value, "0.00"); }
-
-void TakeFriends(Program& program) {
-  Station& station = program.State;
-  if (station.LinkOptions.AUTOFRIENDS) station.Plots.FriendlyList = station.LinkOptions.FriendNames;
-}
 
 std::span<const std::int16_t> MiniMapScales() { return scales; }
 std::span<const std::int32_t> TacanIcons() { return icons; }

@@ -56,9 +56,6 @@ TypedNumber ReadTyped(const OptionRow& row, std::string text);
 /// How a numeric field shows a value.
 std::string TypedText(double value);
 
-/// AUTOFRIENDS is on: the friendly list is the one of "FriendlyNames.ini". Off: it stays as it is.
-void TakeFriends(Program& program);
-
 /// The scales that Combo1 offers, ascending.
 std::span<const std::int16_t> MiniMapScales();
 /// The icon numbers that cmbSelectIcon offers, ascending: those that have a shape.

@@ -5,7 +5,7 @@
 
 #include "base/failure.h"
 #include "base/files.h"
-#include "core/auto_update.h"
+#include "core/friends.h"
 #include "station_folder.h"
 
 namespace kestrel::core {

@@ -9,7 +9,7 @@
 #include <QStyle>
 
 #include "base/failure.h"
-#include "core/auto_update.h"
+#include "core/side_files.h"
 #include "core/tapes.h"
 #include "core/tell.h"
 #include "core/theater_switch.h"

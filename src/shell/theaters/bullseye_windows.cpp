@@ -3,8 +3,8 @@
 #include <QAction>
 #include <QMenuBar>
 
-#include "base/files.h"
 #include "core/catalogue_edits.h"
+#include "core/tell.h"
 #include "shell/core/dialogs.h"
 #include "shell/core/guard.h"
 #include "shell/frame/frame.h"
@@ -24,8 +24,8 @@ void BullseyeWindows::ShowList() {
 void BullseyeWindows::CreateAtPointer() { ShowDetails(0, BullsDetailsFrm::Start::Pointer); }
 
 void BullseyeWindows::GetFromCampaignFile() {
-  const auto file = station.Desk.OpenFile("Open Campaign File", "Falcon tac/cam/trn files|*.tac;*.cam;*.trn", {}, {});
-  if (file) core::AddCampaignBullseye(station, base::PathOfText(*file));
+  const auto file = core::ChooseFile(station, "Open Campaign File", "Falcon tac/cam/trn files|*.tac;*.cam;*.trn");
+  if (file) core::AddCampaignBullseye(station, *file);
 }
 
 void BullseyeWindows::ShowDetails(std::size_t index, BullsDetailsFrm::Start start) {

@@ -5,9 +5,9 @@
 #include <QPixmap>
 #include <utility>
 
-#include "base/files.h"
 #include "base/numbers.h"
 #include "core/catalogue_edits.h"
+#include "core/tell.h"
 #include "shell/core/character_filter.h"
 #include "shell/core/guard.h"
 #include "shell/core/plain_text.h"
@@ -103,19 +103,19 @@ void TheateDetailsFrm::ShowPicture(const base::Picture& picture) {
 }
 
 void TheateDetailsFrm::ChangePicture() {
-  const auto file = station.Desk.OpenFile("Open Map Image", "Images |*.bmp;*.jpg;*.gif;*.png;*.dds", {}, {});
+  const auto file = core::ChooseFile(station, "Open Map Image", "Images |*.bmp;*.jpg;*.gif;*.png;*.dds");
   if (!file) return;
   const WaitCursor wait;
-  const auto picture = core::OpenMapImage(station, base::PathOfText(*file));
+  const auto picture = core::OpenMapImage(station, *file);
   if (!picture) return;
   held = *picture;
   ShowPicture(held);
 }
 
 void TheateDetailsFrm::GetCoords() {
-  const auto file = station.Desk.OpenFile("Open Map File", "Theater.map file |*.map", {}, "theater.map");
+  const auto file = core::ChooseFile(station, "Open Map File", "Theater.map file |*.map", "theater.map");
   if (!file) return;
-  const auto corner = core::OpenMapFile(station, base::PathOfText(*file));
+  const auto corner = core::OpenMapFile(station, *file);
   if (!corner) return;
   form->txtLat->setText(Text(corner->Lat, CornerPattern));
   form->txtLong->setText(Text(corner->Long, CornerPattern));
