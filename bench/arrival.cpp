@@ -89,10 +89,11 @@ struct World {
   link::Session Session{Socket, Desktop, Host, Log, Raw, State, Tables, Options};
 };
 
-std::string Number(double value, int width, int decimals) {
+/// A number as the wire has it: `pad` in front, blanks as the protocol tells it; zeros do as well.
+std::string Number(double value, std::size_t width, int decimals, char pad) {
   char text[32];
-  std::snprintf(text, sizeof text, "%0*.*f", width, decimals, value);
-  return text;
+  const int length = std::snprintf(text, sizeof text, "%.*f", decimals, value);
+  return std::string(width - std::min(width, static_cast<std::size_t>(length)), pad) + text;
 }
 
 std::string Joining(int players) {
@@ -104,7 +105,7 @@ std::string Joining(int players) {
   return text;
 }
 
-std::string Positions(int players, std::mt19937& random) {
+std::string Positions(int players, std::mt19937& random, char pad) {
   std::uniform_real_distribution<double> feet(0, 3'000'000);
   std::vector<int> ids;
   for (int id = 1; id <= players; ++id) ids.push_back(id);
@@ -112,7 +113,7 @@ std::string Positions(int players, std::mt19937& random) {
   std::string text;
   for (const int id : ids) {
     text += "INDATA" + std::to_string(id) + "\x1e";
-    text += Number(feet(random), 12, 3) + Number(feet(random), 12, 3) + Number(feet(random) / 60, 12, 3);
+    text += Number(feet(random), 12, 3, pad) + Number(feet(random), 12, 3, pad) + Number(feet(random) / 60, 12, 3, pad);
     text += '\0';
   }
   return text;
@@ -134,11 +135,12 @@ std::vector<std::string> AINames(std::mt19937& random) {
   return names;
 }
 
-std::string Snapshot(const std::vector<std::string>& names, std::mt19937& random) {
+std::string Snapshot(const std::vector<std::string>& names, std::mt19937& random, char pad) {
   std::uniform_int_distribution<int> bearing(0, 359), range(0, 400), altitude(0, 45);
   std::string text = "AILOCA";
   for (const std::string& name : names) {
-    text += name + Number(bearing(random), 3, 0) + Number(range(random), 3, 0) + Number(altitude(random), 2, 0);
+    text += name + Number(bearing(random), 3, 0, pad) + Number(range(random), 3, 0, pad) +
+            Number(altitude(random), 2, 0, pad);
   }
   text += '\0';
   return text;
@@ -149,11 +151,12 @@ double sink = 0;
 template <class T>
 void Convert(std::string_view text) {
   T value = 0;
+  while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
   std::from_chars(text.data(), text.data() + text.size(), value);
   sink += static_cast<double>(value);
 }
 
-/// The bare loop: cut at NUL, convert the same numbers.
+/// The bare loop: cut at NUL, convert the same numbers behind their blanks.
 void Bare(std::string_view bytes) {
   while (!bytes.empty()) {
     const std::size_t end = bytes.find('\0');
@@ -185,7 +188,7 @@ double Median(std::vector<double> values) {
   return values[values.size() / 2];
 }
 
-void OneCycle() {
+void OneCycle(char pad, const char* padding) {
   std::mt19937 random(1);
   World world;
   for (int i = 1; i <= 64; ++i) world.Tables.FriendlyList.Append("Viper" + std::to_string(i));
@@ -193,7 +196,7 @@ void OneCycle() {
   const std::vector<std::string> names = AINames(random);
   std::vector<std::string> cycles;
   for (int i = 0; i < Cycles; ++i) {
-    std::string cycle = Positions(Players, random) + Snapshot(names, random) + "SYNCRO";
+    std::string cycle = Positions(Players, random, pad) + Snapshot(names, random, pad) + "SYNCRO";
     cycle += '\0';
     cycles.push_back(std::move(cycle));
   }
@@ -203,7 +206,8 @@ void OneCycle() {
     bare.push_back(Microseconds([&] { Bare(cycle); }));
     whole.push_back(Microseconds([&] { world.Socket.Arrive(cycle); }));
   }
-  std::printf("one cycle, %d players and %d AI aircraft (medians of %d):\n", Players, AIAircraft, Rounds);
+  std::printf("one cycle, %d players and %d AI aircraft, numbers padded with %s (medians of %d):\n", Players,
+              AIAircraft, padding, Rounds);
   std::printf("  bare loop %8.1f us\n  session   %8.1f us\n  ratio     %8.2f   (goal: at most 3)\n", Median(bare),
               Median(whole), Median(whole) / Median(bare));
 }
@@ -218,7 +222,7 @@ double MessageCost(int players, int history) {
     for (int i = 0; i < history; ++i) client.History.Append({1.0 * i, 2.0 * i});
   }
   std::vector<std::string> cycles;
-  for (int i = 0; i < 4; ++i) cycles.push_back(Positions(players, random));
+  for (int i = 0; i < 4; ++i) cycles.push_back(Positions(players, random, ' '));
   const int repeats = std::max(1, 20000 / players);
   std::vector<double> costs;
   for (int round = 0; round < 20; ++round) {
@@ -285,7 +289,8 @@ void Leaving() {
 }  // namespace
 
 int main() {
-  OneCycle();
+  OneCycle(' ', "blanks");
+  OneCycle('0', "zeros");
   const double few = MessageCost(100, 10);
   std::printf("one INDATA beside 100 clients %.0f ns; against it:\n", few);
   std::printf("  1,000 clients             ratio %.2f\n", MessageCost(1000, 10) / few);
