@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <span>
 #include <utility>
@@ -32,6 +33,17 @@ class Table {
 
   /// Takes out the element at `index` (1..UpperBound()); the order of the rest is kept.
   void Remove(std::size_t index) { slots.erase(slots.begin() + static_cast<std::ptrdiff_t>(index)); }
+
+  /// Takes the element at `from` and puts it in so that it stands at `to` (both 1..UpperBound()); those between them
+  /// shift by one, and the order of the rest is kept.
+  void Move(std::size_t from, std::size_t to) {
+    const auto at = [this](std::size_t index) { return slots.begin() + static_cast<std::ptrdiff_t>(index); };
+    if (from < to) {
+      std::rotate(at(from), at(from + 1), at(to + 1));
+    } else {
+      std::rotate(at(to), at(from), at(from + 1));
+    }
+  }
 
   /// Empties the table; the dummy becomes new as well. The memory is kept for the next filling.
   void Clear() {
