@@ -17,51 +17,17 @@ namespace {
 constexpr std::array<double, 23> ExactPowers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
                                                 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
+/// So many digits are held exactly by a double.
+constexpr std::ptrdiff_t ExactDigits = 15;
+
 constexpr bool IsDigit(char letter) { return letter >= '0' && letter <= '9'; }
 constexpr bool IsSpace(char letter) { return letter == ' ' || letter == '\t' || letter == '\r' || letter == '\n'; }
 
-/// What the grammar of a number found in a text.
-struct Scan {
-  std::size_t Begin = 0;                       ///< first digit or point, behind the sign
-  std::size_t End = 0;                         ///< behind the last character that belongs to the number
-  std::size_t Point = std::string_view::npos;  ///< where its decimal sign stands
-  bool Negative = false;
-  bool HasExponent = false;
-  std::size_t Digits = 0;      ///< digits before the exponent
-  int Significant = 0;         ///< those from the first one that is not 0
-  std::uint64_t Mantissa = 0;  ///< the first 18 of them as a number
+/// The number at the head of a text.
+struct Head {
+  double Value = 0;
+  const char* End = nullptr;  ///< behind the last character that belongs to it; null when there is none
 };
-
-void ScanDigits(std::string_view text, std::size_t& at, Scan& scan) {
-  for (; at < text.size() && IsDigit(text[at]); ++at) {
-    ++scan.Digits;
-    if (scan.Significant == 0 && text[at] == '0') continue;
-    if (scan.Significant < 18) scan.Mantissa = scan.Mantissa * 10 + static_cast<std::uint64_t>(text[at] - '0');
-    scan.Significant = std::min(scan.Significant + 1, 19);
-  }
-}
-
-Scan ScanNumber(std::string_view text, bool commaIsPoint) {
-  Scan scan;
-  std::size_t at = 0;
-  while (at < text.size() && IsSpace(text[at])) ++at;
-  if (at < text.size() && (text[at] == '+' || text[at] == '-')) scan.Negative = text[at++] == '-';
-  scan.Begin = at;
-  ScanDigits(text, at, scan);
-  if (at < text.size() && (text[at] == '.' || (commaIsPoint && text[at] == ','))) {
-    scan.Point = at++;
-    ScanDigits(text, at, scan);
-  }
-  scan.End = at;
-  if (scan.Digits == 0 || at == text.size() || (text[at] != 'e' && text[at] != 'E')) return scan;
-  ++at;
-  if (at < text.size() && (text[at] == '+' || text[at] == '-')) ++at;
-  if (at == text.size() || !IsDigit(text[at])) return scan;
-  while (at < text.size() && IsDigit(text[at])) ++at;
-  scan.HasExponent = true;
-  scan.End = at;
-  return scan;
-}
 
 /// True when a number that no double holds is too large rather than too small. `number` has no sign.
 bool IsTooLarge(std::string_view number) {
@@ -81,32 +47,77 @@ bool IsTooLarge(std::string_view number) {
   return exponent > 0;
 }
 
-/// The general road for long numbers and exponents.
-double SlowNumber(std::string_view number) {
+/// The general road, for long numbers and exponents: `text` begins with a digit, or a decimal sign and a digit, and
+/// `point` is its decimal sign, if any.
+Head ReadLong(std::string_view text, const char* point) {
+  std::string pointed;
+  std::string_view number = text;
+  if (point != nullptr && *point == ',') {
+    pointed = text;
+    pointed[static_cast<std::size_t>(point - text.data())] = '.';
+    number = pointed;
+  }
   double value = 0;
   const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
-  if (error != std::errc::result_out_of_range) return value;
-  return IsTooLarge(number) ? std::numeric_limits<double>::infinity() : 0.0;
+  const auto length = static_cast<std::size_t>(end - number.data());
+  if (error == std::errc::result_out_of_range) {
+    value = IsTooLarge(number.substr(0, length)) ? std::numeric_limits<double>::infinity() : 0.0;
+  }
+  return {value, text.data() + length};
 }
 
-double ValueOf(std::string_view text, const Scan& scan) {
-  if (scan.Mantissa == 0) return scan.Negative ? -0.0 : 0.0;
-  const std::size_t decimals = scan.Point == std::string_view::npos ? 0 : scan.End - scan.Point - 1;
-  double value = 0;
-  if (!scan.HasExponent && scan.Significant <= 15 && decimals < ExactPowers.size()) {
-    // Both numbers are exact, so the one division gives the nearest double.
-    value = static_cast<double>(scan.Mantissa) / ExactPowers[decimals];
-  } else {
-    const std::string_view number = text.substr(scan.Begin, scan.End - scan.Begin);
-    if (scan.Point != std::string_view::npos && text[scan.Point] == ',') {
-      std::string pointed(number);
-      pointed[scan.Point - scan.Begin] = '.';
-      value = SlowNumber(pointed);
+/// The number that `text` begins with, blanks already skipped.
+inline Head ReadHead(std::string_view text, bool commaIsPoint) {
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  const bool negative = at != end && *at == '-';
+  if (at != end && (*at == '-' || *at == '+')) ++at;
+  const char* const begin = at;
+  const char* point = nullptr;
+  std::uint64_t digits = 0;
+  for (; at != end; ++at) {
+    if (IsDigit(*at)) {
+      digits = digits * 10 + static_cast<std::uint64_t>(*at - '0');
+    } else if (point == nullptr && (*at == '.' || (commaIsPoint && *at == ','))) {
+      point = at;
     } else {
-      value = SlowNumber(number);
+      break;
     }
   }
-  return scan.Negative ? -value : value;
+  const std::ptrdiff_t count = at - begin - (point == nullptr ? 0 : 1);
+  Head head;
+  if (count <= ExactDigits && (at == end || (*at != 'e' && *at != 'E'))) {
+    head.Value = static_cast<double>(static_cast<std::int64_t>(digits));
+    // Both numbers are exact, so the one division gives the nearest double.
+    if (point != nullptr) head.Value /= ExactPowers[static_cast<std::size_t>(at - point - 1)];
+    if (count > 0) head.End = at;
+  } else if (count > 0) {
+    head = ReadLong({begin, static_cast<std::size_t>(end - begin)}, point);
+  }
+  if (negative) head.Value = -head.Value;
+  return head;
+}
+
+/// The number at the head of `text`, blanks skipped.
+double ReadLeading(std::string_view text, bool commaIsPoint) {
+  while (!text.empty() && IsSpace(text.front())) text.remove_prefix(1);
+  return ReadHead(text, commaIsPoint).Value;
+}
+
+/// The number that all of `text` is, blanks at its ends aside; not finite when it is none.
+double ReadWhole(std::string_view text) {
+  while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
+  // A few digits and nothing else is what most fields are.
+  std::int32_t plain = 0;
+  std::size_t digits = 0;
+  while (digits < text.size() && digits < 9 && IsDigit(text[digits])) plain = plain * 10 + (text[digits++] - '0');
+  if (digits > 0 && digits == text.size()) return plain;
+  const Head head = ReadHead(text, true);
+  const auto isBlank = [](char letter) { return letter == ' '; };
+  if (head.End == nullptr || !std::all_of(head.End, text.data() + text.size(), isBlank)) {
+    return std::numeric_limits<double>::quiet_NaN();
+  }
+  return head.Value;
 }
 
 /// A picture taken apart.
@@ -182,22 +193,24 @@ std::string RoundedDigits(double value, std::size_t decimals) {
 
 }  // namespace
 
-double LeadingNumber(std::string_view text) { return ValueOf(text, ScanNumber(text, false)); }
+double LeadingNumber(std::string_view text) { return ReadLeading(text, false); }
 
 double ParseInvariantNumber(std::string& text) {
   std::replace(text.begin(), text.end(), ',', '.');
   return LeadingNumber(text);
 }
 
-double InvariantNumber(std::string_view text) { return ValueOf(text, ScanNumber(text, true)); }
+double InvariantNumber(std::string_view text) { return ReadLeading(text, true); }
 
 std::optional<double> WholeNumber(std::string_view text) {
-  text = Trim(text);
-  const Scan scan = ScanNumber(text, true);
-  if (scan.Digits == 0 || scan.End != text.size() || IsSpace(text.front())) return std::nullopt;
-  const double value = ValueOf(text, scan);
+  const double value = ReadWhole(text);
   if (!std::isfinite(value)) return std::nullopt;
   return value;
+}
+
+double WholeNumberOrZero(std::string_view text) {
+  const double value = ReadWhole(text);
+  return std::isfinite(value) ? value : 0;
 }
 
 std::int16_t Int16FromText(std::string_view text) {

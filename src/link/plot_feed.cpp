@@ -14,7 +14,7 @@
 #include "link/fields.h"
 #include "link/friendly_index.h"
 #include "link/name_order.h"
-#include "link/quick_numbers.h"
+#include "link/position_text.h"
 
 namespace kestrel::link {
 namespace {
@@ -31,7 +31,7 @@ std::string_view Piece(std::string_view text, std::size_t from, std::size_t coun
 }
 
 double PositionNumber(std::string_view Position, std::size_t index) {
-  return FeedNumber(Piece(Position, index * PositionFieldLength, PositionFieldLength));
+  return base::InvariantNumber(Piece(Position, index * PositionFieldLength, PositionFieldLength));
 }
 
 double Finite(double value) {
@@ -50,7 +50,7 @@ std::int16_t AIAltitude(std::string_view thousands) {
   char hundreds[3];
   const std::size_t length = thousands.copy(hundreds, 2);
   hundreds[length] = '0';
-  return base::ToInt16(FeedNumberOrZero({hundreds, length + 1}));
+  return base::ToInt16(base::WholeNumberOrZero({hundreds, length + 1}));
 }
 
 struct Direction {
@@ -109,8 +109,8 @@ class HostileTest {
 /// One record of the wire as it is drawn.
 void ReadAIRecord(std::string_view record, theaters::DownPoint bullseye, AIPlotRecord& plot) {
   plot.Name = Piece(record, 0, NameLength);
-  plot.Bearing = FeedNumberOrZero(Piece(record, NameLength, AngleLength));
-  plot.Range = FeedNumberOrZero(Piece(record, NameLength + AngleLength, AngleLength));
+  plot.Bearing = base::WholeNumberOrZero(Piece(record, NameLength, AngleLength));
+  plot.Range = base::WholeNumberOrZero(Piece(record, NameLength + AngleLength, AngleLength));
   plot.Altitude = AIAltitude(Piece(record, NameLength + 2 * AngleLength, 2));
   PlaceAIPlot(bullseye, plot);
 }

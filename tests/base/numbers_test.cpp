@@ -2,12 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
+#include <optional>
 #include <random>
 #include <string>
+#include <string_view>
 
 #include "base/failure.h"
 
@@ -108,6 +113,82 @@ TEST(Numbers, RandomNumbersAreReadToTheNearestDouble) {
   }
 }
 
+/// The C library's reading: of a text that is cut at the first character that stands in no number, it takes as much as
+/// is one. Nothing when that is none; `used` becomes the length of what was taken.
+std::optional<double> LibraryNumber(std::string text, bool commaIsPoint, std::size_t& used) {
+  for (char& c : text) c = commaIsPoint && c == ',' ? '.' : c;
+  text.resize(std::min(text.find_first_not_of("0123456789.+-eE"), text.size()));
+  char* end = nullptr;
+  const double value = std::strtod(text.c_str(), &end);
+  used = static_cast<std::size_t>(end - text.c_str());
+  if (used == 0) return std::nullopt;
+  return value;
+}
+
+double LibraryLeading(const std::string& text, bool commaIsPoint) {
+  const std::string rest = text.substr(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
+  std::size_t used = 0;
+  return LibraryNumber(rest, commaIsPoint, used).value_or(rest.starts_with('-') ? -0.0 : 0.0);
+}
+
+std::optional<double> LibraryWhole(std::string text) {
+  text.erase(0, std::min(text.find_first_not_of(' '), text.size()));
+  text.resize(text.find_last_not_of(' ') + 1);
+  std::size_t used = 0;
+  const std::optional<double> value = LibraryNumber(text, true, used);
+  return used == text.size() && value && std::isfinite(*value) ? value : std::nullopt;
+}
+
+/// Any characters of one of some sets, or a number behind blanks as the wire has it.
+std::string RandomText(std::mt19937& random) {
+  const auto below = [&random](unsigned count) { return static_cast<std::size_t>(random() % count); };
+  static constexpr char foreign[] = "0123456789.,-+eEdD x\t\r\n\0infa";
+  const std::string_view sets[] = {"0123456789", "0123456789.,", "0123456789.,-+ ",
+                                   "00001.e-+5", " 12.5e3,",     {foreign, sizeof foreign - 1}};
+  const auto add = [&](std::string& text, std::size_t count, std::string_view set) {
+    while (count-- > 0) text += set[below(static_cast<unsigned>(set.size()))];
+  };
+  std::string text;
+  if (below(4) != 0) {
+    add(text, below(below(16) == 0 ? 48 : 16), sets[below(6)]);
+    return text;
+  }
+  add(text, below(5), below(4) == 0 ? " \t\r\n" : " ");
+  add(text, below(2), "+-");
+  add(text, below(below(32) == 0 ? 330 : 18), "0123456789");
+  add(text, below(4) == 0 ? 0 : 1, ".,");
+  add(text, below(below(32) == 0 ? 60 : 18), "0123456789");
+  if (below(3) == 0) {
+    add(text, 1, "eE");
+    add(text, below(2), "+-");
+    add(text, below(4), "0123456789");
+  }
+  add(text, below(3), " ");
+  return text;
+}
+
+std::uint64_t Bits(double value) { return std::bit_cast<std::uint64_t>(value); }
+
+// KESTREL_NUMBER_TEXTS in the environment asks for more texts than a usual run has.
+TEST(Numbers, AnyTextIsReadToTheBitAsTheLibraryReadsIt) {
+  const char* const wanted = std::getenv("KESTREL_NUMBER_TEXTS");
+  const long texts = wanted == nullptr ? 300000 : std::atol(wanted);
+  const unsigned seed = std::random_device{}();
+  std::mt19937 random(seed);
+  for (long i = 0; i < texts; ++i) {
+    std::string text = RandomText(random);
+    const std::optional<double> whole = LibraryWhole(text);
+    const bool same = Bits(LeadingNumber(text)) == Bits(LibraryLeading(text, false)) &&
+                      Bits(InvariantNumber(text)) == Bits(LibraryLeading(text, true)) &&
+                      Bits(WholeNumberOrZero(text)) == Bits(whole.value_or(0)) &&
+                      WholeNumber(text).has_value() == whole.has_value() &&
+                      Bits(WholeNumber(text).value_or(0)) == Bits(whole.value_or(0));
+    ASSERT_TRUE(same) << testing::PrintToString(text) << ", seed " << seed;
+    const double invariant = InvariantNumber(text);
+    ASSERT_EQ(Bits(ParseInvariantNumber(text)), Bits(invariant)) << text << ", seed " << seed;
+  }
+}
+
 TEST(Numbers, WholeNumberTakesNothingElse) {
   EXPECT_EQ(WholeNumber("12,5"), 12.5);
   EXPECT_EQ(WholeNumber(" -12.5 "), -12.5);
@@ -115,7 +196,12 @@ TEST(Numbers, WholeNumberTakesNothingElse) {
   for (const char* text :
        {"", " ", ".", "-", "12x", "1 2", "1.2.3", "1,2,3", "\t1", "1\t", "1e", "0x1", "inf", "1e999"}) {
     EXPECT_EQ(WholeNumber(text), std::nullopt) << text;
+    EXPECT_EQ(WholeNumberOrZero(text), 0) << text;
   }
+  EXPECT_EQ(WholeNumber(" 5. "), 5);
+  EXPECT_EQ(WholeNumber("1234567890"), 1234567890);
+  EXPECT_EQ(WholeNumberOrZero("  7"), 7);
+  EXPECT_EQ(WholeNumberOrZero("-12,5 "), -12.5);
 }
 
 TEST(Numbers, Int16FromTextTakesWholeNumbersOf16Bits) {

@@ -1,4 +1,4 @@
-#include "link/quick_numbers.h"
+#include "link/position_text.h"
 
 #include <gtest/gtest.h>
 
@@ -11,21 +11,7 @@
 namespace kestrel::link {
 namespace {
 
-TEST(QuickNumbers, ReadAsTheGeneralRoadDoes) {
-  const auto seed = std::random_device()();
-  SCOPED_TRACE("seed " + std::to_string(seed));
-  std::mt19937 random(seed);
-  for (int round = 0; round < 200000; ++round) {
-    std::string text(random() % 18, ' ');
-    const auto kind = random() % 3;
-    for (char& c : text)
-      c = kind == 0 ? "0123456789"[random() % 10] : "0123456789.,-+e x"[random() % (kind == 1 ? 12 : 17)];
-    EXPECT_EQ(FeedNumber(text), base::InvariantNumber(text)) << text;
-    EXPECT_EQ(FeedNumberOrZero(text), base::WholeNumber(text).value_or(0)) << text;
-  }
-}
-
-TEST(QuickNumbers, PositionsAreWrittenAsTheGeneralRoadDoes) {
+TEST(PositionText, PositionsAreWrittenAsTheGeneralRoadDoes) {
   const auto seed = std::random_device()();
   SCOPED_TRACE("seed " + std::to_string(seed));
   std::mt19937 random(seed);
