@@ -222,12 +222,13 @@ double MessageCost(int players, int history) {
     for (int i = 0; i < history; ++i) client.History.Append({1.0 * i, 2.0 * i});
   }
   std::vector<std::string> cycles;
-  for (int i = 0; i < 4; ++i) cycles.push_back(Positions(players, random, ' '));
+  // As many different messages however few clients: the processor would learn a few by heart.
   const int repeats = std::max(1, 20000 / players);
+  for (int i = 0; i < std::max(4, repeats); ++i) cycles.push_back(Positions(players, random, ' '));
   std::vector<double> costs;
   for (int round = 0; round < 20; ++round) {
     costs.push_back(Microseconds([&] {
-      for (int i = 0; i < repeats; ++i) world.Socket.Arrive(cycles[static_cast<std::size_t>(i % 4)]);
+      for (int i = 0; i < repeats; ++i) world.Socket.Arrive(cycles[static_cast<std::size_t>(i) % cycles.size()]);
     }));
     // Back to the length that is measured, outside of the timing.
     for (link::PlotRecord& client : world.Tables.Clients.Live()) {
