@@ -39,6 +39,10 @@ class StillDesktop final : public base::Desktop {
                                       std::string_view) override {
     return std::nullopt;
   }
+  std::optional<std::string> SaveFile(std::string_view, std::string_view, const std::string&,
+                                      std::string_view) override {
+    return std::nullopt;
+  }
   std::optional<base::Colour> PickColour(base::Colour) override { return std::nullopt; }
   std::optional<base::FontRecord> PickFont(const base::FontRecord&, bool) override { return std::nullopt; }
   bool ModalOpen() const override { return false; }

@@ -33,6 +33,10 @@ class Desktop {
   /// base::TextOfPath. Nothing when the person cancels.
   virtual std::optional<std::string> OpenFile(std::string_view title, std::string_view filter,
                                               const std::string& folder, std::string_view defaultName) = 0;
+  /// Asks for a file to write, as OpenFile does. A name typed without an extension gets that of the first pattern of
+  /// the filter that is chosen; a file that exists is named only once the person agrees to its being replaced.
+  virtual std::optional<std::string> SaveFile(std::string_view title, std::string_view filter,
+                                              const std::string& folder, std::string_view defaultName) = 0;
   /// Asks for a colour, beginning at `present`. Nothing when the person cancels.
   virtual std::optional<Colour> PickColour(Colour present) = 0;
   /// Asks for a font, and for its colour when `withColour`, beginning at `present`. Nothing when the person cancels.

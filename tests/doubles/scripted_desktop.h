@@ -77,6 +77,12 @@ class ScriptedDesktop final : public base::Desktop {
     return Next(FileAnswers);
   }
 
+  std::optional<std::string> SaveFile(std::string_view title, std::string_view filter, const std::string& folder,
+                                      std::string_view defaultName) override {
+    SaveQuestions.push_back({std::string(title), std::string(filter), folder, std::string(defaultName)});
+    return Next(SaveAnswers);
+  }
+
   std::optional<base::Colour> PickColour(base::Colour present) override {
     ColourQuestions.push_back(present);
     return Next(ColourAnswers);
@@ -98,6 +104,8 @@ class ScriptedDesktop final : public base::Desktop {
 
   std::vector<FileQuestion> FileQuestions;                ///< what OpenFile was called with
   std::deque<std::optional<std::string>> FileAnswers;     ///< used up from the front; nothing, as cancelled, when empty
+  std::vector<FileQuestion> SaveQuestions;                ///< what SaveFile was called with
+  std::deque<std::optional<std::string>> SaveAnswers;     ///< as FileAnswers
   std::vector<base::Colour> ColourQuestions;              ///< what PickColour was called with
   std::deque<std::optional<base::Colour>> ColourAnswers;  ///< as FileAnswers
   std::vector<FontQuestion> FontQuestions;                ///< what PickFont was called with

@@ -11,6 +11,7 @@
 #include <QMessageBox>
 #include <QProcess>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QStyle>
 #include <QTimer>
@@ -98,6 +99,12 @@ QStringList NameFilters(std::string_view filter) {
   return filters;
 }
 
+/// "dat" of "Areas (*.dat *.txt)", nothing of "All (*)" or "All (*.*)".
+QString ExtensionOf(const QString& nameFilter) {
+  static const QRegularExpression first(QStringLiteral("\\(\\*\\.([^*?.\\s)]+)[^()]*\\)$"));
+  return first.match(nameFilter).captured(1);
+}
+
 }  // namespace
 
 base::Answer QtDesktop::Ask(std::string_view title, std::string_view text, base::MessageIcon icon,
@@ -152,15 +159,35 @@ void QtDesktop::Open(const std::string& file, const std::string& argument, const
 
 std::optional<std::string> QtDesktop::OpenFile(std::string_view title, std::string_view filter,
                                                const std::string& folder, std::string_view defaultName) {
-  const QString kind = FromBytes(title);
+  return ChooseFile({title, filter, folder, defaultName}, [](QFileDialog& dialog) {
+    dialog.setObjectName(QStringLiteral("OpenFile"));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+  });
+}
+
+std::optional<std::string> QtDesktop::SaveFile(std::string_view title, std::string_view filter,
+                                               const std::string& folder, std::string_view defaultName) {
+  return ChooseFile({title, filter, folder, defaultName}, [](QFileDialog& dialog) {
+    dialog.setObjectName(QStringLiteral("SaveFile"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    const auto follow = [&dialog](const QString& chosen) { dialog.setDefaultSuffix(ExtensionOf(chosen)); };
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, follow);
+    follow(dialog.selectedNameFilter());
+  });
+}
+
+std::optional<std::string> QtDesktop::ChooseFile(const FileQuestion& question,
+                                                 const std::function<void(QFileDialog&)>& setUp) {
+  const QString kind = FromBytes(question.Title);
   // The toolkit would begin where any file was last chosen: a picture among the tapes.
-  const QString begin = folder.empty() ? lastFolders.value(kind, QDir::homePath()) : QString::fromStdString(folder);
+  const QString begin =
+      question.Folder.empty() ? lastFolders.value(kind, QDir::homePath()) : QString::fromStdString(question.Folder);
   QFileDialog dialog(owner, kind, begin);
-  dialog.setObjectName(QStringLiteral("OpenFile"));
   dialog.setOption(QFileDialog::DontUseNativeDialog);
-  dialog.setFileMode(QFileDialog::ExistingFile);
-  dialog.setNameFilters(NameFilters(filter));
-  if (!defaultName.empty()) dialog.selectFile(FromBytes(defaultName));
+  dialog.setNameFilters(NameFilters(question.Filter));
+  setUp(dialog);
+  if (!question.DefaultName.empty()) dialog.selectFile(FromBytes(question.DefaultName));
   if (RunDialog(dialog, modal) != QDialog::Accepted) return std::nullopt;
   const QString chosen = dialog.selectedFiles().value(0);
   lastFolders.insert(kind, QFileInfo(chosen).path());

@@ -3,9 +3,12 @@
 #include <QHash>
 #include <QPointer>
 #include <QWidget>
+#include <functional>
 
 #include "base/desktop.h"
 #include "shell/core/modal_count.h"
+
+class QFileDialog;
 
 namespace kestrel::shell {
 
@@ -25,16 +28,27 @@ class QtDesktop final : public base::Desktop {
   /// A file with an argument is started as a program when it exists; anything else (a page, a document) is handed to
   /// the system.
   void Open(const std::string& file, const std::string& argument, const std::string& folder) override;
-  /// The toolkit's own dialogs, which look the same everywhere; named "OpenFile", "PickColour" and
-  /// "PickFont". Without a folder the choice of a file begins where one was last chosen under the same title, or at
-  /// home.
+  /// The toolkit's own dialogs, which look the same everywhere; named "OpenFile", "SaveFile",
+  /// "PickColour" and "PickFont". Without a folder the choice of a file begins where one was last chosen under the same
+  /// title, or at home.
   std::optional<std::string> OpenFile(std::string_view title, std::string_view filter, const std::string& folder,
+                                      std::string_view defaultName) override;
+  std::optional<std::string> SaveFile(std::string_view title, std::string_view filter, const std::string& folder,
                                       std::string_view defaultName) override;
   std::optional<base::Colour> PickColour(base::Colour present) override;
   std::optional<base::FontRecord> PickFont(const base::FontRecord& present, bool withColour) override;
   bool ModalOpen() const override { return modal.Open(); }
 
  private:
+  /// What is asked for about a file.
+  struct FileQuestion {
+    std::string_view Title, Filter;
+    const std::string& Folder;
+    std::string_view DefaultName;
+  };
+  /// Runs the choice of a file; `setUp` makes it the one for opening or saving.
+  std::optional<std::string> ChooseFile(const FileQuestion& question, const std::function<void(QFileDialog&)>& setUp);
+
   ModalCount& modal;
   QPointer<QWidget> owner;
   QHash<QString, QString> lastFolders;  ///< where a file was last chosen, by the title of the choice
