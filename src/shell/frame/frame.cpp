@@ -273,7 +273,16 @@ void MDIForm1::DisableBullsAction(bool enabled) {
 void MDIForm1::SetCenterOfMap() { map->Picture().SetCenterOfScreen(); }
 
 void MDIForm1::CheckAllTools(bool shown) {
-  for (const ToolEntry& entry : ToolEntries()) strip->Check(entry.Which).setChecked(shown);
+  for (const ToolEntry& entry : ToolEntries()) {
+    QToolButton& check = strip->Check(entry.Which);
+    if (check.isEnabled()) check.setChecked(shown);
+  }
+}
+
+void MDIForm1::Withhold(core::ToolWindow which, bool withheld) {
+  tools->Withhold(which, withheld);
+  strip->Check(which).setEnabled(!withheld);
+  Entry(ToolEntryOf(which).Menu).setEnabled(!withheld);
 }
 
 void MDIForm1::ToggleTool(core::ToolWindow which) {

@@ -66,7 +66,10 @@ class MDIForm1 final : public QMainWindow {
   void ModifyTheaters();
   /// Enables or disables the choice and the making of bullseyes: while a tape plays, they come from it.
   void DisableBullsAction(bool enabled);
-  /// mnuShowAll and mnuHideAll.
+  /// Holds a floating window back while another window works on what it shows: it is hidden, its button and its menu
+  /// entry are disabled; or gives it back as it was.
+  void Withhold(core::ToolWindow which, bool withheld);
+  /// mnuShowAll and mnuHideAll, for the windows that are not held back.
   void CheckAllTools(bool shown);
   /// A menu entry of a floating window: presses its button in the strip. A window that is shown so gets the keyboard.
   void ToggleTool(core::ToolWindow which);

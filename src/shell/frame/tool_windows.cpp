@@ -122,8 +122,18 @@ QRect ToolWindows::FirstArea() const {
 }
 
 void ToolWindows::SetShown(core::ToolWindow which, bool shown) {
+  Window(which).State().Hidden = !shown;
+  Follow(which);
+}
+
+void ToolWindows::Withhold(core::ToolWindow which, bool withheld) {
+  held[static_cast<std::size_t>(which)] = withheld;
+  Follow(which);
+}
+
+void ToolWindows::Follow(core::ToolWindow which) {
   ToolFrm& window = Window(which);
-  window.State().Hidden = !shown;
+  const bool shown = !window.State().Hidden && !held[static_cast<std::size_t>(which)];
   if (!suspended) {
     window.setVisible(shown);
     return;

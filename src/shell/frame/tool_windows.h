@@ -38,6 +38,9 @@ class ToolWindows final : public QObject {
   void PlaceAll();
   /// Shows or hides one window and keeps that (HID). While the windows are suspended it takes effect at their return.
   void SetShown(core::ToolWindow which, bool shown);
+  /// Holds one window back, or gives it back as it is kept: while it is held back it stays hidden, whatever asks for
+  /// it, and what is kept of it (HID) does not change.
+  void Withhold(core::ToolWindow which, bool withheld);
   /// mnuResetFloating: a cascade from the frame's position.
   void ResetPositions();
   /// Live opacity of all, in percent; what is kept (TR) does not change.
@@ -59,6 +62,8 @@ class ToolWindows final : public QObject {
     bool Visible;
   };
 
+  /// Shows or hides one window as it is kept and held back.
+  void Follow(core::ToolWindow which);
   std::vector<ToolFrm*> InButtonOrder();
   void PlaceFirst();
   /// Where the windows stand that have never been placed, pixels of the desktop.
@@ -68,6 +73,7 @@ class ToolWindows final : public QObject {
   core::Program& station;
   QWidget* frame;
   std::array<std::unique_ptr<ToolFrm>, core::ToolWindowCount> windows;
+  std::array<bool, core::ToolWindowCount> held{};  ///< held back
   bool suspended = false;
   bool unloaded = false;
   std::vector<Former> record;
