@@ -1,11 +1,15 @@
 #include "shell/theaters/numbered_list.h"
 
+#include <QApplication>
 #include <QFontMetrics>
-#include <QGuiApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QPushButton>
+#include <QStyle>
 #include <QTreeView>
 #include <utility>
+
+#include "shell/parts/choice_cell.h"
 
 namespace kestrel::shell {
 namespace {
@@ -21,8 +25,21 @@ NumberedList::NumberedList(QStringList titles, Count count, Text text, QObject* 
       textOf(std::move(text)),
       rows(static_cast<int>(countOf())) {}
 
+void NumberedList::SetMarks(Marked isMarked, Mark setMark) {
+  marked = std::move(isMarked);
+  mark = std::move(setMark);
+}
+
+void NumberedList::SetChoice(int column, Choices choices, Choose chosen) {
+  choiceColumn = column;
+  choicesOf = std::move(choices);
+  choose = std::move(chosen);
+}
+
 void NumberedList::ShowIn(QTreeView& view) {
   view.setModel(this);
+  if (marked) view.installEventFilter(this);
+  if (choicesOf) ShowChoices(view, choiceColumn, ChoicesRole);
   QHeaderView& header = *view.header();
   header.setStretchLastSection(false);
   header.setSectionsMovable(false);
@@ -67,29 +84,81 @@ int NumberedList::columnCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(columns.size());
 }
 
+int NumberedList::AlignmentOf(int column) const {
+  // Words at the left, numbers at the right.
+  const bool words = column == NameColumn || column == choiceColumn;
+  return int(Qt::AlignVCenter | (words ? Qt::AlignLeft : Qt::AlignRight));
+}
+
 QVariant NumberedList::data(const QModelIndex& at, int role) const {
   const auto element = static_cast<std::size_t>(at.row()) + 1;
   switch (role) {
     case Qt::DisplayRole:
       return at.column() == 0 ? QString::number(element) : textOf(element, at.column());
     case Qt::SizeHintRole: {
-      const QFontMetrics font(QGuiApplication::font());
-      return QSize(font.horizontalAdvance(data(at, Qt::DisplayRole).toString()) + 24, font.height() + 8);
+      const QFontMetrics font(QApplication::font());
+      // A mark at its left, an arrow at its right.
+      const int beside = at.column() == 0 && marked    ? QApplication::style()->pixelMetric(QStyle::PM_IndicatorWidth)
+                         : at.column() == choiceColumn ? font.height() + 8
+                                                       : 0;
+      return QSize(font.horizontalAdvance(data(at, Qt::DisplayRole).toString()) + 24 + beside, font.height() + 8);
     }
+    case Qt::CheckStateRole:
+      if (at.column() != 0 || !marked) return {};
+      return marked(element) ? Qt::Checked : Qt::Unchecked;
+    case ChoicesRole:
+      return at.column() == choiceColumn ? choicesOf(element) : QStringList();
     case Qt::UserRole:
       return QString(u'D' + QString::number(element));
     case Qt::TextAlignmentRole:
-      return int(Qt::AlignVCenter | (at.column() == NameColumn ? Qt::AlignLeft : Qt::AlignRight));
+      return AlignmentOf(at.column());
     default:
       return {};
   }
+}
+
+bool NumberedList::Choosable(const QModelIndex& at) const { return data(at, ChoicesRole).toStringList().size() > 1; }
+
+bool NumberedList::setData(const QModelIndex& at, const QVariant& value, int role) {
+  if (!at.isValid()) return false;
+  const auto element = static_cast<std::size_t>(at.row()) + 1;
+  if (role == Qt::CheckStateRole && at.column() == 0 && marked) {
+    mark(element, value.toInt() == Qt::Checked);
+  } else if (role == Qt::EditRole && Choosable(at)) {
+    const int choice = value.toInt();
+    if (choice < 0 || choice >= data(at, ChoicesRole).toStringList().size()) return false;
+    choose(element, choice);
+  } else {
+    return false;
+  }
+  // A handler may have made the list shorter.
+  if (at.row() < rows) Q_EMIT dataChanged(index(at.row(), 0), index(at.row(), columnCount() - 1));
+  return true;
+}
+
+Qt::ItemFlags NumberedList::flags(const QModelIndex& at) const {
+  Qt::ItemFlags flags = QAbstractTableModel::flags(at);
+  if (!at.isValid()) return flags;
+  flags.setFlag(Qt::ItemIsUserCheckable, at.column() == 0 && marked);
+  flags.setFlag(Qt::ItemIsEditable, Choosable(at));
+  return flags;
+}
+
+bool NumberedList::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress) return QAbstractTableModel::eventFilter(watched, event);
+  const QModelIndex at = static_cast<QTreeView*>(watched)->currentIndex();
+  if (static_cast<QKeyEvent*>(event)->key() != Qt::Key_Space || !at.isValid()) return false;
+  const QModelIndex first = index(at.row(), 0);
+  setData(first, data(first, Qt::CheckStateRole).toInt() == Qt::Checked ? Qt::Unchecked : Qt::Checked,
+          Qt::CheckStateRole);
+  return true;
 }
 
 QVariant NumberedList::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation != Qt::Horizontal) return {};
   if (role == Qt::DisplayRole) return columns[section];
   if (role == Qt::TextAlignmentRole) {
-    return int(Qt::AlignVCenter | (section == NameColumn ? Qt::AlignLeft : Qt::AlignRight));
+    return AlignmentOf(section);
   }
   return {};
 }

@@ -17,9 +17,23 @@ class NumberedList final : public QAbstractTableModel {
   using Count = std::function<std::size_t()>;                          ///< elements in the table
   using Text = std::function<QString(std::size_t index, int column)>;  ///< of the columns behind "#"
 
+  using Marked = std::function<bool(std::size_t index)>;
+  using Mark = std::function<void(std::size_t index, bool on)>;
+  using Choices = std::function<QStringList(std::size_t index)>;
+  using Choose = std::function<void(std::size_t index, int choice)>;  ///< by its number from 0
+
+  /// QStringList: what can be chosen in a cell.
+  static constexpr int ChoicesRole = Qt::UserRole + 1;
+
   /// `titles`: of the columns behind "#".
   NumberedList(QStringList titles, Count count, Text text, QObject* owner);
 
+  /// Gives each row a check mark, at its index; Space sets it wherever in the row the keyboard is. `mark` is told what
+  /// the person sets. To be called before ShowIn.
+  void SetMarks(Marked marked, Mark mark);
+  /// Makes `column` one of choice: a row with two alternatives or more shows its text as a combo box, which a click or
+  /// F2 opens. To be called before ShowIn, for one column.
+  void SetChoice(int column, Choices choices, Choose choose);
   /// Makes it the content of `view` and sets the widths of the columns.
   void ShowIn(QTreeView& view);
   /// The table has changed; `current` (1 or more; 0 is none) becomes the selected row of `view`.
@@ -32,12 +46,25 @@ class NumberedList final : public QAbstractTableModel {
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
+  bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
+  int AlignmentOf(int column) const;
+  bool Choosable(const QModelIndex& at) const;
+
   QStringList columns;
   Count countOf;
   Text textOf;
+  Marked marked;
+  Mark mark;
+  int choiceColumn = -1;
+  Choices choicesOf;
+  Choose choose;
   int rows = 0;  ///< as the views know it
 };
 
