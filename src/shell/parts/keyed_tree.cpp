@@ -80,10 +80,13 @@ void KeyedTree::Refresh(std::vector<Row> fresh) {
     const QModelIndex at = Find(key);
     if (at.isValid()) again.select(at, at);
   }
-  // The keyboard's place without a scroll to it; the list stands where it stood.
+  // The keyboard's place without a scroll to it, which would open what is closed above it.
+  const bool scrolls = view->hasAutoScroll();
+  view->setAutoScroll(false);
   const QModelIndex keyboard = Find(current);
   if (keyboard.isValid()) view->selectionModel()->setCurrentIndex(keyboard, QItemSelectionModel::NoUpdate);
   view->selectionModel()->select(again, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  view->setAutoScroll(scrolls);
   view->doItemsLayout();
   view->verticalScrollBar()->setValue(scrolled);
 }

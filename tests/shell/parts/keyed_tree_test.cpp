@@ -222,7 +222,14 @@ TEST_F(Tree, F2RenamesANodeInPlace) {
 
 TEST_F(Tree, NoMoreIsTypedThanATextCanHave) {
   Stand("C1");
-  Rename("Sevenxx");
+  QTest::keyClick(view.viewport(), Qt::Key_F2);
+  auto* editor = view.findChild<QLineEdit*>();
+  ASSERT_NE(editor, nullptr);
+  editor->selectAll();
+  QTest::keyClicks(editor, Word("Sevenxx"));
+  EXPECT_EQ(editor->text(), Word("Seven"));
+  QTest::keyClick(editor, Qt::Key_Return);
+  ASSERT_TRUE(QTest::qWaitFor([this] { return view.findChild<QLineEdit*>() == nullptr; }));
   EXPECT_EQ(TextOf("C1"), Word("Seven"));
   EXPECT_EQ(told, QStringList{Word("C1 is Seven")});
 }
@@ -315,6 +322,17 @@ TEST_F(Tree, RefreshKeepsByKeyWhatIsOpenAndSelected) {
   EXPECT_EQ(tree.KeyOf(view.currentIndex()), Word("D2"));
 }
 
+TEST_F(Tree, RefreshLeavesClosedWhatIsClosedOverTheSelectedNode) {
+  Stand("D2");
+  view.expand(At("C1"));
+  view.collapse(At("C2"));
+  std::vector<Row> rows = Folders();
+  rows.push_back({Word("C3"), Word("Third")});
+  tree.Refresh(rows);
+  EXPECT_TRUE(view.isExpanded(At("C1")));
+  EXPECT_FALSE(view.isExpanded(At("C2")));
+}
+
 TEST_F(Tree, RefreshSelectsNothingWhenTheNodeIsGone) {
   Stand("C2");
   tree.Refresh({{Word("C1"), Word("First")}});
@@ -361,6 +379,7 @@ TEST_F(Tree, RefreshKeepsThePlaceOfTheView) {
   for (int row = 0; row < 200; ++row) rows.push_back({QString::number(row), QString::number(row)});
   tree.Refresh(rows);
   view.doItemsLayout();
+  Stand("3");
   view.verticalScrollBar()->setValue(100);
   ASSERT_EQ(view.verticalScrollBar()->value(), 100);
   rows.pop_back();
