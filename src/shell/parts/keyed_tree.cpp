@@ -2,7 +2,6 @@
 
 #include <QLineEdit>
 #include <QMimeData>
-#include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QTreeView>
 #include <algorithm>
@@ -68,7 +67,6 @@ void KeyedTree::Refresh(std::vector<Row> fresh) {
   QStringList selected;
   for (const QModelIndex& at : view->selectionModel()->selectedRows()) selected << KeyOf(at);
   const QString current = KeyOf(view->currentIndex());
-  const int scrolled = view->verticalScrollBar()->value();
 
   Reset(std::move(fresh));
   for (const QString& key : open) {
@@ -87,8 +85,6 @@ void KeyedTree::Refresh(std::vector<Row> fresh) {
   if (keyboard.isValid()) view->selectionModel()->setCurrentIndex(keyboard, QItemSelectionModel::NoUpdate);
   view->selectionModel()->select(again, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   view->setAutoScroll(scrolls);
-  view->doItemsLayout();
-  view->verticalScrollBar()->setValue(scrolled);
 }
 
 void KeyedTree::RefreshClosed(std::vector<Row> fresh, const QString& key) {

@@ -376,14 +376,17 @@ TEST_F(Tree, KeptMarkFollowsItsKey) {
 
 TEST_F(Tree, RefreshKeepsThePlaceOfTheView) {
   std::vector<Row> rows;
-  for (int row = 0; row < 200; ++row) rows.push_back({QString::number(row), QString::number(row)});
+  rows.push_back({Word("top"), Word("top")});
+  for (int row = 0; row < 200; ++row) rows.push_back({QString::number(row), QString::number(row), 0});
   tree.Refresh(rows);
+  view.expand(At("top"));
   view.doItemsLayout();
   Stand("3");
   view.verticalScrollBar()->setValue(100);
   ASSERT_EQ(view.verticalScrollBar()->value(), 100);
   rows.pop_back();
   tree.Refresh(rows);
+  view.doItemsLayout();
   EXPECT_EQ(view.verticalScrollBar()->value(), 100);
 }
 
