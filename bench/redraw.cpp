@@ -14,6 +14,7 @@
 #include <functional>
 #include <memory>
 #include <random>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -158,6 +159,16 @@ class PainterSurface final : public map::Surface {
     const double side = 2 * radius / 15;
     painter.drawArc(QRectF(x / 15 - side / 2, y / 15 - side / 2, side, side), static_cast<int>(from * 16),
                     static_cast<int>((to - from) * 16));
+  }
+  void Box(double x1, double y1, double x2, double y2, map::Pen pen) override {
+    painter.setPen(Colour(pen.Color));
+    painter.drawRect(QRectF(QPointF(x1 / 15, y1 / 15), QPointF(x2 / 15, y2 / 15)));
+  }
+  void Polygon(std::span<const map::Point> corners, map::Pen pen) override {
+    QPolygonF points;
+    for (const map::Point& corner : corners) points.append(QPointF(corner.X / 15, corner.Y / 15));
+    painter.setPen(Colour(pen.Color));
+    painter.drawPolygon(points);
   }
   void Dot(double x, double y, base::Colour color) override {
     painter.setPen(Qt::NoPen);

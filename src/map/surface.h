@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <span>
 #include <string_view>
 
 #include "base/colour.h"
@@ -9,10 +11,18 @@
 
 namespace kestrel::map {
 
+enum class PenStyle : std::uint8_t {
+  Smooth,  ///< softened edges: what moves, and small shapes
+  Solid,   ///< whole pixels: what stands
+  Dotted   ///< whole pixels, one of three drawn, counted from the line's first end; arcs and circles are Solid then
+};
+
 /// A pen for one call.
 struct Pen {
   base::Colour Color = 0;
   int DrawWidth = 1;  ///< pixels
+  PenStyle Style = PenStyle::Smooth;
+  bool Filled = false;  ///< circles, boxes and polygons are filled with Color as well
 };
 
 /// A font for one call, without its colour.
@@ -39,10 +49,15 @@ class Surface {
   /// colour.
   virtual void CopyPicture(const base::Picture& picture, const SourceRect& from) = 0;
   virtual void Line(double x1, double y1, double x2, double y2, Pen pen) = 0;
-  /// Outline of a circle.
+  /// A circle; one of radius 0 is a dot.
   virtual void Circle(double x, double y, double radius, Pen pen) = 0;
   /// Part of a circle, degrees anticlockwise from east.
   virtual void Arc(double x, double y, double radius, double fromDegrees, double toDegrees, Pen pen) = 0;
+  /// A box with two opposite corners, both of them pixels of its edge.
+  virtual void Box(double x1, double y1, double x2, double y2, Pen pen) = 0;
+  /// A closed polygon between whole pixels; of two points it is the line between them. Where edges cross, every second
+  /// field is filled. With a corner that whole pixels of 32 bits cannot name, nothing of it is drawn.
+  virtual void Polygon(std::span<const Point> corners, Pen pen) = 0;
   /// A history dot: a disc of radius one pixel. Many thousands of them are drawn in one redraw.
   virtual void Dot(double x, double y, base::Colour color) = 0;
   virtual TextSize Measure(std::string_view text, const TextFont& font) = 0;

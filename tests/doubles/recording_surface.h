@@ -2,7 +2,9 @@
 
 #include <cmath>
 #include <ostream>
+#include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "map/surface.h"
@@ -16,10 +18,13 @@ struct SurfaceCall {
   base::Colour Color = 0;
   int DrawWidth = 0;
   std::string Text = {};
+  map::PenStyle Style = map::PenStyle::Smooth;
+  bool Filled = false;
 };
 
 inline bool operator==(const SurfaceCall& a, const SurfaceCall& b) {
   if (a.What != b.What || a.Text != b.Text || a.Color != b.Color || a.DrawWidth != b.DrawWidth) return false;
+  if (a.Style != b.Style || a.Filled != b.Filled) return false;
   if (a.Numbers.size() != b.Numbers.size()) return false;
   for (std::size_t index = 0; index < a.Numbers.size(); ++index) {
     if (!(std::abs(a.Numbers[index] - b.Numbers[index]) <= 1e-6)) return false;
@@ -31,6 +36,8 @@ inline void PrintTo(const SurfaceCall& call, std::ostream* out) {
   *out << call.What;
   for (const double number : call.Numbers) *out << ' ' << number;
   *out << " colour " << call.Color << " width " << call.DrawWidth << " \"" << call.Text << '"';
+  if (call.Style != map::PenStyle::Smooth) *out << (call.Style == map::PenStyle::Solid ? " solid" : " dotted");
+  if (call.Filled) *out << " filled";
 }
 
 class RecordingSurface : public map::Surface {
@@ -42,14 +49,16 @@ class RecordingSurface : public map::Surface {
   void CopyPicture(const base::Picture&, const map::SourceRect& from) override {
     Calls.push_back({"picture", {from.Left, from.Top, from.Width, from.Height}});
   }
-  void Line(double x1, double y1, double x2, double y2, map::Pen pen) override {
-    Calls.push_back({"line", {x1, y1, x2, y2}, pen.Color, pen.DrawWidth});
-  }
-  void Circle(double x, double y, double radius, map::Pen pen) override {
-    Calls.push_back({"circle", {x, y, radius}, pen.Color, pen.DrawWidth});
-  }
+  void Line(double x1, double y1, double x2, double y2, map::Pen pen) override { Keep("line", {x1, y1, x2, y2}, pen); }
+  void Circle(double x, double y, double radius, map::Pen pen) override { Keep("circle", {x, y, radius}, pen); }
   void Arc(double x, double y, double radius, double from, double to, map::Pen pen) override {
-    Calls.push_back({"arc", {x, y, radius, from, to}, pen.Color, pen.DrawWidth});
+    Keep("arc", {x, y, radius, from, to}, pen);
+  }
+  void Box(double x1, double y1, double x2, double y2, map::Pen pen) override { Keep("box", {x1, y1, x2, y2}, pen); }
+  void Polygon(std::span<const map::Point> corners, map::Pen pen) override {
+    std::vector<double> numbers;
+    for (const map::Point& corner : corners) numbers.insert(numbers.end(), {corner.X, corner.Y});
+    Keep("polygon", std::move(numbers), pen);
   }
   void Dot(double x, double y, base::Colour color) override { Calls.push_back({"dot", {x, y}, color}); }
   map::TextSize Measure(std::string_view text, const map::TextFont&) override {
@@ -75,6 +84,11 @@ class RecordingSurface : public map::Surface {
   std::vector<SurfaceCall> Calls;
   std::string LastFontName;
   float LastFontSize = 0;
+
+ private:
+  void Keep(const char* what, std::vector<double> numbers, map::Pen pen) {
+    Calls.push_back({what, std::move(numbers), pen.Color, pen.DrawWidth, {}, pen.Style, pen.Filled});
+  }
 };
 
 }  // namespace kestrel::test

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <limits>
 
 #include "map/units.h"
 #include "shell/map/nearest.h"
@@ -20,16 +21,18 @@ constexpr std::size_t MostRings = 64;
 constexpr double LargestRing = 48;
 /// Lines are cut at this distance before their slope is taken, device pixels.
 constexpr double FarLine = 1e12;
-
-std::uint32_t PixelColour(base::Colour colour) {
-  return 0xFF000000U | static_cast<std::uint32_t>(base::RedOf(colour)) << 16 |
-         static_cast<std::uint32_t>(base::GreenOf(colour)) << 8 | base::BlueOf(colour);
-}
+/// Polygons reach no further than 32 bits, device pixels.
+constexpr double FarCorner = std::numeric_limits<std::int32_t>::max();
+/// Circles of a smaller radius are a dot, device pixels.
+constexpr double LeastCircle = 0.5;
 
 template <class... Values>
 bool AllFinite(Values... values) {
   return (std::isfinite(values) && ...);
 }
+
+/// The nearest pixel, not held to whole numbers of any size.
+QPointF WholePixels(QPointF place) { return {std::floor(place.x() + 0.5), std::floor(place.y() + 0.5)}; }
 
 QPointF Bounded(double x, double y) { return {std::clamp(x, -FarLine, FarLine), std::clamp(y, -FarLine, FarLine)}; }
 
@@ -114,10 +117,9 @@ QRegion QtSurface::TakeDirty() {
 
 void QtSurface::CopyPicture(const base::Picture& picture, const map::SourceRect& from) {
   if (image.isNull()) return;
-  // Without its devicePixelRatio: the copy counts device pixels.
-  QImage target(image.bits(), image.width(), image.height(), image.bytesPerLine(), QImage::Format_RGB32);
-  target.fill(background);
   snapshotDue = false;  // nothing of what was captured shows any more
+  QImage target = Canvas();
+  target.fill(background);
   fresh.MarkAll();
   if (picture.Empty() || !AllFinite(from.Left, from.Top, from.Width, from.Height) || from.Width <= 0 ||
       from.Height <= 0) {
@@ -143,21 +145,55 @@ void QtSurface::CopyPicture(const base::Picture& picture, const map::SourceRect&
 
 void QtSurface::Line(double x1, double y1, double x2, double y2, map::Pen pen) {
   if (!AllFinite(x1, y1, x2, y2)) return;
+  if (pen.Style != map::PenStyle::Smooth) {
+    StrokeWhole({Bounded(x1 * scale, y1 * scale), Bounded(x2 * scale, y2 * scale)}, pen);
+    return;
+  }
   PixelLine(Bounded(x1 * scale, y1 * scale), Bounded(x2 * scale, y2 * scale), pen.DrawWidth * ratio,
             PixelColour(pen.Color));
 }
 
-void QtSurface::Circle(double x, double y, double radius, map::Pen pen) { Arc(x, y, radius, 0, 360, pen); }
+void QtSurface::Circle(double x, double y, double radius, map::Pen pen) {
+  if (radius >= 0 && radius * scale < LeastCircle) return Dot(x, y, pen.Color);
+  if (pen.Filled && AllFinite(x, y, radius) && radius > 0) {
+    Fill(ArcCorners(WholePixels(Bounded(x * scale, y * scale)), std::min(radius * scale, FarLine), 0, 360), pen);
+  }
+  Arc(x, y, radius, 0, 360, pen);
+}
 
 void QtSurface::Arc(double x, double y, double radius, double fromDegrees, double toDegrees, map::Pen pen) {
   if (!AllFinite(x, y, radius, fromDegrees, toDegrees) || radius < 0) return;
   const double pixels = radius * scale;
+  if (pen.Style != map::PenStyle::Smooth) {
+    pen.Style = map::PenStyle::Solid;
+    const QPointF centre = WholePixels(Bounded(x * scale, y * scale));
+    StrokeWhole(ArcCorners(centre, std::min(pixels, FarLine), fromDegrees, toDegrees), pen);
+    return;
+  }
   if (pixels <= LargestRing && pen.DrawWidth <= LargestRing) {
     Blit(RingShape(pixels, fromDegrees, toDegrees, pen.DrawWidth), PixelOf(x), PixelOf(y), PixelColour(pen.Color));
   } else {
     PixelArc(Bounded(x * scale, y * scale), std::min(pixels, FarLine), fromDegrees, toDegrees, pen.DrawWidth * ratio,
              PixelColour(pen.Color));
   }
+}
+
+void QtSurface::Box(double x1, double y1, double x2, double y2, map::Pen pen) {
+  const map::Point corners[] = {{x1, y1}, {x2, y1}, {x2, y2}, {x1, y2}};
+  Polygon(corners, pen);
+}
+
+void QtSurface::Polygon(std::span<const map::Point> corners, map::Pen pen) {
+  QPolygonF pixels;
+  pixels.reserve(static_cast<qsizetype>(corners.size()) + 1);
+  for (const map::Point& corner : corners) {
+    const QPointF pixel = WholePixels({corner.X * scale, corner.Y * scale});
+    if (!(std::abs(pixel.x()) <= FarCorner && std::abs(pixel.y()) <= FarCorner)) return;
+    pixels.append(pixel);
+  }
+  if (pen.Filled) Fill(pixels, pen);
+  if (pixels.size() > 2) pixels.append(pixels.front());
+  Stroke(pixels, pen);
 }
 
 const Sprite& QtSurface::RingShape(double radius, double fromDegrees, double toDegrees, int drawWidth) {
@@ -262,6 +298,18 @@ std::uint32_t* QtSurface::Pixels() {
     snapshotDue = false;
   }
   return reinterpret_cast<std::uint32_t*>(image.bits());
+}
+
+QImage QtSurface::Canvas() {
+  // Without its devicePixelRatio, so that it counts device pixels.
+  return {reinterpret_cast<uchar*>(Pixels()), image.width(), image.height(), image.bytesPerLine(), image.format()};
+}
+
+bool QtSurface::MarkSeen(const QRectF& box) {
+  const QRect seen = box.toAlignedRect() & image.rect();
+  if (seen.isEmpty()) return false;
+  fresh.Mark(seen.left(), seen.top(), seen.width(), seen.height());
+  return true;
 }
 
 void QtSurface::Capture() {

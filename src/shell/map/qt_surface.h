@@ -3,9 +3,11 @@
 #include <QColor>
 #include <QImage>
 #include <QPointF>
+#include <QPolygonF>
 #include <QRegion>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <vector>
 
 #include "map/surface.h"
@@ -16,7 +18,8 @@
 
 // The map's drawing surface on an image. Here alone logical units become pixels. What moves is painted without
 // QPainter: glyphs and small circles are kept as lists of inked pixels, dots and lines are set pixel by pixel, and
-// Restore copies back only what has been painted over. A position names a pixel: the nearest one.
+// Restore copies back only what has been painted over. Pens of whole pixels and filled shapes are QPainter's. A
+// position names a pixel: the nearest one.
 namespace kestrel::shell {
 
 class QtSurface final : public map::Surface {
@@ -38,6 +41,8 @@ class QtSurface final : public map::Surface {
   void Line(double x1, double y1, double x2, double y2, map::Pen pen) override;
   void Circle(double x, double y, double radius, map::Pen pen) override;
   void Arc(double x, double y, double radius, double fromDegrees, double toDegrees, map::Pen pen) override;
+  void Box(double x1, double y1, double x2, double y2, map::Pen pen) override;
+  void Polygon(std::span<const map::Point> corners, map::Pen pen) override;
   void Dot(double x, double y, base::Colour color) override;
   map::TextSize Measure(std::string_view text, const map::TextFont& font) override;
   void Print(std::string_view text, double x, double y, const map::TextFont& font, base::Colour color) override;
@@ -64,6 +69,10 @@ class QtSurface final : public map::Surface {
     bool Steep = false;  ///< the longer axis is Y
   };
 
+  static std::uint32_t PixelColour(base::Colour colour) {
+    return 0xFF000000U | static_cast<std::uint32_t>(base::RedOf(colour)) << 16 |
+           static_cast<std::uint32_t>(base::GreenOf(colour)) << 8 | base::BlueOf(colour);
+  }
   int PixelOf(double units) const;
   /// The image's pixels to paint on; makes the copy of what was captured first when that is due.
   std::uint32_t* Pixels();
@@ -73,6 +82,17 @@ class QtSurface final : public map::Surface {
   void DrawAlong(const Way& way, std::uint32_t colour);
   void PixelArc(QPointF centre, double radius, double fromDegrees, double toDegrees, double width,
                 std::uint32_t colour);
+  /// The corners of an arc in device pixels, and lines from corner to corner: by QPainter in whole pixels, but for
+  /// Smooth.
+  static QPolygonF ArcCorners(QPointF centre, double radius, double fromDegrees, double toDegrees);
+  void Stroke(const QPolygonF& corners, map::Pen pen);
+  void StrokeWhole(const QPolygonF& corners, map::Pen pen);
+  /// The field within the corners, device pixels, closed by itself.
+  void Fill(QPolygonF corners, map::Pen pen);
+  /// The image in device pixels, for QPainter; good until something else is drawn.
+  QImage Canvas();
+  /// Marks the part of `box` within the image; false when there is none.
+  bool MarkSeen(const QRectF& box);
   const Sprite& RingShape(double radius, double fromDegrees, double toDegrees, int drawWidth);
   GlyphSheet& Sheet(const map::TextFont& font);
 

@@ -1,11 +1,13 @@
+#include <QPainter>
 #include <QRectF>
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "shell/map/nearest.h"
 #include "shell/map/qt_surface.h"
 
-// Lines and large arcs, smoothed, set pixel by pixel.
+// Lines and large arcs, smoothed, set pixel by pixel; lines in whole pixels and filled fields by QPainter.
 namespace kestrel::shell {
 namespace {
 
@@ -36,6 +38,55 @@ bool CutToBox(QPointF& from, QPointF& to, const QRectF& box) {
   from += way * first;
   return true;
 }
+
+/// What of the field within the corners lies in the box; where it is cut, the box's edge takes its place.
+QPolygonF CutField(QPolygonF corners, const QRectF& box) {
+  // Each side keeps the corners at which this is not below 0.
+  const auto room = [&](int side, QPointF at) {
+    switch (side) {
+      case 0:
+        return at.x() - box.left();
+      case 1:
+        return box.right() - at.x();
+      case 2:
+        return at.y() - box.top();
+      default:
+        return box.bottom() - at.y();
+    }
+  };
+  for (int side = 0; side < 4; ++side) {
+    QPolygonF kept;
+    for (qsizetype index = 0; index < corners.size(); ++index) {
+      const QPointF from = corners[index == 0 ? corners.size() - 1 : index - 1];
+      const QPointF to = corners[index];
+      const double before = room(side, from);
+      const double after = room(side, to);
+      if ((before < 0) != (after < 0)) kept.append(from + (to - from) * (before / (before - after)));
+      if (after >= 0) kept.append(to);
+    }
+    corners = kept;
+  }
+  return corners;
+}
+
+/// Calls corner(point) for the ends of the chords of an arc, device pixels.
+template <class Corner>
+void ForEachCorner(QPointF centre, double radius, double fromDegrees, double toDegrees, Corner&& corner) {
+  constexpr double radian = 3.14159265358979323846 / 180;
+  const double span = std::clamp(toDegrees - fromDegrees, -360.0, 360.0) * radian;
+  const double chord = 2 * std::sqrt(2 * ChordError / radius);
+  const int chords =
+      std::clamp(static_cast<int>(std::min(std::abs(span) / chord, 1.0 * MostChords)) + 1, 1, MostChords);
+  for (int step = 0; step <= chords; ++step) {
+    const double angle = fromDegrees * radian + span * step / chords;
+    corner(centre + QPointF(std::cos(angle), -std::sin(angle)) * radius);
+  }
+}
+
+/// How many pixels a dot and the gap behind it are, pen widths.
+constexpr double DotAndGap = 3;
+/// A position names the middle of its pixel.
+constexpr QPointF Middle(0.5, 0.5);
 
 }  // namespace
 
@@ -106,18 +157,64 @@ void QtSurface::PixelArc(QPointF centre, double radius, double fromDegrees, doub
                          std::uint32_t colour) {
   const QRectF seen = QRectF(image.rect()).adjusted(-width, -width, width, width);
   if (!seen.intersects(QRectF(centre.x() - radius, centre.y() - radius, 2 * radius, 2 * radius))) return;
-  constexpr double radian = 3.14159265358979323846 / 180;
-  const double span = std::clamp(toDegrees - fromDegrees, -360.0, 360.0) * radian;
-  const double chord = 2 * std::sqrt(2 * ChordError / radius);
-  const int chords =
-      std::clamp(static_cast<int>(std::min(std::abs(span) / chord, 1.0 * MostChords)) + 1, 1, MostChords);
-  QPointF from;
-  for (int step = 0; step <= chords; ++step) {
-    const double angle = fromDegrees * radian + span * step / chords;
-    const QPointF to = centre + QPointF(std::cos(angle), -std::sin(angle)) * radius;
-    if (step > 0) PixelLine(from, to, width, colour);
+  std::optional<QPointF> from;
+  ForEachCorner(centre, radius, fromDegrees, toDegrees, [&](QPointF to) {
+    if (from) PixelLine(*from, to, width, colour);
     from = to;
+  });
+}
+
+QPolygonF QtSurface::ArcCorners(QPointF centre, double radius, double fromDegrees, double toDegrees) {
+  QPolygonF corners;
+  ForEachCorner(centre, radius, fromDegrees, toDegrees, [&](QPointF corner) { corners.append(corner); });
+  return corners;
+}
+
+void QtSurface::Stroke(const QPolygonF& corners, map::Pen pen) {
+  if (pen.Style != map::PenStyle::Smooth) return StrokeWhole(corners, pen);
+  for (qsizetype index = 1; index < corners.size(); ++index) {
+    PixelLine(corners[index - 1], corners[index], pen.DrawWidth * ratio, PixelColour(pen.Color));
   }
+}
+
+void QtSurface::StrokeWhole(const QPolygonF& corners, map::Pen pen) {
+  const double width = std::clamp(std::round(pen.DrawWidth * ratio), 1.0, 256.0);
+  const double margin = width + 2;
+  // QPainter counts in less than 32 bits: it is given only what can be seen.
+  const QRectF near = QRectF(image.rect()).adjusted(-margin, -margin, margin, margin);
+  const bool dotted = pen.Style == map::PenStyle::Dotted;
+  QPen drawn(QColor::fromRgb(PixelColour(pen.Color)), width, Qt::SolidLine, dotted ? Qt::FlatCap : Qt::RoundCap);
+  QImage canvas;
+  QPainter painter;
+  for (qsizetype index = 1; index < corners.size(); ++index) {
+    QPointF from = corners[index - 1];
+    QPointF to = corners[index];
+    if (!CutToBox(from, to, near)) continue;
+    if (!MarkSeen(QRectF(from, to).normalized().adjusted(-width, -width, width + 1, width + 1))) continue;
+    if (!painter.isActive()) {
+      canvas = Canvas();
+      painter.begin(&canvas);
+      painter.setPen(drawn);
+    }
+    if (dotted) {
+      // The dots stay where they are on the line, however much of it is cut.
+      drawn.setDashPattern({1, DotAndGap - 1});
+      drawn.setDashOffset(std::fmod(QLineF(corners[index - 1], from).length() / width, DotAndGap));
+      painter.setPen(drawn);
+    }
+    painter.drawLine(from + Middle, to + Middle);
+  }
+}
+
+void QtSurface::Fill(QPolygonF corners, map::Pen pen) {
+  corners = CutField(std::move(corners), QRectF(image.rect()).adjusted(-2, -2, 2, 2));
+  if (!MarkSeen(corners.boundingRect().adjusted(-1, -1, 2, 2))) return;
+  QImage canvas = Canvas();
+  QPainter painter(&canvas);
+  painter.setRenderHint(QPainter::Antialiasing, pen.Style == map::PenStyle::Smooth);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(QColor::fromRgb(PixelColour(pen.Color)));
+  painter.drawPolygon(corners.translated(Middle), Qt::OddEvenFill);
 }
 
 }  // namespace kestrel::shell

@@ -3,46 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstring>
 #include <limits>
 #include <random>
+
+#include "shell/map/painted.h"
 
 namespace kestrel::shell {
 namespace {
 
 constexpr map::TextFont LabelFont{.Name = "MS Sans Serif", .Size = 8};
 constexpr double Ratios[] = {1, 1.5, 2};
-const QColor Ground(10, 20, 30);
-
-/// A surface of some logical pixels, all ground, captured.
-QtSurface Made(QSize logical, double ratio) {
-  QtSurface surface;
-  surface.SetBackground(Ground);
-  surface.Resize((QSizeF(logical) * ratio).toSize(), ratio);
-  surface.Capture();
-  surface.TakeDirty();
-  return surface;
-}
-
-/// What differs from the ground.
-QRegion Painted(const QImage& image) {
-  QRegion painted;
-  for (int y = 0; y < image.height(); ++y) {
-    for (int x = 0; x < image.width(); ++x) {
-      if (image.pixel(x, y) != Ground.rgb()) painted += QRect(x, y, 1, 1);
-    }
-  }
-  return painted;
-}
-
-bool SamePixels(const QImage& a, const QImage& b) {
-  if (a.size() != b.size()) return false;
-  for (int y = 0; y < a.height(); ++y) {
-    if (std::memcmp(a.constScanLine(y), b.constScanLine(y), static_cast<std::size_t>(a.width()) * 4) != 0) return false;
-  }
-  return true;
-}
-
 /// A picture whose pixel (x, y) has red x and green y, modulo 256.
 base::Picture Ramp(int width, int height, std::vector<std::uint32_t>& pixels) {
   pixels.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
