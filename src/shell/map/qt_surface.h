@@ -82,7 +82,7 @@ class QtSurface final : public map::Surface {
   void DrawAlong(const Way& way, std::uint32_t colour);
   void PixelArc(QPointF centre, double radius, double fromDegrees, double toDegrees, double width,
                 std::uint32_t colour);
-  /// The corners of an arc in device pixels, and lines from corner to corner: by QPainter in whole pixels, but for
+  /// The corners of an arc, whole device pixels, and lines from corner to corner: by QPainter in whole pixels, but for
   /// Smooth.
   static QPolygonF ArcCorners(QPointF centre, double radius, double fromDegrees, double toDegrees);
   void Stroke(const QPolygonF& corners, map::Pen pen);

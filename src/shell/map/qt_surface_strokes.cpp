@@ -75,8 +75,9 @@ void ForEachCorner(QPointF centre, double radius, double fromDegrees, double toD
   constexpr double radian = 3.14159265358979323846 / 180;
   const double span = std::clamp(toDegrees - fromDegrees, -360.0, 360.0) * radian;
   const double chord = 2 * std::sqrt(2 * ChordError / radius);
-  const int chords =
-      std::clamp(static_cast<int>(std::min(std::abs(span) / chord, 1.0 * MostChords)) + 1, 1, MostChords);
+  // By fours: a whole circle has corners at its utmost left, right, top and bottom.
+  const int fours = static_cast<int>(std::min(std::abs(span) / chord, 1.0 * MostChords) / 4) + 1;
+  const int chords = 4 * fours;
   for (int step = 0; step <= chords; ++step) {
     const double angle = fromDegrees * radian + span * step / chords;
     corner(centre + QPointF(std::cos(angle), -std::sin(angle)) * radius);
@@ -166,7 +167,8 @@ void QtSurface::PixelArc(QPointF centre, double radius, double fromDegrees, doub
 
 QPolygonF QtSurface::ArcCorners(QPointF centre, double radius, double fromDegrees, double toDegrees) {
   QPolygonF corners;
-  ForEachCorner(centre, radius, fromDegrees, toDegrees, [&](QPointF corner) { corners.append(corner); });
+  ForEachCorner(centre, radius, fromDegrees, toDegrees,
+                [&](QPointF corner) { corners.append(QPointF(std::round(corner.x()), std::round(corner.y()))); });
   return corners;
 }
 
@@ -184,6 +186,8 @@ void QtSurface::StrokeWhole(const QPolygonF& corners, map::Pen pen) {
   const QRectF near = QRectF(image.rect()).adjusted(-margin, -margin, margin, margin);
   const bool dotted = pen.Style == map::PenStyle::Dotted;
   QPen drawn(QColor::fromRgb(PixelColour(pen.Color)), width, Qt::SolidLine, dotted ? Qt::FlatCap : Qt::RoundCap);
+  // A pen of one pixel goes by the pixels' names, a wider one by their areas.
+  const QPointF middle = width > 1 ? Middle : QPointF();
   QImage canvas;
   QPainter painter;
   for (qsizetype index = 1; index < corners.size(); ++index) {
@@ -202,7 +206,11 @@ void QtSurface::StrokeWhole(const QPolygonF& corners, map::Pen pen) {
       drawn.setDashOffset(std::fmod(QLineF(corners[index - 1], from).length() / width, DotAndGap));
       painter.setPen(drawn);
     }
-    painter.drawLine(from + Middle, to + Middle);
+    if (from == to) {
+      painter.drawPoint(from + middle);
+    } else {
+      painter.drawLine(from + middle, to + middle);
+    }
   }
 }
 
