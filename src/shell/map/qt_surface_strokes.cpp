@@ -86,6 +86,8 @@ void ForEachCorner(QPointF centre, double radius, double fromDegrees, double toD
 
 /// How many pixels a dot and the gap behind it are, pen widths.
 constexpr double DotAndGap = 3;
+/// The way along the longer axis.
+double Longer(QPointF way) { return std::max(std::abs(way.x()), std::abs(way.y())); }
 /// A position names the middle of its pixel.
 constexpr QPointF Middle(0.5, 0.5);
 
@@ -185,7 +187,8 @@ void QtSurface::StrokeWhole(const QPolygonF& corners, map::Pen pen) {
   // QPainter counts in less than 32 bits: it is given only what can be seen.
   const QRectF near = QRectF(image.rect()).adjusted(-margin, -margin, margin, margin);
   const bool dotted = pen.Style == map::PenStyle::Dotted;
-  QPen drawn(QColor::fromRgb(PixelColour(pen.Color)), width, Qt::SolidLine, dotted ? Qt::FlatCap : Qt::RoundCap);
+  const QPen drawn(QColor::fromRgb(PixelColour(pen.Color)), width, Qt::SolidLine,
+                   dotted ? Qt::SquareCap : Qt::RoundCap);
   // A pen of one pixel goes by the pixels' names, a wider one by their areas.
   const QPointF middle = width > 1 ? Middle : QPointF();
   QImage canvas;
@@ -201,10 +204,17 @@ void QtSurface::StrokeWhole(const QPolygonF& corners, map::Pen pen) {
       painter.setPen(drawn);
     }
     if (dotted) {
-      // The dots stay where they are on the line, however much of it is cut.
-      drawn.setDashPattern({1, DotAndGap - 1});
-      drawn.setDashOffset(std::fmod(QLineF(corners[index - 1], from).length() / width, DotAndGap));
-      painter.setPen(drawn);
+      // Counted from the uncut end, so that dots stay where they are on the line, however much of it is seen.
+      const QPointF start = corners[index - 1];
+      const QPointF way = corners[index] - start;
+      const double length = Longer(way);
+      const double gap = DotAndGap * width;
+      const double last = Longer(to - start);
+      for (double at = std::ceil(Longer(from - start) / gap) * gap; at <= last; at += gap) {
+        const QPointF dot = length > 0 ? start + way * (at / length) : start;
+        painter.drawPoint(QPointF(std::floor(dot.x() + 0.5), std::floor(dot.y() + 0.5)) + middle);
+      }
+      continue;
     }
     if (from == to) {
       painter.drawPoint(from + middle);
