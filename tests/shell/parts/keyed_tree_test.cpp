@@ -4,12 +4,10 @@
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPixmap>
 #include <QScrollBar>
-#include <QStandardItemModel>
 #include <QStyle>
 #include <QStyleOptionViewItem>
 #include <QTest>
@@ -17,7 +15,6 @@
 #include <QTreeView>
 #include <algorithm>
 #include <functional>
-#include <limits>
 #include <memory>
 
 namespace kestrel::shell {
@@ -409,54 +406,6 @@ TEST_F(Tree, RefreshClosedSelectsNothingWithoutSuchANode) {
     EXPECT_EQ(tree.Selected(), QString()) << key;
     EXPECT_EQ(ChildrenOf(""), Word("C1 C2")) << key;
   }
-}
-
-TEST(TreeOfMany, FillsAsSoonAsTheToolkitsOwn) {
-  constexpr int Groups = 5000, Each = 15, Rounds = 5;
-  // Best of some rounds each, in turn, so that what else the machine does spoils neither.
-  qint64 ours = std::numeric_limits<qint64>::max(), theirs = ours;
-  for (int round = 0; round < Rounds; ++round) {
-    QElapsedTimer watch;
-    QTreeView view;
-    KeyedTree tree(nullptr);
-    tree.ShowIn(view);
-    watch.start();
-    std::vector<Row> rows;
-    rows.reserve(Groups * (Each + 1));
-    for (int group = 0; group < Groups; ++group) {
-      const auto parent = static_cast<int>(rows.size());
-      rows.push_back({u'C' + QString::number(group), QStringLiteral("Group"), -1, 1, Mark::On});
-      for (int child = 0; child < Each; ++child) {
-        rows.push_back({u'D' + QString::number(parent + child), QStringLiteral("Row"), parent, 2, Mark::On});
-      }
-    }
-    tree.RefreshClosed(std::move(rows), QStringLiteral("C4999"));
-    ours = std::min(ours, watch.nsecsElapsed());
-    ASSERT_EQ(tree.rowCount(tree.Find(QStringLiteral("C4999"))), Each);
-    ASSERT_EQ(tree.Selected(), QStringLiteral("C4999"));
-
-    QTreeView other;
-    QStandardItemModel standard;
-    other.setUniformRowHeights(true);
-    other.setModel(&standard);
-    watch.start();
-    for (int group = 0; group < Groups; ++group) {
-      auto* above = new QStandardItem(QStringLiteral("Group"));
-      above->setData(QString(u'C' + QString::number(group)), Qt::UserRole);
-      above->setCheckState(Qt::Checked);
-      for (int child = 0; child < Each; ++child) {
-        auto* item = new QStandardItem(QStringLiteral("Row"));
-        item->setData(QString(u'D' + QString::number(child)), Qt::UserRole);
-        item->setCheckState(Qt::Checked);
-        above->appendRow(item);
-      }
-      standard.appendRow(above);
-    }
-    theirs = std::min(theirs, watch.nsecsElapsed());
-  }
-  RecordProperty("ours_us", static_cast<int>(ours / 1000));
-  RecordProperty("theirs_us", static_cast<int>(theirs / 1000));
-  EXPECT_LE(ours, theirs * 3 / 2) << "nanoseconds for " << Groups * (Each + 1) << " rows";
 }
 
 }  // namespace
