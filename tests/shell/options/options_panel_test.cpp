@@ -41,7 +41,7 @@ TEST_F(OptionsPage, MiniMapTakesItsScaleAtOnce) {
   QWidget& small = Frame().Tools().MiniMap().Picture();
   EXPECT_EQ(Part<QComboBox>("Combo1").currentText(), QStringLiteral("5"));
   EXPECT_EQ(Part<QLabel>("lblMiniMapScale").text(), QStringLiteral("MiniMap Scale 1\\"));
-  EXPECT_EQ(small.width(), 205);
+  EXPECT_EQ(small.width(), 204);
   EXPECT_EQ(Drawn([this] { Choose("Combo1", 8); }), None);
   EXPECT_EQ(small.width(), 128);
   EXPECT_EQ(Saved("MINIMAPSCALE"), "8");
