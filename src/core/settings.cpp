@@ -69,9 +69,11 @@ std::string Written(const SettingsRow& row) {
 }
 
 void ReadRows(const base::ProfileFile& ini, Station& station) {
+  for (ToolWindowState& window : station.ToolWindows) window.Placed = false;
   for (const SettingsRow& row : SettingsTable(station)) {
     if (row.Use == Access::WriteOnly) continue;
     const std::string text = ini.ReadIniValue(row.Section, row.Key, row.ReadDefault);
+    if (row.Found != nullptr && !ini.ReadIniValue(row.Section, row.Key, "").empty()) *row.Found = true;
     const bool missing = row.ZeroIsMissing && base::RoundHalfEven(base::LeadingNumber(text)) == 0;
     if (Assign(row, missing ? row.ReadDefault : text)) continue;
     Assign(row, row.ReadDefault);

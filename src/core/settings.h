@@ -33,6 +33,7 @@ struct SettingsRow {
   Reading As = Reading::Leading;
   Access Use = Access::ReadWrite;
   bool ZeroIsMissing = false;  ///< a stored 0, though written, is read as ReadDefault: this stands
+  bool* Found = nullptr;       ///< becomes true when the file holds a value for the key
 };
 
 /// Every key of "KESTREL.ini" with a fixed name, in the order of writing. The pointers go into `station`.

@@ -16,7 +16,9 @@ void AddToolWindows(std::vector<SettingsRow>& rows, Station& station) {
     const std::string w(toolWindowKeys[i]);
     ToolWindowState& window = station.ToolWindows[i];
     rows.push_back({"OPTIONS", w + "FORMX", "", &window.X});
+    rows.back().Found = &window.Placed;
     rows.push_back({"OPTIONS", w + "FORMY", "", &window.Y});
+    rows.back().Found = &window.Placed;
     rows.push_back({"OPTIONS", w + "FORMMIN", "1", &window.Minimized});
     rows.push_back({"OPTIONS", w + "FORMHID", "0", &window.Hidden});
     rows.push_back({"OPTIONS", w + "FORMTR", "255", &window.Transparency});

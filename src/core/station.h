@@ -35,6 +35,7 @@ struct ToolWindowState {
   bool Minimized = true;  ///< rolled up to its title strip
   bool Hidden = false;
   std::int16_t Transparency = 255;  ///< opacity 0..255
+  bool Placed = false;              ///< the settings hold X or Y; a 0 that stands there is a place
 };
 
 /// Last positions of the editor dialogs, logical units; fields named as their keys.

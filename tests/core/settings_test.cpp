@@ -103,6 +103,18 @@ TEST_F(Settings, KeysReachTheFieldsOfTheirNames) {
   EXPECT_EQ(station.Catalogue.Current().Name, "balkans");
 }
 
+TEST_F(Settings, AFloatingWindowHasAPlaceWhenEitherOfItsKeysIsThere) {
+  const auto placed = [this](ToolWindow which) { return station.ToolWindows[static_cast<std::size_t>(which)].Placed; };
+  LoadWith("[OPTIONS]\nBULLFORMX=0\nBULLFORMY=0\nRECFORMX=0\nVIEWFORMY=15\nAREASFORMX=\nAREASFORMY=\nFREQFORMMIN=0\n");
+  for (const ToolWindow which : {ToolWindow::Bulls, ToolWindow::Rec, ToolWindow::View}) EXPECT_TRUE(placed(which));
+  for (const ToolWindow which : {ToolWindow::Areas, ToolWindow::Freq, ToolWindow::Curs}) EXPECT_FALSE(placed(which));
+  LoadWith("");
+  EXPECT_FALSE(placed(ToolWindow::Bulls)) << "of the file before";
+  SaveVars(station);
+  LoadSavedVars(station);
+  EXPECT_TRUE(placed(ToolWindow::Bulls)) << "a save writes every place";
+}
+
 TEST_F(Settings, AShortcutStoredAsZeroTakesItsDefaultWhenItIsRead) {
   folder.Write("KESTREL.ini", "[SHORTCUTS]\nKEY0=0\nKEY1=\nKEY18=0\nKEY21=88\nKEY22=none\n");
   LoadSavedVars(station);

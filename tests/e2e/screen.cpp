@@ -4,6 +4,7 @@
 #include <QDeadlineTimer>
 #include <QProcessEnvironment>
 #include <QThread>
+#include <csignal>
 
 namespace kestrel::e2e {
 
@@ -40,6 +41,10 @@ QString Child::Output() {
   output += QString::fromLatin1(process.readAll());
   return output;
 }
+
+void Child::Pause() const { kill(static_cast<pid_t>(process.processId()), SIGSTOP); }
+
+void Child::Resume() const { kill(static_cast<pid_t>(process.processId()), SIGCONT); }
 
 bool Child::Ends(int seconds) {
   return WaitFor([this] { return process.state() == QProcess::NotRunning; }, seconds);
@@ -141,6 +146,14 @@ QStringList Screen::Windows() const {
   return Tool(QStringLiteral("xdotool"), {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
                                           QStringLiteral("--class"), QStringLiteral("kestrel")})
       .split(u'\n', Qt::SkipEmptyParts);
+}
+
+void Screen::Drag(QPoint from, QPoint to) const {
+  Point(from);
+  Tool(QStringLiteral("xdotool"), {QStringLiteral("mousedown"), QStringLiteral("1")});
+  Point((from + to) / 2);
+  Point(to);
+  Tool(QStringLiteral("xdotool"), {QStringLiteral("mouseup"), QStringLiteral("1")});
 }
 
 QImage Screen::Picture() const {

@@ -28,6 +28,9 @@ class Child {
   int ExitCode() const { return process.exitCode(); }
   bool Crashed() const { return process.exitStatus() == QProcess::CrashExit; }
   void Kill() { process.kill(); }
+  /// Lets it do nothing until it is resumed.
+  void Pause() const;
+  void Resume() const;
 
  private:
   QProcess process;
@@ -59,9 +62,12 @@ class Screen {
   void Point(QPoint place) const;
   /// All windows that stand on the screen, also those without a title, such as tool tips.
   QStringList Windows() const;
+  /// Moves the pointer from one place to another with the left button held.
+  void Drag(QPoint from, QPoint to) const;
   QImage Picture() const;
   /// Name of the screen, e.g. ":99".
   QString Display() const { return display; }
+  Child& Manager() { return *manager; }
   /// Ends the screen; every program on it loses it.
   void Shut();
 

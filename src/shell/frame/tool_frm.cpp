@@ -116,7 +116,14 @@ void ToolFrm::MaxFrm() {
   ShowRoll();
 }
 
-void ToolFrm::ApplyHeight() { setFixedSize(full.width(), expanded ? full.height() : StripHeight + 2 * Border); }
+void ToolFrm::ApplyHeight() {
+  const QSize former = size();
+  setFixedSize(full.width(), expanded ? full.height() : StripHeight + 2 * Border);
+  // At the start each stands where it is kept, its size being no news.
+  if (station.State.Loading || (width() <= former.width() && height() <= former.height())) return;
+  MoveInto(*NearestScreen());
+  raise();
+}
 
 void ToolFrm::FitBody() {
   ensurePolished();
@@ -142,29 +149,41 @@ void ToolFrm::Place() {
 }
 
 void ToolFrm::MoveTo(QPoint place) {
-  move(place);
   State().X = Units(place.x());
   State().Y = Units(place.y());
+  move(place);
 }
 
 void ToolFrm::BringIntoView() {
-  const QRect strip(pos(), QSize(width(), StripHeight));
+  const QRect strip = Strip();
   for (const QScreen* each : QGuiApplication::screens()) {
     const QRect seen = strip & each->availableGeometry();
     if (seen.height() == StripHeight && seen.width() >= qMin(EnoughOfStrip, width())) return;
   }
-  const auto distance = [&strip](const QScreen* each) {
+  MoveInto(*NearestScreen());
+}
+
+QRect ToolFrm::Strip() const { return {pos(), QSize(width(), StripHeight)}; }
+
+const QScreen* ToolFrm::NearestScreen() const {
+  const QPoint center = Strip().center();
+  const auto distance = [center](const QScreen* each) {
     const QRect area = each->availableGeometry();
-    const int x = qBound(area.left(), strip.center().x(), area.right()) - strip.center().x();
-    const int y = qBound(area.top(), strip.center().y(), area.bottom()) - strip.center().y();
+    const int x = qBound(area.left(), center.x(), area.right()) - center.x();
+    const int y = qBound(area.top(), center.y(), area.bottom()) - center.y();
     return qAbs(static_cast<qint64>(x)) + qAbs(static_cast<qint64>(y));
   };
   const QList<QScreen*> screens = QGuiApplication::screens();
-  const QScreen* nearest = *std::min_element(screens.begin(), screens.end(),
-                                             [&distance](QScreen* a, QScreen* b) { return distance(a) < distance(b); });
-  const QRect area = nearest->availableGeometry();
-  MoveTo({qMax(area.left(), qMin(pos().x(), area.right() + 1 - width())),
-          qMax(area.top(), qMin(pos().y(), area.bottom() + 1 - height()))});
+  return *std::min_element(screens.begin(), screens.end(),
+                           [&distance](QScreen* a, QScreen* b) { return distance(a) < distance(b); });
+}
+
+void ToolFrm::MoveInto(const QScreen& screen) {
+  const QRect area = screen.availableGeometry();
+  const QPoint inside(qMax(area.left(), qMin(pos().x(), area.right() + 1 - width())),
+                      qMax(area.top(), qMin(pos().y(), area.bottom() + 1 - height())));
+  // A place that is good already stays as it is kept, to the unit.
+  if (inside != pos()) MoveTo(inside);
 }
 
 void ToolFrm::ToggleBox(std::string_view box) {
@@ -185,10 +204,16 @@ void ToolFrm::Unload() {
 void ToolFrm::moveEvent(QMoveEvent* event) {
   QWidget::moveEvent(event);
   core::ToolWindowState& kept = State();
-  // While a window manager takes a window up or lets it go, it reports places that nobody chose (its own frame's 0,0).
-  if (station.State.Loading || !isVisible() || !windowHandle()->isExposed()) return;
+  const QPoint place(Pixels(kept.X), Pixels(kept.Y));
   // A place that is already kept stays as it is written, to the unit.
-  if (pos() == QPoint(Pixels(kept.X), Pixels(kept.Y))) return;
+  if (pos() == place || !isVisible()) return;
+  // While a window manager takes a window up, it reports places that nobody chose (its own frame's 0,0) and may not
+  // take them back: the next thing asked of the window would move it there.
+  if (!windowHandle()->isExposed()) {
+    move(place);
+    return;
+  }
+  if (station.State.Loading) return;
   kept.X = Units(pos().x());
   kept.Y = Units(pos().y());
 }
@@ -210,15 +235,25 @@ bool ToolFrm::eventFilter(QObject* watched, QEvent* event) {
   const auto* mouse = dynamic_cast<QMouseEvent*>(event);
   if (event->type() == QEvent::MouseButtonPress && mouse != nullptr && mouse->button() == Qt::LeftButton) {
     Q_EMIT CaptionPressed();
-    // The system drags the window where it can; where it cannot, we do.
-    if (!windowHandle()->startSystemMove()) grabbed = mouse->globalPosition().toPoint() - pos();
+    // The system drags the window where it can; where it cannot, we do. An X11 window manager that hears of it after
+    // the button is up again would hold the window at the pointer until the next press; our own events keep their
+    // order.
+    const bool ours = QGuiApplication::platformName() == u"xcb" || !windowHandle()->startSystemMove();
+    if (ours) grip = Grip{mouse->globalPosition().toPoint() - pos(), pos()};
     return true;
   }
-  if (event->type() == QEvent::MouseMove && mouse != nullptr && grabbed) {
-    move(mouse->globalPosition().toPoint() - *grabbed);
+  if (event->type() == QEvent::MouseMove && mouse != nullptr && grip) {
+    grip->Before = pos();
+    grip->MovedAt = mouse->timestamp();
+    move(mouse->globalPosition().toPoint() - grip->Offset);
     return true;
   }
-  if (event->type() == QEvent::MouseButtonRelease) grabbed.reset();
+  if (event->type() == QEvent::MouseButtonRelease && mouse != nullptr && grip) {
+    // A window manager may hold a click back while the pointer goes on: X11 then tells of the release where the pointer
+    // is by now, and the toolkit makes a move of that. One that comes with the release is not of the hand.
+    if (grip->MovedAt == mouse->timestamp()) move(grip->Before);
+    grip.reset();
+  }
   return QWidget::eventFilter(watched, event);
 }
 

@@ -8,6 +8,7 @@
 
 #include "core/program.h"
 
+class QScreen;
 class QToolButton;
 
 namespace kestrel::shell {
@@ -26,7 +27,7 @@ class ToolFrm : public QWidget {
 
   /// Rolls the window up to its strip; the full height is kept.
   void MinFrm();
-  /// Rolls it down to its full height.
+  /// Rolls it down to its full height, whole on the screen.
   void MaxFrm();
   bool Expanded() const { return expanded; }
   /// Opacity 0..255 of the window as it is shown. What is kept (TR) does not change. 0 is invisible, by intention.
@@ -71,10 +72,23 @@ class ToolFrm : public QWidget {
   core::Program& station;
 
  private:
+  /// How a caption is held.
+  struct Grip {
+    QPoint Offset;                        ///< of the pointer from the window's corner
+    QPoint Before;                        ///< the corner before the latest move
+    std::optional<quint64> MovedAt = {};  ///< time of that move's event
+  };
+
   QWidget* BuildStrip(const QString& caption);
   QToolButton* StripButton(const char* name, const QString& toolTip);
   void ShowRoll();
+  /// Gives the window its size. One that grows by it is brought onto the screen whole, and to the front.
   void ApplyHeight();
+  /// The caption strip on the desktop.
+  QRect Strip() const;
+  const QScreen* NearestScreen() const;
+  /// Moves the window so that all of it is on that screen, or its upper left corner where it is too large.
+  void MoveInto(const QScreen& screen);
 
   core::ToolWindow kind;
   QWidget* body;
@@ -82,8 +96,8 @@ class ToolFrm : public QWidget {
   QToolButton* CMD1 = nullptr;
   bool expanded = true;
   bool unloading = false;
-  QSize full;                     ///< with the strip, rolled down
-  std::optional<QPoint> grabbed;  ///< where the strip is held while the window is dragged by us
+  QSize full;                ///< with the strip, rolled down
+  std::optional<Grip> grip;  ///< while the window is dragged by us
 };
 
 }  // namespace kestrel::shell

@@ -94,15 +94,13 @@ std::vector<ToolFrm*> ToolWindows::InButtonOrder() {
 }
 
 void ToolWindows::PlaceAll() {
-  const bool noneKept = std::all_of(windows.begin(), windows.end(), [](const std::unique_ptr<ToolFrm>& window) {
-    return window->State().X == 0 && window->State().Y == 0;
-  });
   for (const auto& window : windows) window->Place();
-  if (noneKept) PlaceFirst();
+  PlaceFirst();
 }
 
 void ToolWindows::PlaceFirst() {
   std::vector<ToolFrm*> ordered = InButtonOrder();
+  std::erase_if(ordered, [](ToolFrm* window) { return window->State().Placed; });
   std::stable_partition(ordered.begin(), ordered.end(), [](ToolFrm* window) { return !window->State().Hidden; });
   const QRect area = FirstArea();
   const std::vector<core::WindowPlace> places =

@@ -33,8 +33,8 @@ class ToolWindows final : public QObject {
   ClientsFrm& Clients();
   ViewFrm& View();
 
-  /// Start: each window takes its place, opacity and roll from what is kept; with no place kept for any of them they
-  /// are put in a column at the right of the frame.
+  /// Start: each window takes its place, opacity and roll from what is kept; those without a kept place are put in
+  /// columns at the right of the frame.
   void PlaceAll();
   /// Shows or hides one window and keeps that (HID). While the windows are suspended it takes effect at their return.
   void SetShown(core::ToolWindow which, bool shown);
@@ -65,6 +65,7 @@ class ToolWindows final : public QObject {
   /// Shows or hides one window as it is kept and held back.
   void Follow(core::ToolWindow which);
   std::vector<ToolFrm*> InButtonOrder();
+  /// Puts those in order for which no place is kept.
   void PlaceFirst();
   /// Where the windows stand that have never been placed, pixels of the desktop.
   QRect FirstArea() const;

@@ -9,78 +9,11 @@
 #include <functional>
 
 #include "shell/core/dialogs.h"
+#include "shell/frame/floating_windows.h"
 #include "shell/frame/slider_frm1.h"
-#include "shell/frame/tool_table.h"
-#include "shell/station_fixture.h"
 
 namespace kestrel::shell {
 namespace {
-
-using core::ToolWindow;
-
-/// The windows that it watches, in the order in which they are raised.
-class RaiseLog final : public QObject {
- public:
-  QList<QObject*> InOrder;
-  bool eventFilter(QObject* window, QEvent* event) override {
-    if (event->type() == QEvent::ZOrderChange) InOrder << window;
-    return false;
-  }
-};
-
-/// Width of the frame at which its status strip has room for everything, whatever the font.
-constexpr int WideEnough = 2000;
-
-class FloatingWindows : public StationTest {
- protected:
-  /// Starts with these keys of the section OPTIONS, "\r\n" after each.
-  void StartWith(const QByteArray& options, const QByteArray& debug = "0") {
-    Write("KESTREL.ini", "[LOG]\r\nDEBUG=" + debug +
-                             "\r\n[MAPS]\r\nTOTALMAPS=1\r\nMAP1=one.ini\r\nCURRENTMAP=1\r\n[OPTIONS]\r\n" + options);
-    Start();
-  }
-
-  ToolFrm& Window(ToolWindow which) { return Frame().Tools().Window(which); }
-  QToolButton& Check(ToolWindow which) { return Frame().Strip().Check(which); }
-  core::ToolWindowState& State(ToolWindow which) { return Window(which).State(); }
-  template <class Widget = QToolButton>
-  Widget& Part(ToolWindow which, const char* name) {
-    auto* part = Window(which).findChild<Widget*>(QString::fromLatin1(name));
-    EXPECT_NE(part, nullptr) << name;
-    return *part;
-  }
-  QImage IconOf(ToolWindow which, const char* button) {
-    return Part(which, button).icon().pixmap(Part(which, button).iconSize()).toImage();
-  }
-  void FrameHasKeyboard() {
-    QApplication::setActiveWindow(&Frame());
-    Picture().setFocus();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return Picture().hasFocus(); }));
-  }
-  /// A key for whoever has the keyboard.
-  static void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
-    QWidget* menu = QApplication::activePopupWidget();
-    QTest::keyClick(menu != nullptr ? menu : QApplication::focusWidget(), key, modifiers);
-  }
-  /// Presses Tab until that control has the keyboard.
-  static bool TabTo(const char* name) {
-    for (int step = 0; step < 100; ++step) {
-      if (QApplication::focusWidget() == nullptr) return false;
-      if (QApplication::focusWidget()->objectName() == QString::fromLatin1(name)) return true;
-      Key(Qt::Key_Tab);
-    }
-    return false;
-  }
-  QRect Placed(ToolWindow which) { return {Window(which).pos(), Window(which).size()}; }
-  void ExpectNoneOverlaps(const std::function<bool(const ToolFrm&)>& counts = [](const ToolFrm&) { return true; }) {
-    for (const ToolEntry& a : ToolEntries()) {
-      for (const ToolEntry& b : ToolEntries()) {
-        if (a.Which >= b.Which || !counts(Window(a.Which)) || !counts(Window(b.Which))) continue;
-        EXPECT_FALSE(Placed(a.Which).intersects(Placed(b.Which))) << a.Window << " over " << b.Window;
-      }
-    }
-  }
-};
 
 TEST_F(FloatingWindows, EachIsOnTopWithItsNameAndCaption) {
   Start();
@@ -137,22 +70,6 @@ TEST_F(FloatingWindows, OptionsAreReachedAndChangedByKeysAlone) {
   ASSERT_TRUE(TabTo("Command4"));
   Key(Qt::Key_Space);
   EXPECT_FALSE(options.isVisible());
-}
-
-TEST_F(FloatingWindows, StartTakesPlaceRollAndVisibilityFromTheSettings) {
-  StartWith(
-      "CLIENTSFORMX=1500\r\nCLIENTSFORMY=3000\r\nCLIENTSFORMMIN=0\r\nCLIENTSFORMHID=0\r\n"
-      "FREQFORMX=600\r\nFREQFORMY=750\r\nFREQFORMMIN=1\r\nFREQFORMHID=1\r\n");
-  EXPECT_EQ(Window(ToolWindow::Clients).pos(), QPoint(100, 200));
-  EXPECT_TRUE(Window(ToolWindow::Clients).Expanded());
-  EXPECT_TRUE(Window(ToolWindow::Clients).isVisible());
-  EXPECT_TRUE(Check(ToolWindow::Clients).isChecked());
-  EXPECT_TRUE(Action("mnuFClients").isChecked());
-  EXPECT_EQ(Window(ToolWindow::Freq).pos(), QPoint(40, 50));
-  EXPECT_FALSE(Window(ToolWindow::Freq).Expanded());
-  EXPECT_FALSE(Window(ToolWindow::Freq).isVisible());
-  EXPECT_FALSE(Check(ToolWindow::Freq).isChecked());
-  EXPECT_FALSE(Action("mnuFrequencies").isChecked());
 }
 
 TEST_F(FloatingWindows, FreqFrmIsOpenAfterTheStartUnlessItIsKeptHidden) {
@@ -233,6 +150,39 @@ TEST_F(FloatingWindows, StatusButtonAndMenuEntryToggleTogether) {
     EXPECT_TRUE(Check(each.Which).isChecked());
     EXPECT_TRUE(Action(each.Menu).isChecked());
     EXPECT_FALSE(State(each.Which).Hidden);
+  }
+}
+
+TEST_F(FloatingWindows, EachStatusButtonAndMenuEntryBelongsToItsWindow) {
+  constexpr struct {
+    const char *Check, *Menu, *Window;
+  } pairs[] = {
+      {"chkClients", "mnuFClients", "ClientsFrm"}, {"chkOPtions", "mnuFOptions", "ViewFrm"},
+      {"chkBullseye", "mnuFBullseye", "BullsFrm"}, {"chkCursor", "mnuFCursor", "CursFrm"},
+      {"chkAreas", "mnuFAreas", "AreasFrm"},       {"chkPlayback", "mnuFRec", "RecFrm"},
+      {"chkMinimap", "mnuFMiniMap", "MiniMapFrm"}, {"chkFreq", "mnuFrequencies", "FreqFrm"},
+  };
+  Start();
+  const auto hidden = [this, &pairs] {
+    QStringList names;
+    for (const auto& each : pairs) {
+      auto* window = Frame().findChild<ToolFrm*>(QString::fromLatin1(each.Window));
+      EXPECT_NE(window, nullptr) << each.Window;
+      if (window != nullptr && !window->isVisible()) names << window->objectName();
+    }
+    return names;
+  };
+  ASSERT_TRUE(hidden().isEmpty());
+  for (const auto& each : pairs) {
+    SCOPED_TRACE(each.Check);
+    auto* button = Frame().Strip().findChild<QToolButton*>(QString::fromLatin1(each.Check));
+    ASSERT_NE(button, nullptr);
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_EQ(hidden(), QStringList{QString::fromLatin1(each.Window)});
+    EXPECT_FALSE(Action(each.Menu).isChecked());
+    Action(each.Menu).trigger();
+    EXPECT_TRUE(hidden().isEmpty());
+    EXPECT_TRUE(button->isChecked());
   }
 }
 
@@ -346,52 +296,6 @@ TEST_F(FloatingWindows, OpacitySliderStandsBesideItsButtonAndGoesWithTheFocus) {
   EXPECT_FALSE(popUp);
 }
 
-TEST_F(FloatingWindows, CaptionDragsTheWindowAndItsPlaceIsSaved) {
-  StartWith("CLIENTSFORMX=1500\r\nCLIENTSFORMY=1500\r\n");
-  auto& caption = Part<QLabel>(ToolWindow::Clients, "Label1");
-  QTest::mousePress(&caption, Qt::LeftButton, {}, QPoint(10, 10));
-  QTest::mouseMove(&caption, QPoint(40, 25));
-  QTest::mouseRelease(&caption, Qt::LeftButton, {}, QPoint(10, 10));
-  EXPECT_EQ(Window(ToolWindow::Clients).pos(), QPoint(130, 115));
-  QTest::mouseMove(&caption, QPoint(60, 30));
-  EXPECT_EQ(Window(ToolWindow::Clients).pos(), QPoint(130, 115)) << "let go";
-  Frame().close();
-  const QByteArray saved = Read("KESTREL.ini");
-  EXPECT_TRUE(saved.contains("\r\nCLIENTSFORMX=1950\r\n")) << saved.constData();
-  EXPECT_TRUE(saved.contains("\r\nCLIENTSFORMY=1725\r\n")) << saved.constData();
-}
-
-TEST_F(FloatingWindows, PlaceThatAWindowManagerGivesAHiddenWindowIsNotKept) {
-  StartWith("CLIENTSFORMX=1500\r\nCLIENTSFORMY=3000\r\nCLIENTSFORMHID=0\r\n");
-  ToolFrm& window = Window(ToolWindow::Clients);
-  Frame().Tools().ShowAllWindows(false);
-  window.move(0, 0);
-  QCoreApplication::processEvents();
-  EXPECT_EQ(State(ToolWindow::Clients).X, 1500);
-  EXPECT_EQ(State(ToolWindow::Clients).Y, 3000);
-  Frame().Tools().ShowAllWindows(true);
-  QCoreApplication::processEvents();
-  EXPECT_EQ(window.pos(), QPoint(100, 200));
-}
-
-TEST_F(FloatingWindows, WindowThatIsMovedWithoutItsCaptionKeepsThatPlaceToo) {
-  StartWith("CLIENTSFORMX=1500\r\nCLIENTSFORMY=3000\r\nCLIENTSFORMHID=0\r\n");
-  QCoreApplication::processEvents();
-  Window(ToolWindow::Clients).move(80, 60);
-  QCoreApplication::processEvents();
-  EXPECT_EQ(State(ToolWindow::Clients).X, 80 * 15);
-  EXPECT_EQ(State(ToolWindow::Clients).Y, 60 * 15);
-}
-
-TEST_F(FloatingWindows, OnlyTheLeftButtonDrags) {
-  StartWith("CLIENTSFORMX=1500\r\nCLIENTSFORMY=1500\r\n");
-  auto& caption = Part<QLabel>(ToolWindow::Clients, "Label1");
-  QTest::mousePress(&caption, Qt::RightButton, {}, QPoint(10, 10));
-  QTest::mouseMove(&caption, QPoint(40, 25));
-  EXPECT_EQ(Window(ToolWindow::Clients).pos(), QPoint(100, 100));
-  QTest::mouseRelease(&caption, Qt::RightButton, {}, QPoint(10, 10));
-}
-
 TEST_F(FloatingWindows, PressedCaptionBringsAllToTheFrontAndItsOwnOverTheOthers) {
   Start();
   for (const ToolWindow which : {ToolWindow::Clients, ToolWindow::Bulls, ToolWindow::Freq}) {
@@ -405,67 +309,6 @@ TEST_F(FloatingWindows, PressedCaptionBringsAllToTheFrontAndItsOwnOverTheOthers)
     }
     ASSERT_FALSE(raised.InOrder.isEmpty());
     EXPECT_EQ(raised.InOrder.back(), &Window(which));
-  }
-}
-
-TEST_F(FloatingWindows, PlaceThatIsNotTouchedIsSavedToTheUnit) {
-  StartWith("CLIENTSFORMX=1501\r\nCLIENTSFORMY=2998\r\nCLIENTSFORMMIN=0\r\nFREQFORMHID=1\r\nRECFORMTR=17\r\n");
-  Frame().close();
-  const QByteArray saved = Read("KESTREL.ini");
-  for (const char* line : {"CLIENTSFORMX=1501", "CLIENTSFORMY=2998", "CLIENTSFORMMIN=0", "CLIENTSFORMHID=0",
-                           "FREQFORMHID=1", "RECFORMTR=17", "RECFORMMIN=1"}) {
-    EXPECT_TRUE(saved.contains(QByteArray("\r\n") + line + "\r\n")) << line;
-  }
-}
-
-TEST_F(FloatingWindows, PlaceThatNoScreenShowsIsBroughtBack) {
-  StartWith(
-      "CLIENTSFORMX=900000\r\nCLIENTSFORMY=1500\r\nRECFORMX=-90000\r\nRECFORMY=-90000\r\n"
-      "AREASFORMX=1500\r\nAREASFORMY=2000000000\r\nVIEWFORMX=1500\r\nVIEWFORMY=1500\r\n");
-  const QRect screen = Frame().screen()->availableGeometry();
-  for (const ToolWindow which : {ToolWindow::Clients, ToolWindow::Rec, ToolWindow::Areas}) {
-    EXPECT_TRUE(screen.contains(Placed(which))) << qPrintable(Window(which).objectName());
-    EXPECT_EQ(State(which).X, Window(which).pos().x() * 15);
-    EXPECT_EQ(State(which).Y, Window(which).pos().y() * 15);
-  }
-  EXPECT_EQ(Window(ToolWindow::View).pos(), QPoint(100, 100));
-}
-
-TEST_F(FloatingWindows, FirstStartPutsThemInOrderOverTheMap) {
-  StartWith("CLIENTSFORMMIN=0\r\nVIEWFORMHID=1\r\nAREASFORMHID=1\r\nRECFORMHID=1\r\nFREQFORMHID=1\r\n");
-  const QRect screen = Frame().screen()->availableGeometry();
-  ExpectNoneOverlaps([](const ToolFrm& window) { return window.isVisible(); });
-  for (const ToolEntry& each : ToolEntries()) {
-    EXPECT_TRUE(screen.contains(Placed(each.Which))) << each.Window;
-    EXPECT_NE(State(each.Which).X, 0) << each.Window;
-  }
-  EXPECT_LT(Window(ToolWindow::Clients).pos().y(), Window(ToolWindow::Bulls).pos().y());
-}
-
-TEST_F(FloatingWindows, ResetPositionsMakesACascadeFromTheFrame) {
-  StartWith("CLIENTSFORMX=1501\r\nCLIENTSFORMMIN=0\r\n");
-  Window(ToolWindow::Rec).hide();
-  Action("mnuResetFloating").trigger();
-  const QRect frame = Frame().frameGeometry();
-  EXPECT_EQ(Window(ToolWindow::Clients).pos(), frame.topLeft() + QPoint(900 / 15, 240 / 15));
-  EXPECT_EQ(State(ToolWindow::Clients).X, (frame.left() + 60) * 15);
-  ExpectNoneOverlaps();
-  for (const ToolEntry& each : ToolEntries()) EXPECT_LE(Placed(each.Which).bottom(), frame.bottom()) << each.Window;
-  EXPECT_FALSE(Window(ToolWindow::Rec).isVisible()) << "a place is not a showing";
-}
-
-TEST_F(FloatingWindows, ResetPositionsKeepsEachWholeOnTheScreenThoughAllAreRolledDown) {
-  QByteArray rolledDown;
-  for (const char* prefix : {"CLIENTS", "VIEW", "BULL", "CURSOR", "AREAS", "REC", "MINIMAP", "FREQ"}) {
-    rolledDown += QByteArray(prefix) + "FORMX=1500\r\n" + prefix + "FORMMIN=0\r\n";
-  }
-  StartWith(rolledDown);
-  Action("mnuResetFloating").trigger();
-  const QRect screen = Frame().screen()->availableGeometry();
-  for (const ToolEntry& each : ToolEntries()) {
-    ASSERT_TRUE(Window(each.Which).Expanded()) << each.Window;
-    EXPECT_TRUE(screen.contains(Placed(each.Which))) << each.Window;
-    EXPECT_EQ(State(each.Which).X, Window(each.Which).pos().x() * 15) << each.Window;
   }
 }
 
