@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <initializer_list>
+#include <iterator>
 #include <span>
 
 #include "base/numbers.h"
@@ -162,6 +163,9 @@ void Draw(Surface& surface, const Stroke& stroke, Point centre, Pen pen) {
 /// So that all strokes of an icon keep their places to each other.
 double OnPixel(double units) { return base::RoundHalfEven(units / UnitsPerPixel) * UnitsPerPixel; }
 
+static_assert(std::is_sorted(std::begin(Strokes), std::end(Strokes),
+                             [](const Stroke& a, const Stroke& b) { return a.Icon < b.Icon; }));
+
 }  // namespace
 
 std::string_view IconCaption(std::int32_t number) {
@@ -169,10 +173,11 @@ std::string_view IconCaption(std::int32_t number) {
 }
 
 void DrawIcon(Surface& surface, std::int32_t number, double x, double y, base::Colour color) {
-  const auto strokes = std::ranges::equal_range(Strokes, number, {}, &Stroke::Icon);
   const Point centre{OnPixel(x), OnPixel(y)};
-  for (const Stroke& stroke : strokes) {
-    Draw(surface, stroke, centre, {.Color = color, .Style = PenStyle::Solid});
+  const auto first = std::lower_bound(std::begin(Strokes), std::end(Strokes), number,
+                                      [](const Stroke& stroke, std::int32_t icon) { return stroke.Icon < icon; });
+  for (auto stroke = first; stroke != std::end(Strokes) && stroke->Icon == number; ++stroke) {
+    Draw(surface, *stroke, centre, {.Color = color, .Style = PenStyle::Solid});
   }
 }
 

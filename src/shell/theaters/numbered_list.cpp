@@ -18,7 +18,7 @@ constexpr int NameColumn = 1;
 
 }  // namespace
 
-NumberedList::NumberedList(QStringList titles, Count count, Text text, QObject* owner)
+NumberedList::NumberedList(const QStringList& titles, Count count, Text text, QObject* owner)
     : QAbstractTableModel(owner),
       columns(QStringList{QStringLiteral("#")} + titles),
       countOf(std::move(count)),

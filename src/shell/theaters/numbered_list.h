@@ -26,7 +26,7 @@ class NumberedList final : public QAbstractTableModel {
   static constexpr int ChoicesRole = Qt::UserRole + 1;
 
   /// `titles`: of the columns behind "#".
-  NumberedList(QStringList titles, Count count, Text text, QObject* owner);
+  NumberedList(const QStringList& titles, Count count, Text text, QObject* owner);
 
   /// Gives each row a check mark, at its index; Space sets it wherever in the row the keyboard is. `mark` is told what
   /// the person sets. To be called before ShowIn.
