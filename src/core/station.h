@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "areas/area.h"
+#include "areas/area_editor.h"
 #include "base/files.h"
 #include "base/picture.h"
 #include "core/shortcuts.h"
@@ -78,6 +80,8 @@ struct Station {
   map::ViewState View;
   base::Picture MapPicture;         ///< the current theater's
   theaters::Elevations Elevations;  ///< the current theater's
+  areas::AreaCatalogue Areas;       ///< the current theater's
+  areas::AreaEditor Editor;
   core::Tapes Tapes;
   std::array<ToolWindowState, ToolWindowCount> ToolWindows = {};
   EditorPositions Editors;
