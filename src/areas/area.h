@@ -82,6 +82,7 @@ struct AreaFolder {
 struct AreaCatalogue {
   base::Table<AreaFolder> AreaFolders;
   base::Table<AreaGroup> AreaGroups;
+  std::uint64_t Revision = 0;  ///< grows with each change by the person, for what keeps up with it
 };
 
 /// Whether the folder of a group is there and shown, and the group itself.
