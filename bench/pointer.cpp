@@ -22,7 +22,7 @@
 #include "platform/voice_windows.h"
 #include "shell/core/run_station.h"
 #include "shell/frame/frame.h"
-#include "shell/frame/look.h"
+#include "shell/parts/look.h"
 
 namespace kestrel {
 namespace {

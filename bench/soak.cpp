@@ -32,7 +32,7 @@
 #include "project_paths.h"
 #include "session-sim/encoder.h"
 #include "shell/core/run_station.h"
-#include "shell/frame/look.h"
+#include "shell/parts/look.h"
 
 namespace {
 

@@ -28,11 +28,13 @@ enum class Changed : std::uint32_t {
 constexpr Changed operator|(Changed a, Changed b) {
   return static_cast<Changed>(static_cast<std::uint32_t>(a) | static_cast<std::uint32_t>(b));
 }
+/// What is in both.
+constexpr Changed operator&(Changed a, Changed b) {
+  return static_cast<Changed>(static_cast<std::uint32_t>(a) & static_cast<std::uint32_t>(b));
+}
 constexpr Changed& operator|=(Changed& a, Changed b) { return a = a | b; }
 
 /// True when `set` holds any of `asked`.
-constexpr bool Has(Changed set, Changed asked) {
-  return (static_cast<std::uint32_t>(set) & static_cast<std::uint32_t>(asked)) != 0;
-}
+constexpr bool Has(Changed set, Changed asked) { return (set & asked) != Changed::Nothing; }
 
 }  // namespace kestrel::base

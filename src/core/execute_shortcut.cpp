@@ -3,6 +3,8 @@
 #include <exception>
 
 #include "core/shortcuts.h"
+#include "core/view_options.h"
+#include "map/cursor_tools.h"
 #include "map/geometry.h"
 #include "radio/transmit.h"
 
@@ -28,12 +30,11 @@ Changed Run(Program& program, const Shortcut& shortcut) {
     case ShortcutAct::SaveView:
       map::SaveViewShortcut(view, shortcut.Argument);
       return Changed::Nothing;
-    case ShortcutAct::ViewBox:
-      program.Shown.ToggleBox(ToolWindow::View, shortcut.Box);
-      return Changed::Nothing;
-    case ShortcutAct::CursorBox:
-      program.Shown.ToggleBox(ToolWindow::Curs, shortcut.Box);
-      return Changed::Nothing;
+    case ShortcutAct::Toggle:
+      return ToggleOption(program, shortcut.Option);
+    case ShortcutAct::Cursor:
+      return map::SetStaticCursor(view, program.State.MapOptions, !program.State.MapOptions.STATICCURSOR) |
+             Changed::Options;
     case ShortcutAct::Transmit:
       radio::PressTransmit(program.State.Transmit, program.Voice, TransmitOf(shortcut));
       return Changed::Transmit;

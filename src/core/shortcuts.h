@@ -28,10 +28,10 @@ enum class ShortcutAct {
   ZoomIn,     ///< IncreaseResolution
   ZoomOut,    ///< DecreaseResolution
   Move,       ///< MoveScreen; Argument: its direction
-  ViewBox,    ///< the other state of a check box of ViewFrm; Box: its name
+  Toggle,     ///< the other state of an option; Option: its control in the options window
   ApplyView,  ///< SetViewShortcut; Argument: its slot
   SaveView,   ///< SaveViewShortcut; Argument: its slot
-  CursorBox,  ///< the same of CursFrm
+  Cursor,     ///< the other state of the static cursor
   Transmit,   ///< a radio's transmit key; Argument: 1 UHF, 2 VHF, 3 Guard
 };
 
@@ -40,7 +40,7 @@ struct Shortcut {
   std::int32_t Default;   ///< binding
   ShortcutAct Act;
   std::int16_t Argument = 0;
-  std::string_view Box = {};
+  std::string_view Option = {};
 };
 
 inline constexpr std::array<Shortcut, ShortcutCount> Shortcuts = {{
@@ -51,21 +51,21 @@ inline constexpr std::array<Shortcut, ShortcutCount> Shortcuts = {{
     {"Move Up", 38, ShortcutAct::Move, 1},
     {"Move Down", 40, ShortcutAct::Move, 2},
     {"Center View", 36, ShortcutAct::Move, 5},
-    {"AI Plots", 186, ShortcutAct::ViewBox, 0, "Check2"},
-    {"Real Plots", 222, ShortcutAct::ViewBox, 0, "Check1"},
-    {"AI Labels", 190, ShortcutAct::ViewBox, 0, "Check6"},
-    {"Real Labels", 191, ShortcutAct::ViewBox, 0, "Check4"},
-    {"Bullseye", 66, ShortcutAct::ViewBox, 0, "Check3"},
-    {"Plot History", 72, ShortcutAct::ViewBox, 0, "Check5"},
-    {"Area Names", 78, ShortcutAct::ViewBox, 0, "Check9"},
-    {"Coord Grid", 76, ShortcutAct::ViewBox, 0, "chkShowLat"},
+    {"AI Plots", 186, ShortcutAct::Toggle, 0, "Check2"},
+    {"Real Plots", 222, ShortcutAct::Toggle, 0, "Check1"},
+    {"AI Labels", 190, ShortcutAct::Toggle, 0, "Check6"},
+    {"Real Labels", 191, ShortcutAct::Toggle, 0, "Check4"},
+    {"Bullseye", 66, ShortcutAct::Toggle, 0, "Check3"},
+    {"Plot History", 72, ShortcutAct::Toggle, 0, "Check5"},
+    {"Area Names", 78, ShortcutAct::Toggle, 0, "Check9"},
+    {"Coord Grid", 76, ShortcutAct::Toggle, 0, "chkShowLat"},
     {"Apply View 1", 49, ShortcutAct::ApplyView, 1},
     {"Apply View 2", 50, ShortcutAct::ApplyView, 2},
     {"Apply View 3", 51, ShortcutAct::ApplyView, 3},
     {"Save View 1", 200049, ShortcutAct::SaveView, 1},
     {"Save View 2", 200050, ShortcutAct::SaveView, 2},
     {"Save View 3", 200051, ShortcutAct::SaveView, 3},
-    {"Static Cursor", 67, ShortcutAct::CursorBox, 0, "Check1"},
+    {"Static Cursor", 67, ShortcutAct::Cursor},
     {"Transm UHF", 112, ShortcutAct::Transmit, 1},
     {"Transm VHF", 113, ShortcutAct::Transmit, 2},
     {"Transm GUARD", 114, ShortcutAct::Transmit, 3},

@@ -109,6 +109,12 @@ const OptionRow& RowOf(std::span<const OptionRow> rows, std::string_view control
   return *found;
 }
 
+Changed ToggleOption(Program& program, std::string_view control) {
+  const std::vector<OptionRow> rows = OptionsTable(program.State);
+  const OptionRow& row = RowOf(rows, control);
+  return SetOption(program, row, !*std::get<bool*>(row.Bound)) | Changed::Options;
+}
+
 Changed SetFont(Program& program, const OptionRow& row, const base::FontRecord& font) {
   const FontField& field = std::get<FontField>(row.Bound);
   const base::Colour own = field.Font->Color;

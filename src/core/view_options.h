@@ -42,6 +42,10 @@ base::Changed SetOption(Program& program, const OptionRow& row, T value) {
   return row.Redraw;
 }
 
+/// Gives an option that is on or off its other state and does what goes with it. Returns what must be shown anew, its
+/// control among it.
+base::Changed ToggleOption(Program& program, std::string_view control);
+
 /// Stores a font, and its colour where a setting holds one.
 base::Changed SetFont(Program& program, const OptionRow& row, const base::FontRecord& font);
 /// The font of a row, with its colour.

@@ -1,10 +1,8 @@
 #pragma once
 
 #include <optional>
-#include <string_view>
 
 #include "base/changed.h"
-#include "core/station.h"
 
 namespace kestrel::core {
 
@@ -20,8 +18,6 @@ class Windows {
   virtual void OpenFreqFrm() = 0;
   /// Refreshes each marked view once, now.
   virtual void Refresh(base::Changed what) = 0;
-  /// Gives a check box of a floating window its other state as a press would: its own event does the rest.
-  virtual void ToggleBox(ToolWindow window, std::string_view box) = 0;
   /// Shows frmSavingMessage and lets it paint, or hides it. What the person does meanwhile waits, and so do the
   /// sockets.
   virtual void ShowSavingMessage(bool shown) = 0;

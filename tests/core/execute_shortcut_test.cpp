@@ -64,16 +64,48 @@ TEST_F(Commands, CentreTheView) {
   EXPECT_EQ(View().ViewCenterY, 512 * 15);
 }
 
-TEST_F(Commands, TogglesPressTheBoxesOfTheirWindows) {
-  const char* boxes[] = {"Check2", "Check1", "Check6", "Check4", "Check3", "Check5", "Check9", "chkShowLat"};
-  for (std::int32_t index = 7; index <= 14; ++index) {
-    around.Shown.Calls.clear();
-    Execute(index);
-    EXPECT_THAT(around.Shown.Calls, Contains(std::string("toggle ViewFrm.") + boxes[index - 7])) << index;
+TEST_F(Commands, TogglesGiveTheirOptionItsOtherStateAndShowIt) {
+  map::Options& map = around.State.MapOptions;
+  const struct {
+    std::int32_t Index;
+    bool* Option;
+    Changed Redraw;
+  } rows[] = {
+      {7, &map.AIVISIBLE, Changed::Plots},
+      {8, &map.REALVISIBLE, Changed::Plots},
+      {9, &map.AILABELSVISIBLE, Changed::Plots},
+      {10, &map.REALLABELSVISIBLE, Changed::Plots},
+      {11, &around.State.LinkOptions.BULLSEYEVISIBLE, Changed::Map},
+      {12, &map.SHOWHISTORY, Changed::Plots},
+      {13, &map.SHOWAREANAMES, Changed::Map},
+      {14, &map.SHOWGRID, Changed::Map},
+  };
+  for (const auto& row : rows) {
+    for (const bool on : {!*row.Option, *row.Option}) {
+      around.Shown.Refreshes.clear();
+      Execute(row.Index);
+      EXPECT_EQ(*row.Option, on) << row.Index;
+      EXPECT_TRUE(Refreshed(row.Redraw | Changed::Options)) << row.Index;
+    }
   }
-  around.Shown.Calls.clear();
+}
+
+TEST_F(Commands, TogglesDoWhatElseTheirOptionDoes) {
+  Execute(11);
+  EXPECT_EQ(View().BullseyeVisible, around.State.LinkOptions.BULLSEYEVISIBLE);
+  Execute(11);
+  EXPECT_EQ(View().BullseyeVisible, around.State.LinkOptions.BULLSEYEVISIBLE);
+}
+
+TEST_F(Commands, TheStaticCursorComesAndGoesWithItsLine) {
+  View().CursorLineActive = true;
   Execute(21);
-  EXPECT_THAT(around.Shown.Calls, Contains("toggle CursFrm.Check1"));
+  EXPECT_TRUE(around.State.MapOptions.STATICCURSOR);
+  EXPECT_TRUE(View().CursorLineActive);
+  Execute(21);
+  EXPECT_FALSE(around.State.MapOptions.STATICCURSOR);
+  EXPECT_FALSE(View().CursorLineActive);
+  EXPECT_TRUE(Refreshed(Changed::CursorLine | Changed::Options));
 }
 
 TEST_F(Commands, SaveAViewAndApplyIt) {

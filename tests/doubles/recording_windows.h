@@ -22,9 +22,6 @@ class RecordingWindows final : public core::Windows {
     Calls.push_back("Refresh");
     Refreshes.push_back(what);
   }
-  void ToggleBox(core::ToolWindow window, std::string_view box) override {
-    Calls.push_back((window == core::ToolWindow::View ? "toggle ViewFrm." : "toggle CursFrm.") + std::string(box));
-  }
   void ShowSavingMessage(bool shown) override { Calls.push_back(shown ? "saving message" : "no saving message"); }
   void ShowLoading(std::optional<int> percent) override { Loading.push_back(percent); }
   void UnloadWindows() override {

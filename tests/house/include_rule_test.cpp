@@ -35,6 +35,13 @@ const std::map<std::string, Rooms> mayInclude = {
     {"shell", {"base", "theaters", "link", "areas", "tape", "falcon", "radio", "map", "core"}},
 };
 
+// The folders of shell/; each may include parts. Those that are made of the windows stand above them.
+const Rooms windowFolders = {"link", "areas", "tape", "radio", "map", "options", "theaters"};
+const std::map<std::string, Rooms> frameAndCore = {
+    {"frame", windowFolders},
+    {"core", {"link", "areas", "tape", "radio", "map", "options", "theaters", "frame"}},
+};
+
 struct Include {
   std::string File;  ///< below src/, forward slashes
   std::string Room;  ///< of the file; empty for main.cpp
@@ -76,6 +83,20 @@ TEST(House, EveryRoomIncludesOnlyTheRoomsItMay) {
     if (!mayInclude.contains(room) || room == include.Room) continue;
     EXPECT_TRUE(row->second.contains(room)) << include.File << " includes " << include.What;
   }
+}
+
+TEST(House, FoldersOfTheShellIncludeOnlyThoseBelowThem) {
+  std::size_t judged = 0;
+  for (const Include& include : AllIncludes()) {
+    if (include.Room != "shell" || !include.Quoted || RoomOf(include.What) != "shell") continue;
+    const std::string from = RoomOf(include.File.substr(std::string("shell/").size()));
+    const std::string to = RoomOf(include.What.substr(std::string("shell/").size()));
+    if (from == to || (to == "parts" && from != "parts")) continue;
+    ++judged;
+    const auto row = frameAndCore.find(from);
+    EXPECT_TRUE(row != frameAndCore.end() && row->second.contains(to)) << include.File << " includes " << include.What;
+  }
+  EXPECT_GT(judged, 10U);
 }
 
 TEST(House, IncludesAreWrittenFromSrc) {

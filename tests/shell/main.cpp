@@ -2,7 +2,7 @@
 
 #include <QApplication>
 
-#include "shell/frame/look.h"
+#include "shell/parts/look.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "shell/core/colour_button.h"
-#include "shell/core/text.h"
+#include "shell/parts/colour_button.h"
+#include "shell/parts/text.h"
 
 namespace kestrel::shell {
 namespace {

@@ -24,11 +24,11 @@
 
 #include <vector>
 
-#include "shell/core/colour_button.h"
-#include "shell/core/dialogs.h"
 #include "shell/core/font_dialog.h"
-#include "shell/core/plain_text.h"
-#include "shell/core/text.h"
+#include "shell/parts/colour_button.h"
+#include "shell/parts/dialogs.h"
+#include "shell/parts/plain_text.h"
+#include "shell/parts/text.h"
 
 namespace kestrel::shell {
 namespace {

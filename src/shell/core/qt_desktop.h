@@ -6,7 +6,7 @@
 #include <functional>
 
 #include "base/desktop.h"
-#include "shell/core/modal_count.h"
+#include "shell/parts/modal_count.h"
 
 class QFileDialog;
 

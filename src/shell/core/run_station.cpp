@@ -12,10 +12,10 @@
 #include "core/program.h"
 #include "link/capture.h"
 #include "radio/voice_bridge.h"
-#include "shell/core/guard.h"
 #include "shell/core/qt_desktop.h"
 #include "shell/core/station_windows.h"
 #include "shell/link/qt_socket.h"
+#include "shell/parts/guard.h"
 
 namespace kestrel::shell {
 namespace {

@@ -3,13 +3,8 @@
 #include <QApplication>
 
 #include "core/tapes.h"
-#include "shell/core/dialogs.h"
-#include "shell/link/clients_frm.h"
 #include "shell/link/select_channel_dialog.h"
-#include "shell/map/curs_frm.h"
-#include "shell/map/mini_map_frm.h"
-#include "shell/options/view_frm.h"
-#include "shell/tape/rec_frm.h"
+#include "shell/parts/dialogs.h"
 
 namespace kestrel::shell {
 
@@ -44,35 +39,7 @@ void StationWindows::OpenFreqFrm() {
 }
 
 void StationWindows::Refresh(base::Changed what) {
-  using base::Changed;
-  if (!frame || unloaded) return;
-  if (Has(what, Changed::Map)) {
-    frame->Map().Picture().DrawMap();
-  } else if (Has(what, Changed::Plots)) {
-    frame->Map().Picture().RedrawPlots();
-  }
-  if (Has(what, Changed::Roster | Changed::AIList | Changed::Connection)) frame->Tools().Clients().Refresh(what);
-  if (Has(what, Changed::Zoom)) {
-    frame->ShowZoom();
-    frame->Tools().View().ShowZoom();
-  }
-  if (Has(what, Changed::Options)) {
-    frame->Tools().View().ShowOptions();
-    frame->Tools().Clients().ShowOptions();
-  }
-  if (Has(what, Changed::Connection)) frame->ShowConnection();
-  if (Has(what, Changed::Connection | Changed::Tape)) frame->ShowTape();
-  if (Has(what, Changed::Tape)) frame->Tools().Rec().Refresh();
-  if (Has(what, Changed::Activity)) frame->Strip().ActivityPulse();
-  if (Has(what, Changed::Transmit)) frame->Strip().ShowTransmit(program->State.Transmit);
-  if (Has(what, Changed::NameMenus)) frame->ReloadNameMenu();
-  if (Has(what, Changed::ConnectionMenus)) frame->LoadConnectionMenus();
-  if (Has(what, Changed::CursorLine)) frame->ShowPointer();
-  if (Has(what, Changed::MiniMap)) frame->Tools().MiniMap().UpdateMiniMap();
-}
-
-void StationWindows::ToggleBox(core::ToolWindow window, std::string_view box) {
-  if (frame && !unloaded) frame->Tools().Window(window).ToggleBox(box);
+  if (frame && !unloaded) frame->Refresh(what);
 }
 
 void StationWindows::ShowSavingMessage(bool shown) {

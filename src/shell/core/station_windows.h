@@ -6,9 +6,9 @@
 #include "core/program.h"
 #include "core/windows.h"
 #include "link/session.h"
-#include "shell/core/modal_count.h"
 #include "shell/core/saving_message.h"
 #include "shell/frame/frame.h"
+#include "shell/parts/modal_count.h"
 
 namespace kestrel::shell {
 
@@ -27,7 +27,6 @@ class StationWindows final : public core::Windows, public link::SessionHost {
   void PlaceToolWindows() override;
   void OpenFreqFrm() override;
   void Refresh(base::Changed what) override;
-  void ToggleBox(core::ToolWindow window, std::string_view box) override;
   void ShowSavingMessage(bool shown) override;
   void ShowLoading(std::optional<int> percent) override;
   void UnloadWindows() override;

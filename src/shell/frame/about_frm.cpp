@@ -3,10 +3,10 @@
 #include <QMouseEvent>
 
 #include "link/session.h"
-#include "shell/core/guard.h"
-#include "shell/core/plain_text.h"
-#include "shell/core/text.h"
-#include "shell/frame/look.h"
+#include "shell/parts/guard.h"
+#include "shell/parts/look.h"
+#include "shell/parts/plain_text.h"
+#include "shell/parts/text.h"
 #include "ui_about_frm.h"
 
 namespace kestrel::shell {

@@ -16,19 +16,17 @@
 #include "map/cursor_tools.h"
 #include "map/geometry.h"
 #include "map/lat_long.h"
-#include "shell/core/dialogs.h"
-#include "shell/core/guard.h"
-#include "shell/core/plain_text.h"
-#include "shell/core/text.h"
 #include "shell/frame/about_frm.h"
+#include "shell/frame/bullseye_windows.h"
 #include "shell/frame/tool_table.h"
 #include "shell/link/clients_frm.h"
 #include "shell/link/frm_conn_port.h"
 #include "shell/link/prefer_form.h"
 #include "shell/link/vld_from2.h"
-#include "shell/map/bulls_frm.h"
-#include "shell/map/curs_frm.h"
-#include "shell/theaters/bullseye_windows.h"
+#include "shell/parts/dialogs.h"
+#include "shell/parts/guard.h"
+#include "shell/parts/plain_text.h"
+#include "shell/parts/text.h"
 #include "shell/theaters/mdf_theaters_frm.h"
 
 namespace kestrel::shell {
@@ -75,7 +73,7 @@ MDIForm1::MDIForm1(core::Program& program, ModalCount& dialogs) : station(progra
       Entry(entry.Menu).setChecked(shown);
     });
   }
-  connect(&tools->Clients(), &ClientsFrm::PopUp3Asked, this,
+  connect(&tools->The<ClientsFrm>(), &ClientsFrm::PopUp3Asked, this,
           [this](const QPoint& place) { PopUp("PopUp3").popup(place); });
   left.setSingleShot(true);
   left.setInterval(AwayMs);
@@ -215,10 +213,35 @@ void MDIForm1::ShowPointer() {
   }
   strip->ShowPosition(FromBytes(position), FromBytes(place.Lat), FromBytes(place.Long));
   strip->ShowElevation(FromBytes(elevation));
-  const map::BRTexts measured = map::UpdateBRs(view);
-  map->Picture().ShowLine(FromBytes(measured.Line));
-  tools->Curs().ShowBRs(measured);
-  tools->Bulls().ShowBRs(measured);
+  map->Picture().ShowLine(FromBytes(map::UpdateBRs(view).Line));
+}
+
+void MDIForm1::Refresh(base::Changed what) {
+  using base::Changed;
+  struct View {
+    Changed Of;  ///< shows any of it
+    void (*Show)(MDIForm1&);
+  };
+  static constexpr View Views[] = {
+      {Changed::Zoom, [](MDIForm1& frame) { frame.ShowZoom(); }},
+      {Changed::Connection, [](MDIForm1& frame) { frame.ShowConnection(); }},
+      {Changed::Connection | Changed::Tape, [](MDIForm1& frame) { frame.ShowTape(); }},
+      {Changed::Activity, [](MDIForm1& frame) { frame.strip->ActivityPulse(); }},
+      {Changed::Transmit, [](MDIForm1& frame) { frame.strip->ShowTransmit(frame.station.State.Transmit); }},
+      {Changed::NameMenus, [](MDIForm1& frame) { frame.ReloadNameMenu(); }},
+      {Changed::ConnectionMenus, [](MDIForm1& frame) { frame.LoadConnectionMenus(); }},
+      {Changed::CursorLine, [](MDIForm1& frame) { frame.ShowPointer(); }},
+  };
+  // The map draws what moves in either case.
+  if (Has(what, Changed::Map)) {
+    map->Picture().DrawMap();
+  } else if (Has(what, Changed::Plots)) {
+    map->Picture().RedrawPlots();
+  }
+  for (const View& view : Views) {
+    if (Has(what, view.Of)) view.Show(*this);
+  }
+  tools->Refresh(what);
 }
 
 void MDIForm1::ShowAutoUpdate() { Entry("mnuAutoUpdate").setChecked(station.State.AutoUpdate); }
@@ -282,7 +305,9 @@ void MDIForm1::CheckAllTools(bool shown) {
 void MDIForm1::Withhold(core::ToolWindow which, bool withheld) {
   tools->Withhold(which, withheld);
   strip->Check(which).setEnabled(!withheld);
-  Entry(ToolEntryOf(which).Menu).setEnabled(!withheld);
+  for (const ToolEntry& entry : ToolEntries()) {
+    if (entry.Which == which) Entry(entry.Menu).setEnabled(!withheld);
+  }
 }
 
 void MDIForm1::ToggleTool(core::ToolWindow which) {
@@ -292,12 +317,12 @@ void MDIForm1::ToggleTool(core::ToolWindow which) {
 }
 
 void MDIForm1::ShowPlotOfNode() {
-  ClientsFrm& clients = tools->Clients();
+  ClientsFrm& clients = tools->The<ClientsFrm>();
   clients.ShowPlot(clients.PopUp3Client());
 }
 
 void MDIForm1::HidePlotOfNode() {
-  ClientsFrm& clients = tools->Clients();
+  ClientsFrm& clients = tools->The<ClientsFrm>();
   clients.HidePlot(clients.PopUp3Client());
 }
 

@@ -6,13 +6,13 @@
 #include <span>
 
 #include "core/program.h"
-#include "shell/core/modal_count.h"
 #include "shell/frame/enter_key.h"
 #include "shell/frame/focus_filter.h"
 #include "shell/frame/menu_table.h"
 #include "shell/frame/status_strip.h"
 #include "shell/frame/tool_windows.h"
 #include "shell/map/map_window.h"
+#include "shell/parts/modal_count.h"
 
 class QMenu;
 
@@ -39,17 +39,8 @@ class MDIForm1 final : public QMainWindow {
   /// A pop-up menu by its name, e.g. "PopUp3".
   QMenu& PopUp(const char* name) const;
 
-  /// One item for each entry of the phonebook.
-  void LoadConnectionMenus();
-  /// One item for each theater and each bullseye of the current one; only the current ones are checked.
-  void ReloadNameMenu();
-  /// Caption, lamp and mnuDisconnect.
-  void ShowConnection();
-  /// The recording lamp and entries, and what a loaded tape disables.
-  void ShowTape();
-  void ShowZoom();
-  /// All that follows the pointer: its position and elevation, the measurements and their line on the map.
-  void ShowPointer();
+  /// Refreshes each marked view once: the map, the frame's own, the floating windows.
+  void Refresh(base::Changed what);
   void ShowAutoUpdate();
 
   // What the menu entries run.
@@ -86,6 +77,18 @@ class MDIForm1 final : public QMainWindow {
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  /// One item for each entry of the phonebook.
+  void LoadConnectionMenus();
+  /// One item for each theater and each bullseye of the current one; only the current ones are checked.
+  void ReloadNameMenu();
+  /// Caption, lamp and mnuDisconnect.
+  void ShowConnection();
+  /// The recording lamp and entries, and what a loaded tape disables.
+  void ShowTape();
+  void ShowZoom();
+  /// What follows the pointer: its position and elevation, and the line on the map with its text.
+  void ShowPointer();
+
   void BuildMenus(std::span<const MenuEntry> entries);
   QAction* AddEntry(const MenuEntry& entry, QMenu& parent);
   /// Takes the items of a row out of its menu; the menu that it stands in.

@@ -1,7 +1,7 @@
 #include "shell/frame/menu_table.h"
 
+#include "shell/frame/bullseye_windows.h"
 #include "shell/frame/frame.h"
-#include "shell/theaters/bullseye_windows.h"
 
 namespace kestrel::shell {
 namespace {

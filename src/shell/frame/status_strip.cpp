@@ -4,8 +4,8 @@
 #include <QHBoxLayout>
 #include <vector>
 
-#include "shell/frame/look.h"
 #include "shell/frame/tool_table.h"
+#include "shell/parts/look.h"
 
 namespace kestrel::shell {
 

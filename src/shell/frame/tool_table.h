@@ -1,13 +1,15 @@
 #pragma once
 
+#include <memory>
 #include <span>
 
-#include "core/station.h"
-#include "shell/frame/line_icon.h"
+#include "core/program.h"
+#include "shell/parts/line_icon.h"
+#include "shell/parts/tool_frm.h"
 
 namespace kestrel::shell {
 
-/// What belongs to one floating window: its button in the status strip and its menu entry.
+/// What belongs to one floating window: its class, its button in the status strip and its menu entry.
 struct ToolEntry {
   core::ToolWindow Which;
   const char* Window;   ///< objectName of the window
@@ -16,10 +18,10 @@ struct ToolEntry {
   const char* Check;    ///< objectName of its button in the status strip
   const char* Menu;     ///< name of its menu entry
   IconKind Icon;        ///< on its button
+  std::unique_ptr<ToolFrm> (*Make)(core::Program&, const ToolEntry&, QWidget* frame);
 };
 
 /// The eight in the order of their buttons.
 std::span<const ToolEntry> ToolEntries();
-const ToolEntry& ToolEntryOf(core::ToolWindow which);
 
 }  // namespace kestrel::shell

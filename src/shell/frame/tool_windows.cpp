@@ -8,46 +8,9 @@
 #include "core/cascade.h"
 #include "map/units.h"
 #include "shell/frame/tool_table.h"
-#include "shell/link/clients_frm.h"
-#include "shell/map/bulls_frm.h"
-#include "shell/map/curs_frm.h"
-#include "shell/map/mini_map_frm.h"
-#include "shell/options/view_frm.h"
-#include "shell/tape/rec_frm.h"
 
 namespace kestrel::shell {
 namespace {
-
-/// A window whose content is still to come: its caption over an empty body.
-class EmptyFrm final : public ToolFrm {
- public:
-  EmptyFrm(core::Program& program, const ToolEntry& entry, QWidget* frame)
-      : ToolFrm(program, entry.Which, QString::fromLatin1(entry.Window), QString::fromLatin1(entry.Caption), frame) {
-    Body().setMinimumSize(200, 48);
-    FitBody();
-  }
-};
-
-std::unique_ptr<ToolFrm> MakeWindow(core::Program& program, const ToolEntry& entry, QWidget* frame) {
-  switch (entry.Which) {
-    case core::ToolWindow::Clients:
-      return std::make_unique<ClientsFrm>(program, frame);
-    case core::ToolWindow::Curs:
-      return std::make_unique<CursFrm>(program, frame);
-    case core::ToolWindow::Bulls:
-      return std::make_unique<BullsFrm>(program, frame);
-    case core::ToolWindow::MiniMap:
-      return std::make_unique<MiniMapFrm>(program, frame);
-    case core::ToolWindow::Rec:
-      return std::make_unique<RecFrm>(program, frame);
-    case core::ToolWindow::View:
-      return std::make_unique<ViewFrm>(program, frame);
-    case core::ToolWindow::Areas:
-    case core::ToolWindow::Freq:
-      break;
-  }
-  return std::make_unique<EmptyFrm>(program, entry, frame);
-}
 
 std::int32_t Units(int pixels) { return static_cast<std::int32_t>(pixels * map::UnitsPerPixel); }
 QPoint Pixels(const core::WindowPlace& place) {
@@ -64,7 +27,7 @@ std::vector<core::WindowSize> SizesOf(std::span<ToolFrm* const> windows) {
 
 ToolWindows::ToolWindows(core::Program& program, QWidget* owner) : station(program), frame(owner) {
   for (const ToolEntry& entry : ToolEntries()) {
-    std::unique_ptr<ToolFrm> window = MakeWindow(program, entry, owner);
+    std::unique_ptr<ToolFrm> window = entry.Make(program, entry, owner);
     connect(window.get(), &ToolFrm::CloseAsked, this, [this, which = entry.Which] { Q_EMIT CloseAsked(which); });
     connect(window.get(), &ToolFrm::CaptionPressed, this, [this, pressed = window.get()] {
       RaiseToolWindows();
@@ -78,14 +41,9 @@ ToolWindows::ToolWindows(core::Program& program, QWidget* owner) : station(progr
 
 ToolWindows::~ToolWindows() = default;
 
-BullsFrm& ToolWindows::Bulls() { return static_cast<BullsFrm&>(Window(core::ToolWindow::Bulls)); }
-CursFrm& ToolWindows::Curs() { return static_cast<CursFrm&>(Window(core::ToolWindow::Curs)); }
-MiniMapFrm& ToolWindows::MiniMap() { return static_cast<MiniMapFrm&>(Window(core::ToolWindow::MiniMap)); }
-RecFrm& ToolWindows::Rec() { return static_cast<RecFrm&>(Window(core::ToolWindow::Rec)); }
-
-ViewFrm& ToolWindows::View() { return static_cast<ViewFrm&>(Window(core::ToolWindow::View)); }
-
-ClientsFrm& ToolWindows::Clients() { return static_cast<ClientsFrm&>(Window(core::ToolWindow::Clients)); }
+void ToolWindows::Refresh(base::Changed what) {
+  for (const auto& window : windows) window->Refresh(what);
+}
 
 std::vector<ToolFrm*> ToolWindows::InButtonOrder() {
   std::vector<ToolFrm*> ordered;

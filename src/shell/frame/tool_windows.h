@@ -5,17 +5,9 @@
 #include <memory>
 #include <vector>
 
-#include "shell/frame/tool_frm.h"
+#include "shell/parts/tool_frm.h"
 
 namespace kestrel::shell {
-
-class ClientsFrm;
-
-class BullsFrm;
-class CursFrm;
-class MiniMapFrm;
-class RecFrm;
-class ViewFrm;
 
 /// Owns the eight floating windows and does what is done to all of them.
 class ToolWindows final : public QObject {
@@ -26,12 +18,14 @@ class ToolWindows final : public QObject {
   ~ToolWindows() override;
 
   ToolFrm& Window(core::ToolWindow which) { return *windows[static_cast<std::size_t>(which)]; }
-  BullsFrm& Bulls();
-  CursFrm& Curs();
-  MiniMapFrm& MiniMap();
-  RecFrm& Rec();
-  ClientsFrm& Clients();
-  ViewFrm& View();
+  /// The one of that class.
+  template <class Frm>
+  Frm& The() {
+    return *frame->findChild<Frm*>(QString(), Qt::FindDirectChildrenOnly);
+  }
+
+  /// Each shows what it shows of this.
+  void Refresh(base::Changed what);
 
   /// Start: each window takes its place, opacity and roll from what is kept; those without a kept place are put in
   /// columns at the right of the frame.

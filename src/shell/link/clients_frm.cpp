@@ -5,13 +5,12 @@
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <initializer_list>
-#include <utility>
 
 #include "link/client_details.h"
-#include "shell/core/guard.h"
-#include "shell/core/text.h"
-#include "shell/core/typed_text.h"
 #include "shell/link/clients_pictures.h"
+#include "shell/parts/guard.h"
+#include "shell/parts/text.h"
+#include "shell/parts/typed_text.h"
 #include "ui_clients_frm.h"
 
 namespace kestrel::shell {
@@ -83,11 +82,11 @@ class KeptPlace {
 }  // namespace
 
 ClientsFrm::ClientsFrm(core::Program& program, QWidget* frame)
-    : ToolFrm(program, core::ToolWindow::Clients, QStringLiteral("ClientsFrm"), QStringLiteral("CLIENTS"), frame),
+    : ToolFrm(program, core::ToolWindow::Clients, QStringLiteral("ClientsFrm"), QStringLiteral("CLIENTS"), frame,
+              Changed::Roster | Changed::AIList | Changed::Connection | Changed::Options),
       form(std::make_unique<Ui::ClientsFrm>()),
       clients(new ClientsModel(this)),
-      aircraft(new AIListModel(program.State.Plots, this)),
-      behind(Changed::Roster | Changed::AIList | Changed::Connection) {
+      aircraft(new AIListModel(program.State.Plots, this)) {
   form->setupUi(&Body());
   SetUpView(*form->TreeView1, *clients, TreeRows);
   SetUpView(*form->List1, *aircraft, ListRows);
@@ -111,7 +110,6 @@ void ClientsFrm::Change(const char* control, Edit edit) {
 }
 
 void ClientsFrm::Connect() {
-  Body().installEventFilter(this);
   form->TreeView1->viewport()->installEventFilter(this);
   form->Text1->installEventFilter(this);
   connect(form->TreeView1->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ClientsFrm::NodeSelected);
@@ -127,17 +125,11 @@ void ClientsFrm::Connect() {
   connect(form->Command2, &QPushButton::clicked, this, &ClientsFrm::ResetFriends);
 }
 
-void ClientsFrm::Refresh(Changed what) {
-  behind |= what;
-  if (Body().isVisible()) CatchUp();
-}
-
-void ClientsFrm::CatchUp() {
-  const Changed what = std::exchange(behind, Changed::Nothing);
+void ClientsFrm::ShowChanged(Changed what) {
   if (Has(what, Changed::Roster)) LoadRoster();
   if (Has(what, Changed::AIList)) LoadAIList();
   if (Has(what, Changed::Connection)) ShowConnection();
-  ShowOptions();
+  if (Has(what, Changed::Options)) ShowOptions();
 }
 
 void ClientsFrm::LoadRoster() {
@@ -222,10 +214,6 @@ void ClientsFrm::FitRefused() {
 }
 
 bool ClientsFrm::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == &Body()) {
-    if (event->type() == QEvent::Show) Guarded(station.Log, "ClientsFrm", [this] { CatchUp(); });
-    return false;
-  }
   if (watched == form->TreeView1->viewport()) {
     if (event->type() == QEvent::MouseButtonPress) PressedInTree();
     return false;

@@ -6,8 +6,8 @@
 #include <optional>
 
 #include "base/changed.h"
-#include "shell/frame/tool_frm.h"
 #include "shell/link/clients_models.h"
+#include "shell/parts/tool_frm.h"
 
 namespace Ui {
 class ClientsFrm;
@@ -16,17 +16,12 @@ class ClientsFrm;
 namespace kestrel::shell {
 
 /// The roster of real players with the details of the selected one, and the AI aircraft with their friendly checks.
-/// While nobody sees it nothing is done; it catches up when it is shown or rolled down.
 class ClientsFrm final : public ToolFrm {
   Q_OBJECT
  public:
   ClientsFrm(core::Program& program, QWidget* frame);
   ~ClientsFrm() override;
 
-  /// Brings what has changed up to date: Roster, AIList and Connection are looked at.
-  void Refresh(base::Changed what);
-  /// AUTOFRIENDS has changed: Reset and the checks of the AI aircraft can be used while it is off.
-  void ShowOptions();
   /// Shows or hides the plot of Clients(Index); an index that no client has does nothing.
   void ShowPlot(std::size_t Index);
   void HidePlot(std::size_t Index);
@@ -38,16 +33,18 @@ class ClientsFrm final : public ToolFrm {
   void PopUp3Asked(const QPoint& place);
 
  protected:
+  void ShowChanged(base::Changed what) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   enum class Fill { All, NotWhatIsEdited };
 
   void Connect();
-  void CatchUp();
   void LoadRoster();
   void LoadAIList();
   void ShowConnection();
+  /// By AUTOFRIENDS: Reset and the checks of the AI aircraft can be used while it is off.
+  void ShowOptions();
   void ShowDetails(Fill fill);
   void EditCallsign();
   /// Gives the window the height that the sentence of a refused callsign needs, or none.
@@ -66,7 +63,6 @@ class ClientsFrm final : public ToolFrm {
   ClientsModel* clients;
   AIListModel* aircraft;
   std::optional<std::int16_t> popUpId;  ///< of the client that PopUp3 was opened on
-  base::Changed behind;                 ///< what has changed while nobody saw the window
   bool updating = false;  ///< the tree is being changed by us: what it selects meanwhile is no one's choice
 };
 

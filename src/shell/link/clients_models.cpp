@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "link/client_details.h"
-#include "shell/core/text.h"
 #include "shell/link/clients_pictures.h"
+#include "shell/parts/text.h"
 
 namespace kestrel::shell {
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "link/tables.h"
-#include "shell/link/row_model.h"
+#include "shell/parts/row_model.h"
 
 namespace kestrel::shell {
 

@@ -6,7 +6,7 @@
 #include <QPalette>
 #include <QPixmap>
 
-#include "shell/frame/look.h"
+#include "shell/parts/look.h"
 
 namespace kestrel::shell {
 namespace {

@@ -2,8 +2,8 @@
 
 #include "core/phonebook.h"
 #include "link/phonebook.h"
-#include "shell/core/guard.h"
-#include "shell/core/text.h"
+#include "shell/parts/guard.h"
+#include "shell/parts/text.h"
 #include "ui_frm_conn_port.h"
 
 namespace kestrel::shell {

@@ -3,9 +3,9 @@
 #include <QSignalBlocker>
 
 #include "core/phonebook.h"
-#include "shell/core/guard.h"
-#include "shell/core/text.h"
 #include "shell/link/entry_fields.h"
+#include "shell/parts/guard.h"
+#include "shell/parts/text.h"
 #include "ui_prefer_form.h"
 
 namespace kestrel::shell {

@@ -15,8 +15,8 @@
 #include <algorithm>
 #include <system_error>
 
-#include "shell/core/guard.h"
-#include "shell/core/text.h"
+#include "shell/parts/guard.h"
+#include "shell/parts/text.h"
 
 namespace kestrel::shell {
 namespace {

@@ -1,9 +1,9 @@
 #include "shell/link/vld_from2.h"
 
 #include "core/phonebook.h"
-#include "shell/core/guard.h"
-#include "shell/core/text.h"
 #include "shell/link/entry_fields.h"
+#include "shell/parts/guard.h"
+#include "shell/parts/text.h"
 #include "ui_vld_from2.h"
 
 namespace kestrel::shell {

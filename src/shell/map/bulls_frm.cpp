@@ -2,14 +2,18 @@
 
 #include <QVBoxLayout>
 
-#include "shell/core/guard.h"
-#include "shell/core/text.h"
+#include <QVBoxLayout>
+#include "map/cursor_tools.h"
+
+#include "map/cursor_tools.h"
 #include "shell/map/read_out.h"
+#include "shell/parts/text.h"
 
 namespace kestrel::shell {
 
 BullsFrm::BullsFrm(core::Program& program, QWidget* frame)
-    : ToolFrm(program, core::ToolWindow::Bulls, QStringLiteral("BullsFrm"), QStringLiteral("BULLSEYE"), frame) {
+    : ToolFrm(program, core::ToolWindow::Bulls, QStringLiteral("BullsFrm"), QStringLiteral("BULLSEYE"), frame,
+              base::Changed::CursorLine) {
   Label2 = NewReadOut("Label2", QStringLiteral("000\u00b0"), QStringLiteral("Bearing from the bullseye to the pointer"),
                       &Body());
   Label3 = NewReadOut("Label3", QStringLiteral("00000.00 NM"), QStringLiteral("Range from the bullseye to the pointer"),
@@ -23,15 +27,10 @@ BullsFrm::BullsFrm(core::Program& program, QWidget* frame)
   FitBody();
 }
 
-void BullsFrm::ShowBRs(const map::BRTexts& texts) {
-  if (!isVisible()) return;
+void BullsFrm::ShowChanged(base::Changed) {
+  const map::BRTexts texts = map::UpdateBRs(station.State.View);
   Label2->setText(FromBytes(texts.BullsBearing));
   Label3->setText(FromBytes(texts.BullsRange));
-}
-
-void BullsFrm::showEvent(QShowEvent* event) {
-  ToolFrm::showEvent(event);
-  Guarded(station.Log, "Show", [this] { ShowBRs(map::UpdateBRs(station.State.View)); });
 }
 
 }  // namespace kestrel::shell

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "map/cursor_tools.h"
-#include "shell/frame/tool_frm.h"
+#include "shell/parts/tool_frm.h"
 
 namespace kestrel::shell {
 
@@ -11,11 +10,8 @@ class BullsFrm final : public ToolFrm {
  public:
   BullsFrm(core::Program& program, QWidget* frame);
 
-  /// Shows the texts; nothing while the window is hidden, which brings itself up to date when it is shown.
-  void ShowBRs(const map::BRTexts& texts);
-
  protected:
-  void showEvent(QShowEvent* event) override;
+  void ShowChanged(base::Changed what) override;
 
  private:
   QLabel* Label2;  ///< bearing

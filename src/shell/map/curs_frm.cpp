@@ -4,14 +4,16 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
-#include "shell/core/guard.h"
-#include "shell/core/text.h"
+#include "map/cursor_tools.h"
 #include "shell/map/read_out.h"
+#include "shell/parts/guard.h"
+#include "shell/parts/text.h"
 
 namespace kestrel::shell {
 
 CursFrm::CursFrm(core::Program& program, QWidget* frame)
-    : ToolFrm(program, core::ToolWindow::Curs, QStringLiteral("CursFrm"), QStringLiteral("CURSOR"), frame) {
+    : ToolFrm(program, core::ToolWindow::Curs, QStringLiteral("CursFrm"), QStringLiteral("CURSOR"), frame,
+              base::Changed::CursorLine | base::Changed::Options) {
   Check1 = new QCheckBox(QStringLiteral("Static Cursor"), &Body());
   Check1->setObjectName(QStringLiteral("Check1"));
   Check1->setToolTip(QStringLiteral("Hotkey: C"));
@@ -28,33 +30,31 @@ CursFrm::CursFrm(core::Program& program, QWidget* frame)
   Body().setMinimumWidth(BodyWidth);
   FitBody();
   ShowStaticCursor();
-  connect(Check1, &QCheckBox::toggled, this,
-          [this](bool on) { Guarded(station.Log, "Check1", [this, on] { SetStaticCursor(on); }); });
+  connect(Check1, &QCheckBox::toggled, this, [this](bool on) {
+    Guarded(station.Log, "Check1", [this, on] {
+      station.Shown.Refresh(map::SetStaticCursor(station.State.View, station.State.MapOptions, on));
+      Label2->clear();
+      Label3->clear();
+    });
+  });
 }
 
-void CursFrm::ShowBRs(const map::BRTexts& texts) {
-  if (!isVisible()) return;
-  Label2->setText(FromBytes(texts.Bearings));
-  Label3->setText(FromBytes(texts.Range));
+void CursFrm::ShowChanged(base::Changed what) {
+  if (Has(what, base::Changed::CursorLine)) {
+    const map::BRTexts texts = map::UpdateBRs(station.State.View);
+    Label2->setText(FromBytes(texts.Bearings));
+    Label3->setText(FromBytes(texts.Range));
+  }
+  if (Has(what, base::Changed::Options)) ShowStaticCursor();
 }
 
 void CursFrm::ShowStaticCursor() {
+  const bool on = station.State.MapOptions.STATICCURSOR;
+  if (Check1->isChecked() == on) return;
   const QSignalBlocker quiet(Check1);
-  Check1->setChecked(station.State.MapOptions.STATICCURSOR);
-}
-
-void CursFrm::SetStaticCursor(bool on) {
-  station.Shown.Refresh(map::SetStaticCursor(station.State.View, station.State.MapOptions, on));
+  Check1->setChecked(on);
   Label2->clear();
   Label3->clear();
-}
-
-void CursFrm::showEvent(QShowEvent* event) {
-  ToolFrm::showEvent(event);
-  Guarded(station.Log, "Show", [this] {
-    ShowStaticCursor();
-    ShowBRs(map::UpdateBRs(station.State.View));
-  });
 }
 
 }  // namespace kestrel::shell

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "map/cursor_tools.h"
-#include "shell/frame/tool_frm.h"
+#include "shell/parts/tool_frm.h"
 
 class QCheckBox;
 
@@ -13,16 +12,12 @@ class CursFrm final : public ToolFrm {
  public:
   CursFrm(core::Program& program, QWidget* frame);
 
-  /// Shows the texts; nothing while the window is hidden, which brings itself up to date when it is shown.
-  void ShowBRs(const map::BRTexts& texts);
-  /// Check1 as the setting stands.
-  void ShowStaticCursor();
-
  protected:
-  void showEvent(QShowEvent* event) override;
+  void ShowChanged(base::Changed what) override;
 
  private:
-  void SetStaticCursor(bool on);
+  /// Check1 as the setting stands; when that is news the read-outs are emptied.
+  void ShowStaticCursor();
 
   QCheckBox* Check1;
   QLabel* Label2;  ///< bearings

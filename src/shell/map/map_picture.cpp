@@ -16,10 +16,10 @@
 #include "core/theater_data.h"
 #include "map/cursor_tools.h"
 #include "map/geometry.h"
-#include "shell/core/guard.h"
-#include "shell/frame/look.h"
-#include "shell/frame/tool_frm.h"
-#include "shell/frame/virtual_keys.h"
+#include "shell/parts/guard.h"
+#include "shell/parts/look.h"
+#include "shell/parts/tool_frm.h"
+#include "shell/parts/virtual_keys.h"
 
 namespace kestrel::shell {
 namespace {

@@ -3,7 +3,7 @@
 #include <QVBoxLayout>
 
 #include "link/session.h"
-#include "shell/core/text.h"
+#include "shell/parts/text.h"
 
 namespace kestrel::shell {
 

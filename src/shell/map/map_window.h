@@ -3,8 +3,8 @@
 #include <QWidget>
 #include <optional>
 
+#include "shell/map/loading_box.h"
 #include "shell/map/map_picture.h"
-#include "shell/tape/loading_box.h"
 
 namespace kestrel::shell {
 

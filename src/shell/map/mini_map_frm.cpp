@@ -5,7 +5,8 @@
 namespace kestrel::shell {
 
 MiniMapFrm::MiniMapFrm(core::Program& program, QWidget* frame)
-    : ToolFrm(program, core::ToolWindow::MiniMap, QStringLiteral("MiniMapFrm"), QStringLiteral("MINIMAP"), frame) {
+    : ToolFrm(program, core::ToolWindow::MiniMap, QStringLiteral("MiniMapFrm"), QStringLiteral("MINIMAP"), frame,
+              base::Changed::MiniMap) {
   Picture1 = new MiniMapPicture(program, &Body());
   auto* fill = new QVBoxLayout(&Body());
   fill->setContentsMargins(0, 0, 0, 0);
@@ -15,7 +16,7 @@ MiniMapFrm::MiniMapFrm(core::Program& program, QWidget* frame)
   FitBody();
 }
 
-void MiniMapFrm::UpdateMiniMap() {
+void MiniMapFrm::ShowChanged(base::Changed) {
   if (Picture1->Reload()) FitBody();
   Picture1->UpdateMiniMap();
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "shell/frame/tool_frm.h"
 #include "shell/map/mini_map_picture.h"
+#include "shell/parts/tool_frm.h"
 
 namespace kestrel::shell {
 
@@ -11,10 +11,14 @@ class MiniMapFrm final : public ToolFrm {
  public:
   MiniMapFrm(core::Program& program, QWidget* frame);
 
+  MiniMapPicture& Picture() { return *Picture1; }
+
+ protected:
   /// ReloadMiniMap and UpdateMiniMap: the picture's size by theater and MINIMAPSCALE with the window around it, the
   /// present picture and box. What has not changed costs nothing.
-  void UpdateMiniMap();
-  MiniMapPicture& Picture() { return *Picture1; }
+  void ShowChanged(base::Changed) override;
+  /// Its width is seen when it is rolled up.
+  bool RefreshesUnseen() const override { return true; }
 
  private:
   MiniMapPicture* Picture1;

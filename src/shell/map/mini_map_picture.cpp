@@ -4,8 +4,8 @@
 #include <QPainter>
 
 #include "map/units.h"
-#include "shell/core/guard.h"
-#include "shell/frame/look.h"
+#include "shell/parts/guard.h"
+#include "shell/parts/look.h"
 
 namespace kestrel::shell {
 namespace {

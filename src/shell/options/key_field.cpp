@@ -2,10 +2,10 @@
 
 #include <QKeyEvent>
 
-#include "shell/core/colour_button.h"
-#include "shell/core/guard.h"
-#include "shell/core/text.h"
-#include "shell/frame/virtual_keys.h"
+#include "shell/parts/colour_button.h"
+#include "shell/parts/guard.h"
+#include "shell/parts/text.h"
+#include "shell/parts/virtual_keys.h"
 
 namespace kestrel::shell {
 namespace {

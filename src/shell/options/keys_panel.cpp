@@ -4,10 +4,10 @@
 #include <QPushButton>
 #include <algorithm>
 
-#include "shell/core/guard.h"
-#include "shell/core/text.h"
 #include "shell/options/key_field.h"
 #include "shell/options/panel_parts.h"
+#include "shell/parts/guard.h"
+#include "shell/parts/text.h"
 
 namespace kestrel::shell {
 namespace {

@@ -9,10 +9,10 @@
 #include <QScopedValueRollback>
 #include <optional>
 
-#include "shell/core/character_filter.h"
-#include "shell/core/colour_button.h"
-#include "shell/core/guard.h"
-#include "shell/core/text.h"
+#include "shell/parts/character_filter.h"
+#include "shell/parts/colour_button.h"
+#include "shell/parts/guard.h"
+#include "shell/parts/text.h"
 
 namespace kestrel::shell {
 namespace {

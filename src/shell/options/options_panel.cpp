@@ -6,8 +6,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-#include "shell/core/colour_button.h"
 #include "shell/options/panel_parts.h"
+#include "shell/parts/colour_button.h"
 
 namespace kestrel::shell {
 namespace {

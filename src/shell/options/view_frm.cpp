@@ -1,11 +1,9 @@
 #include "shell/options/view_frm.h"
 
-#include <QEvent>
 #include <QStackedWidget>
 #include <QTabBar>
 #include <QVBoxLayout>
 
-#include "shell/core/guard.h"
 #include "shell/options/keys_panel.h"
 #include "shell/options/option_controls.h"
 #include "shell/options/options_panel.h"
@@ -19,7 +17,8 @@ constexpr const char* captions[] = {"&View", "&Options", "&Map Keys", "More &Key
 }  // namespace
 
 ViewFrm::ViewFrm(core::Program& program, QWidget* frame)
-    : ToolFrm(program, core::ToolWindow::View, QStringLiteral("ViewFrm"), QStringLiteral("OPTIONS"), frame),
+    : ToolFrm(program, core::ToolWindow::View, QStringLiteral("ViewFrm"), QStringLiteral("OPTIONS"), frame,
+              base::Changed::Zoom | base::Changed::Options),
       capture(program),
       TabStrip1(new QTabBar(&Body())),
       panels(new QStackedWidget(&Body())) {
@@ -35,7 +34,6 @@ ViewFrm::ViewFrm(core::Program& program, QWidget* frame)
   rows->addWidget(TabStrip1);
   rows->addWidget(panels, 1);
   panels->setMinimumSize(PanelSize());
-  Body().installEventFilter(this);
   FitBody();
 }
 
@@ -62,22 +60,10 @@ void ViewFrm::MakePanels() {
   FitBody();
 }
 
-void ViewFrm::ShowZoom() {
-  if (view != nullptr) view->ShowZoom();
-}
-
-void ViewFrm::ShowOptions() {
-  if (options != nullptr) options->Fill();
-}
-
-void ViewFrm::ToggleBox(std::string_view box) {
+void ViewFrm::ShowChanged(base::Changed what) {
   MakePanels();
-  ToolFrm::ToggleBox(box);
-}
-
-bool ViewFrm::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == &Body() && event->type() == QEvent::Show) Guarded(station.Log, "ViewFrm", [this] { MakePanels(); });
-  return ToolFrm::eventFilter(watched, event);
+  if (Has(what, base::Changed::Zoom)) view->ShowZoom();
+  if (Has(what, base::Changed::Options)) options->Fill();
 }
 
 }  // namespace kestrel::shell

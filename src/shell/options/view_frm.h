@@ -1,9 +1,7 @@
 #pragma once
 
-#include <string_view>
-
 #include "core/shortcut_capture.h"
-#include "shell/frame/tool_frm.h"
+#include "shell/parts/tool_frm.h"
 
 class QStackedWidget;
 class QTabBar;
@@ -14,21 +12,16 @@ class OptionControls;
 class ViewPanel;
 
 /// The options: four panels of one size, of which TabStrip1 shows one. A change acts at once. The panels are made when
-/// the window is first seen or a shortcut needs one of its boxes, so that the start does not wait for them.
+/// the window is first seen, so that the start does not wait for them.
 class ViewFrm final : public ToolFrm {
   Q_OBJECT
  public:
   ViewFrm(core::Program& program, QWidget* frame);
   ~ViewFrm() override;
 
-  /// The zoom has changed elsewhere.
-  void ShowZoom();
-  /// Settings have changed elsewhere.
-  void ShowOptions();
-  void ToggleBox(std::string_view box) override;
-
  protected:
-  bool eventFilter(QObject* watched, QEvent* event) override;
+  /// Of the zoom and of settings that have changed elsewhere.
+  void ShowChanged(base::Changed what) override;
 
  private:
   /// The size of a panel before there is one, pixels.

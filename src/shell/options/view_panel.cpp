@@ -9,11 +9,11 @@
 #include <QToolButton>
 
 #include "map/geometry.h"
-#include "shell/core/colour_button.h"
-#include "shell/core/guard.h"
-#include "shell/core/text.h"
-#include "shell/frame/line_icon.h"
 #include "shell/options/panel_parts.h"
+#include "shell/parts/colour_button.h"
+#include "shell/parts/guard.h"
+#include "shell/parts/line_icon.h"
+#include "shell/parts/text.h"
 
 namespace kestrel::shell {
 namespace {

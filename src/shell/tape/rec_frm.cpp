@@ -6,9 +6,9 @@
 
 #include "base/clock.h"
 #include "core/tapes.h"
-#include "shell/core/guard.h"
-#include "shell/core/text.h"
-#include "shell/frame/line_icon.h"
+#include "shell/parts/guard.h"
+#include "shell/parts/line_icon.h"
+#include "shell/parts/text.h"
 #include "ui_rec_frm.h"
 
 namespace kestrel::shell {
@@ -48,7 +48,8 @@ void SetDigits(QLabel& label, double larger, const QString& longest) {
 }  // namespace
 
 RecFrm::RecFrm(core::Program& program, QWidget* frame)
-    : ToolFrm(program, core::ToolWindow::Rec, QStringLiteral("RecFrm"), QStringLiteral("PLAYBACK"), frame),
+    : ToolFrm(program, core::ToolWindow::Rec, QStringLiteral("RecFrm"), QStringLiteral("PLAYBACK"), frame,
+              base::Changed::Tape),
       form(std::make_unique<Ui::RecFrm>()) {
   form->setupUi(&Body());
   LookAlike();
@@ -56,7 +57,7 @@ RecFrm::RecFrm(core::Program& program, QWidget* frame)
   Timer1.setParent(this);
   Timer1.setTimerType(Qt::PreciseTimer);
   Connect();
-  Refresh();
+  ShowPlayer();
   FitBody();
 }
 
@@ -112,7 +113,7 @@ void RecFrm::Connect() {
   });
 }
 
-void RecFrm::Refresh() {
+void RecFrm::ShowPlayer() {
   ShowButtons();
   ShowTimes();
   ShowBar();

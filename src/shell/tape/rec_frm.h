@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "shell/frame/tool_frm.h"
+#include "shell/parts/tool_frm.h"
 
 namespace Ui {
 class RecFrm;
@@ -20,10 +20,14 @@ class RecFrm final : public ToolFrm {
   RecFrm(core::Program& program, QWidget* frame);
   ~RecFrm() override;
 
-  /// Shows the player as it stands and sets Timer1 by it.
-  void Refresh();
+ protected:
+  void ShowChanged(base::Changed) override { ShowPlayer(); }
+  /// Timer1 goes on while nobody sees the window.
+  bool RefreshesUnseen() const override { return true; }
 
  private:
+  /// Shows the player as it stands and sets Timer1 by it.
+  void ShowPlayer();
   void LookAlike();
   void Connect();
   void ShowButtons();

@@ -4,11 +4,11 @@
 
 #include "base/numbers.h"
 #include "core/catalogue_edits.h"
-#include "shell/core/character_filter.h"
-#include "shell/core/guard.h"
-#include "shell/core/plain_text.h"
-#include "shell/core/text.h"
-#include "shell/core/typed_text.h"
+#include "shell/parts/character_filter.h"
+#include "shell/parts/guard.h"
+#include "shell/parts/plain_text.h"
+#include "shell/parts/text.h"
+#include "shell/parts/typed_text.h"
 #include "ui_bulls_details_frm.h"
 
 namespace kestrel::shell {

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "core/program.h"
-#include "shell/core/modal_count.h"
+#include "shell/parts/modal_count.h"
 
 namespace Ui {
 class BullsDetailsFrm;

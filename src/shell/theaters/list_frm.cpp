@@ -1,6 +1,6 @@
 #include "shell/theaters/list_frm.h"
 
-#include "shell/core/guard.h"
+#include "shell/parts/guard.h"
 #include "ui_list_frm.h"
 
 namespace kestrel::shell {

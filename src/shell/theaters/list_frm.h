@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "base/debug_log.h"
-#include "shell/theaters/numbered_list.h"
+#include "shell/parts/numbered_list.h"
 
 namespace Ui {
 class ListFrm;

@@ -3,8 +3,8 @@
 #include "base/numbers.h"
 #include "core/catalogue_edits.h"
 #include "core/theater_switch.h"
-#include "shell/core/dialogs.h"
-#include "shell/core/text.h"
+#include "shell/parts/dialogs.h"
+#include "shell/parts/text.h"
 #include "shell/theaters/theate_details_frm.h"
 
 namespace kestrel::shell {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/program.h"
-#include "shell/core/modal_count.h"
+#include "shell/parts/modal_count.h"
 #include "shell/theaters/list_frm.h"
 
 namespace kestrel::shell {

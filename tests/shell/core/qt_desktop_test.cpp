@@ -23,7 +23,7 @@
 #include <cstdlib>
 #include <memory>
 
-#include "shell/core/colour_button.h"
+#include "shell/parts/colour_button.h"
 
 namespace kestrel::shell {
 namespace {

@@ -3,8 +3,8 @@
 #include <QImageReader>
 
 #include "project_paths.h"
-#include "shell/frame/look.h"
 #include "shell/near.h"
+#include "shell/parts/look.h"
 
 namespace kestrel::shell {
 namespace {

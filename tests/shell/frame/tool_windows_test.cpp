@@ -8,9 +8,9 @@
 #include <algorithm>
 #include <functional>
 
-#include "shell/core/dialogs.h"
 #include "shell/frame/floating_windows.h"
-#include "shell/frame/slider_frm1.h"
+#include "shell/parts/dialogs.h"
+#include "shell/parts/slider_frm1.h"
 
 namespace kestrel::shell {
 namespace {

@@ -3,8 +3,8 @@
 #include <QDialog>
 #include <QToolButton>
 
-#include "shell/core/dialogs.h"
 #include "shell/frame/tool_table.h"
+#include "shell/parts/dialogs.h"
 #include "shell/station_fixture.h"
 
 namespace kestrel::shell {

@@ -46,7 +46,7 @@ class ClientsWindow : public StationTest {
   }
   void SetAutoFriends(bool on) {
     station.LinkOptions.AUTOFRIENDS = on;
-    Window().ShowOptions();
+    windows.Refresh(base::Changed::Options);
   }
   void Snapshot(const std::vector<std::string>& names) {
     std::string data;
@@ -54,7 +54,7 @@ class ClientsWindow : public StationTest {
     socket.Arrive(Message("AILOCA", data));
   }
 
-  ClientsFrm& Window() { return Frame().Tools().Clients(); }
+  ClientsFrm& Window() { return Frame().Tools().The<ClientsFrm>(); }
   template <class Widget>
   Widget& Part(const char* name) {
     auto* part = Window().findChild<Widget*>(QString::fromLatin1(name));

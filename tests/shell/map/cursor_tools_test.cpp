@@ -4,6 +4,7 @@
 #include <QSignalSpy>
 #include <QWindow>
 
+#include "core/execute_shortcut.h"
 #include "shell/map/measure_fixture.h"
 
 namespace kestrel::shell {
@@ -225,13 +226,16 @@ TEST_F(Measuring, Check1ShowsTheSettingAndItsHint) {
   EXPECT_EQ(Check1().text(), QStringLiteral("Static Cursor"));
   EXPECT_EQ(Check1().toolTip(), QStringLiteral("Hotkey: C"));
   EXPECT_FALSE(Check1().isChecked());
-  windows.ToggleBox(core::ToolWindow::Curs, "Check1");
-  EXPECT_TRUE(station.MapOptions.STATICCURSOR);
-  windows.ToggleBox(core::ToolWindow::Curs, "no such box");
-  EXPECT_TRUE(station.MapOptions.STATICCURSOR);
-  station.MapOptions.STATICCURSOR = false;
-  Curs().ShowStaticCursor();
-  EXPECT_FALSE(Check1().isChecked());
+  for (const bool on : {true, false}) {
+    View().CursorLineActive = true;
+    windows.Refresh(base::Changed::CursorLine);
+    EXPECT_FALSE(Text(Curs(), "Label2").isEmpty());
+    core::ExecuteShortcut(Frame().Program(), 21);
+    EXPECT_EQ(station.MapOptions.STATICCURSOR, on);
+    EXPECT_EQ(Check1().isChecked(), on);
+    EXPECT_EQ(Text(Curs(), "Label2"), QString()) << "as by the box itself";
+    EXPECT_EQ(Text(Curs(), "Label3"), QString());
+  }
 }
 
 TEST_F(Measuring, BullseyeGoesOnWithoutALine) {

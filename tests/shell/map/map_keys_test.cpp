@@ -80,6 +80,7 @@ constexpr Toggle toggles[] = {
 };
 
 TEST_F(MapKeys, TogglesChangeTheirBoxSettingAndScreen) {
+  Frame().Tools().Window(core::ToolWindow::View).MaxFrm();
   for (const Toggle& toggle : toggles) {
     SCOPED_TRACE(toggle.Setting);
     const QByteArray key = QByteArray("\r\n") + toggle.Setting + '=';
@@ -138,6 +139,7 @@ TEST_F(MapKeys, CtrlAndADigitSavesAViewAndTheDigitAppliesIt) {
 }
 
 TEST_F(MapKeys, CTogglesTheStaticCursor) {
+  Frame().Tools().Window(core::ToolWindow::Curs).MaxFrm();
   auto* box = Frame().Tools().Window(core::ToolWindow::Curs).findChild<QCheckBox*>(QStringLiteral("Check1"));
   ASSERT_FALSE(box->isChecked());
   Press(Qt::Key_C);

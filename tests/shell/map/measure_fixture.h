@@ -22,9 +22,9 @@ class MeasureTest : public StationTest {
     draws = Picture().MapDraws();
   }
 
-  CursFrm& Curs() { return Frame().Tools().Curs(); }
-  BullsFrm& Bulls() { return Frame().Tools().Bulls(); }
-  MiniMapFrm& MiniMap() { return Frame().Tools().MiniMap(); }
+  CursFrm& Curs() { return Frame().Tools().The<CursFrm>(); }
+  BullsFrm& Bulls() { return Frame().Tools().The<BullsFrm>(); }
+  MiniMapFrm& MiniMap() { return Frame().Tools().The<MiniMapFrm>(); }
   QCheckBox& Check1() { return *Curs().findChild<QCheckBox*>(QStringLiteral("Check1")); }
   static QString Text(const QWidget& window, const char* label) {
     return window.findChild<QLabel*>(QString::fromLatin1(label))->text();

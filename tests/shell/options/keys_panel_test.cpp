@@ -4,8 +4,8 @@
 
 #include "core/execute_shortcut.h"
 #include "core/shortcuts.h"
-#include "shell/core/colour_button.h"
 #include "shell/options/options_fixture.h"
+#include "shell/parts/colour_button.h"
 
 namespace kestrel::shell {
 namespace {
@@ -226,7 +226,7 @@ TEST_F(KeysAtTheStart, WithoutASourceALineSaysSoBesideTheTransmitKeys) {
   globalKeys.Why = "Nobody hears them here.";
   Start();
   station.ShortcutKeys[23] = 0;
-  ViewFrm& window = Frame().Tools().View();
+  ViewFrm& window = Frame().Tools().The<ViewFrm>();
   window.MaxFrm();
   Frame().Strip().Check(core::ToolWindow::View).setChecked(true);
   window.findChild<QTabBar*>(QStringLiteral("TabStrip1"))->setCurrentIndex(3);

@@ -58,7 +58,7 @@ class OptionsTest : public StationTest {
     return Picture().PlotDraws() == before + 1;
   }
 
-  ViewFrm& Window() { return Frame().Tools().View(); }
+  ViewFrm& Window() { return Frame().Tools().The<ViewFrm>(); }
   QTabBar& Tabs() { return *Window().findChild<QTabBar*>(QStringLiteral("TabStrip1")); }
   QWidget& Panel(int number) { return *Window().findChild<QWidget*>(QStringLiteral("Frame%1").arg(number)); }
   /// A control of the window; its panel is brought up by its tab.

@@ -38,7 +38,7 @@ class OptionsPage : public OptionsTest {
 };
 
 TEST_F(OptionsPage, MiniMapTakesItsScaleAtOnce) {
-  QWidget& small = Frame().Tools().MiniMap().Picture();
+  QWidget& small = Frame().Tools().The<MiniMapFrm>().Picture();
   EXPECT_EQ(Part<QComboBox>("Combo1").currentText(), QStringLiteral("5"));
   EXPECT_EQ(Part<QLabel>("lblMiniMapScale").text(), QStringLiteral("MiniMap Scale 1\\"));
   EXPECT_EQ(small.width(), 204);

@@ -9,11 +9,12 @@
 #include <cstring>
 
 #include "core/theater_data.h"
+#include "core/view_options.h"
 #include "link/roster.h"
 #include "map/geometry.h"
-#include "shell/core/colour_button.h"
 #include "shell/link/clients_frm.h"
 #include "shell/options/options_fixture.h"
+#include "shell/parts/colour_button.h"
 
 namespace kestrel::shell {
 namespace {
@@ -247,7 +248,8 @@ TEST_F(ViewWindow, BullseyeBoxIsCopiedIntoTheViewAndTheLabelsOfNewClients) {
 }
 
 TEST_F(ViewWindow, AutoFriendsTakesTheListAndLocksItsButton) {
-  auto& reset = *Frame().Tools().Clients().findChild<QAbstractButton*>(QStringLiteral("Command2"));
+  Frame().Tools().The<ClientsFrm>().MaxFrm();
+  auto& reset = *Frame().Tools().The<ClientsFrm>().findChild<QAbstractButton*>(QStringLiteral("Command2"));
   EXPECT_FALSE(reset.isEnabled());
   Press("Check7");
   EXPECT_TRUE(reset.isEnabled());
@@ -360,7 +362,7 @@ TEST_F(ViewWindow, ViewShortcutsAreSavedAndShown) {
   EXPECT_EQ(zoom, 8);
 }
 
-TEST_F(ViewWindow, ShortcutsToggleItsBoxes) {
+TEST_F(ViewWindow, ItsBoxesFollowTheShortcuts) {
   const std::tuple<const char*, bool*, Draws> boxes[] = {
       {"Check2", &station.MapOptions.AIVISIBLE, Redraw},
       {"Check1", &station.MapOptions.REALVISIBLE, Redraw},
@@ -373,7 +375,8 @@ TEST_F(ViewWindow, ShortcutsToggleItsBoxes) {
   };
   for (const auto& [name, setting, redraw] : boxes) {
     for (const bool on : {false, true}) {
-      EXPECT_EQ(Drawn([&, box = name] { windows.ToggleBox(core::ToolWindow::View, box); }), redraw) << name;
+      EXPECT_EQ(Drawn([&, box = name] { windows.Refresh(core::ToggleOption(Frame().Program(), box)); }), redraw)
+          << name;
       EXPECT_EQ(*setting, on) << name;
       EXPECT_EQ(Ticked(name), on) << name;
     }
@@ -418,7 +421,7 @@ class ViewWindowAtTheStart : public StationTest {};
 
 TEST_F(ViewWindowAtTheStart, PanelsAreMadeWhenTheWindowIsFirstSeen) {
   Start();
-  ViewFrm& window = Frame().Tools().View();
+  ViewFrm& window = Frame().Tools().The<ViewFrm>();
   EXPECT_EQ(window.findChild<QWidget*>(QStringLiteral("Frame1")), nullptr) << "it starts rolled up";
   const QSize strip = window.size();
   window.MaxFrm();
@@ -430,10 +433,13 @@ TEST_F(ViewWindowAtTheStart, PanelsAreMadeWhenTheWindowIsFirstSeen) {
 TEST_F(ViewWindowAtTheStart, AShortcutActsWhileTheWindowIsHidden) {
   Start();
   Frame().Strip().Check(core::ToolWindow::View).setChecked(false);
-  windows.ToggleBox(core::ToolWindow::View, "Check3");
+  windows.Refresh(core::ToggleOption(Frame().Program(), "Check3"));
   EXPECT_FALSE(station.LinkOptions.BULLSEYEVISIBLE);
   EXPECT_FALSE(View().BullseyeVisible);
-  windows.ToggleBox(core::ToolWindow::View, "no such box");
+  Frame().Strip().Check(core::ToolWindow::View).setChecked(true);
+  ViewFrm& window = Frame().Tools().The<ViewFrm>();
+  window.MaxFrm();
+  EXPECT_FALSE(window.findChild<QCheckBox*>(QStringLiteral("Check3"))->isChecked());
 }
 
 TEST_F(ViewWindowAtTheStart, FillingTheControlsStoresAndDrawsNothing) {
@@ -447,8 +453,8 @@ TEST_F(ViewWindowAtTheStart, FillingTheControlsStoresAndDrawsNothing) {
   ASSERT_TRUE(QTest::qWaitFor([this] { return Picture().MapDraws() >= 1; }));
   const std::uint64_t draws = Picture().MapDraws();
   const std::uint64_t plots = Picture().PlotDraws();
-  Frame().Tools().View().MaxFrm();
-  ASSERT_NE(Frame().Tools().View().findChild<QWidget*>(QStringLiteral("Frame1")), nullptr);
+  Frame().Tools().The<ViewFrm>().MaxFrm();
+  ASSERT_NE(Frame().Tools().The<ViewFrm>().findChild<QWidget*>(QStringLiteral("Frame1")), nullptr);
   windows.Refresh(base::Changed::Options);
   EXPECT_EQ(Picture().MapDraws(), draws);
   EXPECT_EQ(Picture().PlotDraws(), plots);

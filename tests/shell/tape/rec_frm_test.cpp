@@ -8,8 +8,8 @@
 #include <QTreeView>
 
 #include "shell/link/clients_frm.h"
+#include "shell/map/loading_box.h"
 #include "shell/station_fixture.h"
-#include "shell/tape/loading_box.h"
 #include "shell/tape/position_bar.h"
 #include "tape/golden_tape.h"
 
@@ -29,7 +29,7 @@ class PlayerWindow : public StationTest {
     clock.Date = 46347.5;  // 2026-11-21, noon
   }
 
-  RecFrm& Rec() { return Frame().Tools().Rec(); }
+  RecFrm& Rec() { return Frame().Tools().The<RecFrm>(); }
   template <class Control>
   Control& In(const char* name) {
     auto* control = Rec().findChild<Control*>(QString::fromLatin1(name));
@@ -362,7 +362,7 @@ TEST_F(PlayerWindow, ABarThatCannotBeFollowedGoesBackWhereItWas) {
 
 TEST_F(PlayerWindow, TheClientsTreeFollowsTheTapeAndKeepsItsSelection) {
   RecordAndLoad({1, 1, 1});
-  ClientsFrm& clients = Frame().Tools().Clients();
+  ClientsFrm& clients = Frame().Tools().The<ClientsFrm>();
   Frame().Strip().Check(core::ToolWindow::Clients).setChecked(true);
   clients.MaxFrm();
   auto* tree = clients.findChild<QTreeView*>(QStringLiteral("TreeView1"));

@@ -1,10 +1,10 @@
-#include "shell/frame/look.h"
+#include "shell/parts/look.h"
 
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
 
-#include "shell/frame/look_style.h"
+#include "shell/parts/look_style.h"
 
 namespace kestrel::shell {
 namespace {

@@ -1,4 +1,4 @@
-#include "shell/tape/loading_box.h"
+#include "shell/map/loading_box.h"
 
 #include <QEvent>
 #include <QLabel>

@@ -1,13 +1,13 @@
-#include "shell/theaters/bullseye_windows.h"
+#include "shell/frame/bullseye_windows.h"
 
 #include <QAction>
 #include <QMenuBar>
 
 #include "core/catalogue_edits.h"
 #include "core/tell.h"
-#include "shell/core/dialogs.h"
-#include "shell/core/guard.h"
 #include "shell/frame/frame.h"
+#include "shell/parts/dialogs.h"
+#include "shell/parts/guard.h"
 #include "shell/theaters/mdf_bulls_frm.h"
 
 namespace kestrel::shell {

@@ -1,4 +1,4 @@
-#include "shell/frame/line_icon.h"
+#include "shell/parts/line_icon.h"
 
 #include <QGuiApplication>
 #include <QIconEngine>

@@ -1,4 +1,4 @@
-#include "shell/theaters/numbered_list.h"
+#include "shell/parts/numbered_list.h"
 
 #include <gtest/gtest.h>
 

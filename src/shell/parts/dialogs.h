@@ -5,7 +5,7 @@
 #include <QGuiApplication>
 #include <QList>
 
-#include "shell/core/modal_count.h"
+#include "shell/parts/modal_count.h"
 
 namespace kestrel::shell {
 

@@ -1,4 +1,4 @@
-#include "shell/core/character_filter.h"
+#include "shell/parts/character_filter.h"
 
 #include <gtest/gtest.h>
 

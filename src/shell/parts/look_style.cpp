@@ -1,4 +1,4 @@
-#include "shell/frame/look_style.h"
+#include "shell/parts/look_style.h"
 
 #include <QGroupBox>
 #include <QGuiApplication>
@@ -8,7 +8,7 @@
 #include <QWidget>
 #include <QWindow>
 
-#include "shell/core/plain_text.h"
+#include "shell/parts/plain_text.h"
 
 namespace kestrel::shell {
 namespace {

@@ -1,4 +1,4 @@
-#include "shell/theaters/bullseye_windows.h"
+#include "shell/frame/bullseye_windows.h"
 
 #include <QMenuBar>
 

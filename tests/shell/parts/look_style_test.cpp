@@ -1,4 +1,4 @@
-#include "shell/frame/look_style.h"
+#include "shell/parts/look_style.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@
 #include <cmath>
 #include <vector>
 
-#include "shell/frame/look.h"
+#include "shell/parts/look.h"
 
 namespace kestrel::shell {
 namespace {

@@ -1,4 +1,4 @@
-#include "shell/frame/virtual_keys.h"
+#include "shell/parts/virtual_keys.h"
 
 #include <gtest/gtest.h>
 

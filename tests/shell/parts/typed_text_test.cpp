@@ -1,4 +1,4 @@
-#include "shell/core/typed_text.h"
+#include "shell/parts/typed_text.h"
 
 #include <gtest/gtest.h>
 

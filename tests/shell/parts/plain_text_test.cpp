@@ -1,4 +1,4 @@
-#include "shell/core/plain_text.h"
+#include "shell/parts/plain_text.h"
 
 #include <gtest/gtest.h>
 
@@ -88,7 +88,7 @@ class ForeignText : public StationTest {
     Connect();
     socket.Arrive(Message("NEWCLT", ClientData("1", "<img src=x>&player[*]", "<img src=x>&info", "<img src=x>&st")) +
                   Message("AILOCA", test::AIRecord("<b>&AI[*]1", "090", "10", "20")));
-    auto& tree = *Frame().Tools().Clients().findChild<QTreeView*>(QStringLiteral("TreeView1"));
+    auto& tree = *Frame().Tools().The<ClientsFrm>().findChild<QTreeView*>(QStringLiteral("TreeView1"));
     tree.setCurrentIndex(tree.model()->index(0, 0));
   }
 
@@ -198,7 +198,7 @@ TEST_F(ForeignText, NameOfATapeIsShownAsItIsWritten) {
   const std::string bytes = test::GoldenHeader(1, 1000, 46347.25, 512.5, 300.25) + test::GoldenRecord(46347.25, tables);
   Write(("TAPES/" + name.toUtf8()).constData(), QByteArray::fromStdString(bytes));
   desk.FileAnswers = {folder.filePath(QStringLiteral("TAPES/") + name).toStdString()};
-  RecFrm& player = Frame().Tools().Rec();
+  RecFrm& player = Frame().Tools().The<RecFrm>();
   QTest::mouseClick(player.findChild<QAbstractButton*>(QStringLiteral("Command1")), Qt::LeftButton);
   ASSERT_TRUE(station.Tapes.Player.State().Loaded());
   Look();

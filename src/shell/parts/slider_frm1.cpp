@@ -1,4 +1,4 @@
-#include "shell/frame/slider_frm1.h"
+#include "shell/parts/slider_frm1.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
@@ -7,8 +7,8 @@
 #include <QSlider>
 
 #include "map/geometry.h"
-#include "shell/core/text.h"
-#include "shell/frame/tool_frm.h"
+#include "shell/parts/text.h"
+#include "shell/parts/tool_frm.h"
 
 namespace kestrel::shell {
 namespace {

@@ -1,6 +1,5 @@
-#include "shell/frame/tool_frm.h"
+#include "shell/parts/tool_frm.h"
 
-#include <QCheckBox>
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -11,10 +10,12 @@
 #include <QVBoxLayout>
 #include <QWindow>
 #include <algorithm>
+#include <utility>
 
 #include "map/units.h"
-#include "shell/frame/line_icon.h"
-#include "shell/frame/slider_frm1.h"
+#include "shell/parts/guard.h"
+#include "shell/parts/line_icon.h"
+#include "shell/parts/slider_frm1.h"
 
 namespace kestrel::shell {
 namespace {
@@ -29,14 +30,33 @@ std::int32_t Units(int pixels) { return static_cast<std::int32_t>(pixels * map::
 
 }  // namespace
 
+/// What is below the strip; it brings the window up to date before it is seen.
+class ToolFrm::Content final : public QWidget {
+ public:
+  explicit Content(ToolFrm& owner) : QWidget(&owner), window(owner) {}
+
+ protected:
+  void showEvent(QShowEvent* event) override {
+    QWidget::showEvent(event);
+    Guarded(window.station.Log, "Show", [this] { window.CatchUp(); });
+  }
+
+ private:
+  ToolFrm& window;
+};
+
 ToolFrm::ToolFrm(core::Program& program, core::ToolWindow which, const QString& name, const QString& caption,
-                 QWidget* frame)
-    : QWidget(frame, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint), station(program), kind(which) {
+                 QWidget* frame, base::Changed shows)
+    : QWidget(frame, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
+      station(program),
+      kind(which),
+      views(shows),
+      behind(shows) {
   setObjectName(name);
   setWindowTitle(caption);
   // The keyboard stays with whoever has it, which may be the simulator.
   setAttribute(Qt::WA_ShowWithoutActivating);
-  body = new QWidget(this);
+  body = new Content(*this);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(Border, Border, Border, Border);
   column->setSpacing(0);
@@ -186,9 +206,14 @@ void ToolFrm::MoveInto(const QScreen& screen) {
   if (inside != pos()) MoveTo(inside);
 }
 
-void ToolFrm::ToggleBox(std::string_view box) {
-  auto* found = findChild<QCheckBox*>(QString::fromLatin1(box.data(), static_cast<qsizetype>(box.size())));
-  if (found != nullptr) found->toggle();
+void ToolFrm::Refresh(base::Changed what) {
+  behind |= what & views;
+  if (body->isVisible() || RefreshesUnseen()) CatchUp();
+}
+
+void ToolFrm::CatchUp() {
+  const base::Changed what = std::exchange(behind, base::Changed::Nothing);
+  if (what != base::Changed::Nothing) ShowChanged(what);
 }
 
 void ToolFrm::setVisible(bool visible) {

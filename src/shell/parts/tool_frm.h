@@ -4,8 +4,8 @@
 #include <QPoint>
 #include <QWidget>
 #include <optional>
-#include <string_view>
 
+#include "base/changed.h"
 #include "core/program.h"
 
 class QScreen;
@@ -22,8 +22,14 @@ class ToolFrm : public QWidget {
   /// Height of the caption strip, pixels.
   static constexpr int StripHeight = 20;
 
-  /// `name` becomes the objectName, e.g. "ClientsFrm". `frame` owns the window; `program` outlives it.
-  ToolFrm(core::Program& program, core::ToolWindow which, const QString& name, const QString& caption, QWidget* frame);
+  /// `name` becomes the objectName, e.g. "ClientsFrm"; `shows` is what it shows of the station. `frame` owns the
+  /// window; `program` outlives it.
+  ToolFrm(core::Program& program, core::ToolWindow which, const QString& name, const QString& caption, QWidget* frame,
+          base::Changed shows = base::Changed::Nothing);
+
+  /// Brings the window up to date with what it shows of `what`: now while its content is seen, otherwise once when it
+  /// is seen next.
+  void Refresh(base::Changed what);
 
   /// Rolls the window up to its strip; the full height is kept.
   void MinFrm();
@@ -38,9 +44,6 @@ class ToolFrm : public QWidget {
   void MoveTo(QPoint place);
   /// Moves the window where a screen shows its strip, if none does.
   void BringIntoView();
-
-  /// The shortcut: the other state of the check box of that name, if there is one; its own event does the rest.
-  virtual void ToggleBox(std::string_view box);
 
   /// Shown, the window stands where it is kept, whatever the window manager has done to it meanwhile.
   void setVisible(bool visible) override;
@@ -63,6 +66,11 @@ class ToolFrm : public QWidget {
   /// To be called when the body's size hint has changed (at the end of the constructor, and whenever the content takes
   /// another size): gives the window that size.
   void FitBody();
+  /// Shows what has changed, which is some of what the window shows. Called first when the content is first seen, with
+  /// all of that.
+  virtual void ShowChanged(base::Changed) {}
+  /// Whether it is to be called at once though nobody sees the content.
+  virtual bool RefreshesUnseen() const { return false; }
 
   void moveEvent(QMoveEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
@@ -79,6 +87,9 @@ class ToolFrm : public QWidget {
     std::optional<quint64> MovedAt = {};  ///< time of that move's event
   };
 
+  class Content;
+
+  void CatchUp();
   QWidget* BuildStrip(const QString& caption);
   QToolButton* StripButton(const char* name, const QString& toolTip);
   void ShowRoll();
@@ -91,6 +102,8 @@ class ToolFrm : public QWidget {
   void MoveInto(const QScreen& screen);
 
   core::ToolWindow kind;
+  base::Changed views;   ///< what it shows
+  base::Changed behind;  ///< of that, what has changed since it was brought up to date
   QWidget* body;
   QLabel* Label1 = nullptr;
   QToolButton* CMD1 = nullptr;

@@ -1,4 +1,4 @@
-#include "shell/link/row_model.h"
+#include "shell/parts/row_model.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "shell/core/colour_button.h"
+#include "shell/parts/colour_button.h"
 
 #include <QPainter>
 

@@ -1,4 +1,4 @@
-#include "shell/core/plain_text.h"
+#include "shell/parts/plain_text.h"
 
 #include <QLabel>
 

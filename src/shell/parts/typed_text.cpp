@@ -1,9 +1,9 @@
-#include "shell/core/typed_text.h"
+#include "shell/parts/typed_text.h"
 
 #include <QLabel>
 #include <QLineEdit>
 
-#include "shell/core/text.h"
+#include "shell/parts/text.h"
 
 namespace kestrel::shell {
 namespace {

@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "core/program.h"
-#include "shell/core/modal_count.h"
+#include "shell/parts/modal_count.h"
 #include "shell/theaters/bulls_details_frm.h"
 
 namespace kestrel::shell {
