@@ -2,14 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include "areas/editor_fixture.h"
+
 namespace kestrel::areas {
 namespace {
-
-/// Every text is 30 wide and 4 high.
-class FixedTexts final : public TextMeasure {
- public:
-  TextExtent Extent(const std::string&, const AreaFont&) override { return {30, 4}; }
-};
 
 void ExpectBox(Area area, double minX, double minY, double maxX, double maxY) {
   FixedTexts texts;
