@@ -203,6 +203,13 @@ TEST_F(EditorTest, ReplacesTheAreaAtOKAndShowsIt) {
   EXPECT_EQ(catalogue.Revision, 1u);
 }
 
+TEST_F(EditorTest, ShowsAnAreaAgainThatWasMarkedBeforeItWasOpened) {
+  OpenStored({.Editing = true});
+  EXPECT_FALSE(editor.WorkArea.Editing);
+  Accept(editor, catalogue, texts);
+  EXPECT_FALSE(Stored(1).Editing);
+}
+
 TEST_F(EditorTest, ReadsThePositionOfEachTypeBackWithTwoDecimals) {
   for (const AreaType type : {AreaType::Circle, AreaType::Icon, AreaType::Text}) {
     Open(type);
