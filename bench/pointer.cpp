@@ -79,8 +79,8 @@ void Measure() {
   frame.resize(FrameSize);
   LetEventsRunFor(3 * shell::MapPicture::SettleMs);
   // The line goes from the middle to a point that circles near the edge: it is as long as lines are.
-  core::Station& state = frame.Program().State;
-  state.MapOptions.STATICCURSOR = true;
+  core::Station& station = frame.Program().State;
+  station.MapOptions.STATICCURSOR = true;
   const auto move = [&map](int round) {
     const double angle = round * 0.01;
     const QPointF to(map.width() / 2.0 + std::cos(angle) * map.width() * 0.4,
@@ -114,7 +114,7 @@ void Measure() {
     QCoreApplication::processEvents();
   }
   map.disconnect(&map);
-  if (map.MapDraws() != draws || !state.View.CursorLineActive || paints < 3 * Rounds) {
+  if (map.MapDraws() != draws || !station.View.CursorLineActive || paints < 3 * Rounds) {
     std::fprintf(stderr, "the moves have drawn the map, or no line, or have not been painted\n");
     std::exit(1);
   }

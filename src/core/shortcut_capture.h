@@ -26,7 +26,7 @@ struct KeyBox {
 class ShortcutCapture {
  public:
   /// `shown` outlives this.
-  explicit ShortcutCapture(Program& shown) : program(shown) {}
+  explicit ShortcutCapture(Program& running) : program(running) {}
 
   /// The button of a command: takes its binding away and waits for a key in its box, which the caller gives the focus.
   /// Another capture that still waits ends first, without a key.

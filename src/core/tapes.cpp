@@ -24,7 +24,7 @@ std::filesystem::path TapesFolder(const Station& station) { return base::FindFil
 /// The station around the player.
 class PlayerDesk final : public tape::PlayerHost {
  public:
-  explicit PlayerDesk(Program& owner) : program(owner) {}
+  explicit PlayerDesk(Program& running) : program(running) {}
 
   tape::PlayerAround Around() {
     Station& station = program.State;

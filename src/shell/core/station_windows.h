@@ -18,7 +18,7 @@ class StationWindows final : public core::Windows, public link::SessionHost {
   /// `dialogs` outlives the windows.
   explicit StationWindows(ModalCount& dialogs) : modal(dialogs) {}
   /// The program that the windows show; before ShowMainFrm. It outlives the frame (DeleteWindows).
-  void Attach(core::Program& shown) { program = &shown; }
+  void Attach(core::Program& running) { program = &running; }
   /// Null before ShowMainFrm.
   MDIForm1* Frame() { return frame.get(); }
   void DeleteWindows();

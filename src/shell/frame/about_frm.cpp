@@ -16,8 +16,8 @@ constexpr int IconSide = 64;
 
 }  // namespace
 
-AboutFrm::AboutFrm(core::Program& program, QWidget* frame)
-    : QDialog(frame, Qt::Dialog | Qt::WindowStaysOnTopHint), station(program) {
+AboutFrm::AboutFrm(core::Program& running, QWidget* frame)
+    : QDialog(frame, Qt::Dialog | Qt::WindowStaysOnTopHint), program(running) {
   Ui::AboutFrm ui;
   ui.setupUi(this);
   ui.picIcon->setPixmap(ProgramIcon().pixmap(QSize(IconSide, IconSide), devicePixelRatioF()));
@@ -26,7 +26,7 @@ AboutFrm::AboutFrm(core::Program& program, QWidget* frame)
   large.setPointSizeF(large.pointSizeF() * 1.5);
   large.setBold(true);
   ui.lblTitle->setFont(large);
-  const QString mail = FromBytes(program.State.MailUrl);
+  const QString mail = FromBytes(running.State.MailUrl);
   ui.lblMail->setText(QStringLiteral("mail:") + AsCaption(mail));
   ui.lblMail->setVisible(!mail.isEmpty());
   ui.lblMail->setStyleSheet(QStringLiteral("QPushButton { color: palette(link); text-align: left; padding: 2px 0; }"));
@@ -39,10 +39,10 @@ AboutFrm::AboutFrm(core::Program& program, QWidget* frame)
 }
 
 void AboutFrm::OpenMail() {
-  Guarded(station.Log, "AboutFrm", [this] {
+  Guarded(program.Log, "AboutFrm", [this] {
     // The file holds the bare address; the system tells a mail from a page by what stands before it.
-    const std::string& mail = station.State.MailUrl;
-    station.Desk.Open(mail.find(':') == std::string::npos ? "mailto:" + mail : mail, {}, {});
+    const std::string& mail = program.State.MailUrl;
+    program.Desk.Open(mail.find(':') == std::string::npos ? "mailto:" + mail : mail, {}, {});
   });
 }
 

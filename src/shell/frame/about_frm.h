@@ -10,8 +10,8 @@ namespace kestrel::shell {
 class AboutFrm final : public QDialog {
   Q_OBJECT
  public:
-  /// `program` outlives the dialog.
-  AboutFrm(core::Program& program, QWidget* frame);
+  /// `running` outlives the dialog.
+  AboutFrm(core::Program& running, QWidget* frame);
 
  protected:
   void mouseReleaseEvent(QMouseEvent* event) override;
@@ -19,7 +19,7 @@ class AboutFrm final : public QDialog {
  private:
   void OpenMail();
 
-  core::Program& station;
+  core::Program& program;
 };
 
 }  // namespace kestrel::shell

@@ -12,11 +12,11 @@
 
 namespace kestrel::shell {
 
-BullseyeWindows::BullseyeWindows(core::Program& program, ModalCount& dialogs, MDIForm1& owner)
-    : QObject(&owner), station(program), modal(dialogs), frame(owner) {}
+BullseyeWindows::BullseyeWindows(core::Program& running, ModalCount& dialogs, MDIForm1& owner)
+    : QObject(&owner), program(running), modal(dialogs), frame(owner) {}
 
 void BullseyeWindows::ShowList() {
-  MdfBullsFrm list(station, &frame);
+  MdfBullsFrm list(program, &frame);
   RunDialog(list, modal);
   if (list.Wanted()) ShowDetails(*list.Wanted(), BullsDetailsFrm::Start::Zero);
 }
@@ -24,17 +24,17 @@ void BullseyeWindows::ShowList() {
 void BullseyeWindows::CreateAtPointer() { ShowDetails(0, BullsDetailsFrm::Start::Pointer); }
 
 void BullseyeWindows::GetFromCampaignFile() {
-  const auto file = core::ChooseFile(station, "Open Campaign File", "Falcon tac/cam/trn files|*.tac;*.cam;*.trn");
-  if (file) core::AddCampaignBullseye(station, *file);
+  const auto file = core::ChooseFile(program, "Open Campaign File", "Falcon tac/cam/trn files|*.tac;*.cam;*.trn");
+  if (file) core::AddCampaignBullseye(program, *file);
 }
 
 void BullseyeWindows::ShowDetails(std::size_t index, BullsDetailsFrm::Start start) {
   const bool fromMap = start == BullsDetailsFrm::Start::Pointer;
-  auto* details = new BullsDetailsFrm(station, index, start, &frame);
+  auto* details = new BullsDetailsFrm(program, index, start, &frame);
   details->setAttribute(Qt::WA_DeleteOnClose);
   connect(&frame.Map().Picture(), &MapPicture::Pressed, details, &BullsDetailsFrm::FillPosition);
   connect(details, &QDialog::finished, this,
-          [this, fromMap] { Guarded(station.Log, "BullsDetailsFrm", [this, fromMap] { DetailsClosed(fromMap); }); });
+          [this, fromMap] { Guarded(program.Log, "BullsDetailsFrm", [this, fromMap] { DetailsClosed(fromMap); }); });
   detailsOpen.emplace(modal);
   HoldMenus(true);
   details->move(frame.pos());
@@ -46,7 +46,7 @@ void BullseyeWindows::DetailsClosed(bool fromMap) {
   if (frame.Closing()) return;
   detailsOpen.reset();
   HoldMenus(false);
-  station.Shown.Refresh(base::Changed::NameMenus);
+  program.Shown.Refresh(base::Changed::NameMenus);
   if (fromMap) {
     frame.activateWindow();
   } else {

@@ -16,8 +16,8 @@ class MDIForm1;
 class BullseyeWindows final : public QObject {
   Q_OBJECT
  public:
-  /// `program` and `dialogs` outlive the frame, which owns this.
-  BullseyeWindows(core::Program& program, ModalCount& dialogs, MDIForm1& owner);
+  /// `running` and `dialogs` outlive the frame, which owns this.
+  BullseyeWindows(core::Program& running, ModalCount& dialogs, MDIForm1& owner);
 
   /// mnuModifyBullseyes: the list, with the details that are asked for in it.
   void ShowList();
@@ -31,7 +31,7 @@ class BullseyeWindows final : public QObject {
   void DetailsClosed(bool fromMap);
   void HoldMenus(bool held);
 
-  core::Program& station;
+  core::Program& program;
   ModalCount& modal;
   MDIForm1& frame;
   std::optional<ModalCount::Scope> detailsOpen;

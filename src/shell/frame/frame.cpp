@@ -44,18 +44,18 @@ QString ItemName(const char* row, std::size_t index) {
 
 }  // namespace
 
-MDIForm1::MDIForm1(core::Program& program, ModalCount& dialogs) : station(program), modal(dialogs) {
+MDIForm1::MDIForm1(core::Program& running, ModalCount& dialogs) : program(running), modal(dialogs) {
   setObjectName(QStringLiteral("MDIForm1"));
   setContextMenuPolicy(Qt::PreventContextMenu);
   BuildMenus(MenuBarEntries());
   BuildMenus(PopUpEntries());
-  map = new MainFrm(program, PopUp("PopUp2"), this);
+  map = new MainFrm(running, PopUp("PopUp2"), this);
   setCentralWidget(map);
   strip = new StatusStrip(this);
   statusBar()->setSizeGripEnabled(false);
   statusBar()->setContentsMargins(0, 0, 0, 0);
   statusBar()->addPermanentWidget(strip, 1);
-  bullseyes = new BullseyeWindows(program, modal, *this);
+  bullseyes = new BullseyeWindows(running, modal, *this);
   for (const char* name : {"mnuDisconnect", "mnuStartRec", "mnuStopRecording"}) Entry(name).setEnabled(false);
   // What a window manager adds around it is not known yet: a title bar's height is left above and a little below.
   const int title = style()->pixelMetric(QStyle::PM_TitleBarHeight);
@@ -64,7 +64,7 @@ MDIForm1::MDIForm1(core::Program& program, ModalCount& dialogs) : station(progra
   // The floating windows find their first places by it, before the system has had its say.
   move(room.left() + (room.width() - width()) / 2, room.top() + (room.height() - height()) / 4);
 
-  tools = std::make_unique<ToolWindows>(program, this);
+  tools = std::make_unique<ToolWindows>(running, this);
   connect(tools.get(), &ToolWindows::CloseAsked, this,
           [this](core::ToolWindow which) { strip->Check(which).setChecked(false); });
   for (const ToolEntry& entry : ToolEntries()) {
@@ -116,7 +116,7 @@ QAction* MDIForm1::AddEntry(const MenuEntry& entry, QMenu& parent) {
   action->setCheckable(entry.Work == MenuWork::Toggles);
   if (entry.Run != nullptr) {
     connect(action, &QAction::triggered, this,
-            [this, entry] { Guarded(station.Log, entry.Name, [this, &entry] { entry.Run(*this); }); });
+            [this, entry] { Guarded(program.Log, entry.Name, [this, &entry] { entry.Run(*this); }); });
   }
   return action;
 }
@@ -145,23 +145,23 @@ QAction& MDIForm1::AddItem(const char* row, std::size_t index, const std::string
 
 void MDIForm1::LoadConnectionMenus() {
   ClearItems("mnuConnList");
-  const auto& entries = station.State.LinkOptions.ConnList;
+  const auto& entries = program.State.LinkOptions.ConnList;
   for (std::size_t index = 1; index <= entries.UpperBound(); ++index) {
     connect(&AddItem("mnuConnList", index, entries[index].Name), &QAction::triggered, this, [this, index] {
-      Guarded(station.Log, "mnuConnList", [this, index] { station.Link.ConnectToEntry(index); });
+      Guarded(program.Log, "mnuConnList", [this, index] { program.Link.ConnectToEntry(index); });
     });
   }
 }
 
 void MDIForm1::ReloadNameMenu() {
-  const theaters::Catalogue& catalogue = station.State.Catalogue;
+  const theaters::Catalogue& catalogue = program.State.Catalogue;
   ClearItems("mnuTheatername");
   for (std::size_t index = 1; index <= catalogue.Theaters.UpperBound(); ++index) {
     QAction& item = AddItem("mnuTheatername", index, catalogue.Theaters[index].DisplayName);
     item.setCheckable(true);
     item.setChecked(static_cast<std::size_t>(catalogue.CurrentTheater) == index);
     connect(&item, &QAction::triggered, this, [this, index] {
-      Guarded(station.Log, "mnuTheatername", [this, index] { core::SwitchTheater(station, index); });
+      Guarded(program.Log, "mnuTheatername", [this, index] { core::SwitchTheater(program, index); });
       ReloadNameMenu();
     });
   }
@@ -172,24 +172,24 @@ void MDIForm1::ReloadNameMenu() {
     item.setCheckable(true);
     item.setChecked(static_cast<std::size_t>(theater.CurrentBull) == index);
     connect(&item, &QAction::triggered, this, [this, index] {
-      Guarded(station.Log, "mnuBullseyesName",
-              [this, index] { station.Shown.Refresh(core::SelectBullseye(station, index)); });
+      Guarded(program.Log, "mnuBullseyesName",
+              [this, index] { program.Shown.Refresh(core::SelectBullseye(program, index)); });
       ReloadNameMenu();
     });
   }
 }
 
 void MDIForm1::ShowConnection() {
-  const link::SessionState& session = station.State.Session;
+  const link::SessionState& session = program.State.Session;
   setWindowTitle(FromBytes(link::FrameCaption(session)));
   strip->ShowConnected(session.Connected);
   Entry("mnuDisconnect").setEnabled(session.Connected);
 }
 
 void MDIForm1::ShowTape() {
-  const core::Tapes& tapes = station.State.Tapes;
-  strip->ShowRecording(tapes.Recorder.Recording(), FromBytes(core::RecordingTip(station.State)));
-  Entry("mnuStartRec").setEnabled(core::MayRecord(station));
+  const core::Tapes& tapes = program.State.Tapes;
+  strip->ShowRecording(tapes.Recorder.Recording(), FromBytes(core::RecordingTip(program.State)));
+  Entry("mnuStartRec").setEnabled(core::MayRecord(program));
   Entry("mnuStopRecording").setEnabled(tapes.Recorder.Recording());
   Entry("mnuConnection").setEnabled(!tapes.Player.State().Loaded());
   if (bullseyeFromTape == tapes.Bullseye.has_value()) return;
@@ -197,11 +197,11 @@ void MDIForm1::ShowTape() {
   DisableBullsAction(!bullseyeFromTape);
 }
 
-void MDIForm1::ShowZoom() { strip->ShowZoom(FromBytes(map::ZoomText(station.State.View))); }
+void MDIForm1::ShowZoom() { strip->ShowZoom(FromBytes(map::ZoomText(program.State.View))); }
 
 void MDIForm1::ShowPointer() {
-  const map::ViewState& view = station.State.View;
-  const theaters::Theater& theater = station.State.Catalogue.Current();
+  const map::ViewState& view = program.State.View;
+  const theaters::Theater& theater = program.State.Catalogue.Current();
   // Until the pointer has been over the map there is no place to tell.
   std::string position;
   map::LatLongText place;
@@ -209,7 +209,7 @@ void MDIForm1::ShowPointer() {
   if (view.PointerSeen) {
     position = "x:" + map::SafeFormat(view.CursorMapX, "0.00") + " / y:" + map::SafeFormat(view.CursorMapY, "0.00");
     place = map::FormatLatLong({theater.CoordLat, theater.CoordLong}, view.CursorMapX, view.CursorMapY);
-    elevation = map::ElevationText(view, station.State.Elevations);
+    elevation = map::ElevationText(view, program.State.Elevations);
   }
   strip->ShowPosition(FromBytes(position), FromBytes(place.Lat), FromBytes(place.Long));
   strip->ShowElevation(FromBytes(elevation));
@@ -227,7 +227,7 @@ void MDIForm1::Refresh(base::Changed what) {
       {Changed::Connection, [](MDIForm1& frame) { frame.ShowConnection(); }},
       {Changed::Connection | Changed::Tape, [](MDIForm1& frame) { frame.ShowTape(); }},
       {Changed::Activity, [](MDIForm1& frame) { frame.strip->ActivityPulse(); }},
-      {Changed::Transmit, [](MDIForm1& frame) { frame.strip->ShowTransmit(frame.station.State.Transmit); }},
+      {Changed::Transmit, [](MDIForm1& frame) { frame.strip->ShowTransmit(frame.program.State.Transmit); }},
       {Changed::NameMenus, [](MDIForm1& frame) { frame.ReloadNameMenu(); }},
       {Changed::ConnectionMenus, [](MDIForm1& frame) { frame.LoadConnectionMenus(); }},
       {Changed::CursorLine, [](MDIForm1& frame) { frame.ShowPointer(); }},
@@ -244,47 +244,47 @@ void MDIForm1::Refresh(base::Changed what) {
   tools->Refresh(what);
 }
 
-void MDIForm1::ShowAutoUpdate() { Entry("mnuAutoUpdate").setChecked(station.State.AutoUpdate); }
+void MDIForm1::ShowAutoUpdate() { Entry("mnuAutoUpdate").setChecked(program.State.AutoUpdate); }
 
-void MDIForm1::Disconnect() { station.Link.Disconnect(); }
+void MDIForm1::Disconnect() { program.Link.Disconnect(); }
 
-void MDIForm1::StartRecording() { core::RecordingStart(station); }
+void MDIForm1::StartRecording() { core::RecordingStart(program); }
 
-void MDIForm1::StopRecording() { core::RecordingEnd(station); }
+void MDIForm1::StopRecording() { core::RecordingEnd(program); }
 
 void MDIForm1::ResetZoomAndCenter() {
-  station.Shown.Refresh(map::ResetZoomAndCenter(station.State.View));
+  program.Shown.Refresh(map::ResetZoomAndCenter(program.State.View));
   map->Picture().CenterMousePointer();
 }
 
-void MDIForm1::OpenOnlineDocs() { station.Desk.Open(station.State.DocsUrl, {}, {}); }
+void MDIForm1::OpenOnlineDocs() { program.Desk.Open(program.State.DocsUrl, {}, {}); }
 
 void MDIForm1::ToggleAutoUpdate() {
   try {
-    core::SetAutoUpdate(station.State, !station.State.AutoUpdate);
+    core::SetAutoUpdate(program.State, !program.State.AutoUpdate);
   } catch (const base::RuntimeFailure& failure) {
-    core::TellUnsaved(station, {"setting", failure.what()});
+    core::TellUnsaved(program, {"setting", failure.what()});
   }
   ShowAutoUpdate();
 }
 
 void MDIForm1::ConnectCustom() {
-  VldFrom2 dialog(station, this);
+  VldFrom2 dialog(program, this);
   RunDialog(dialog, modal);
 }
 
 void MDIForm1::ChangePort() {
-  frmConnPort dialog(station, this);
+  frmConnPort dialog(program, this);
   RunDialog(dialog, modal);
 }
 
 void MDIForm1::EditPhonebook() {
-  PreferForm phonebook(station, this);
+  PreferForm phonebook(program, this);
   RunDialog(phonebook, modal);
 }
 
 void MDIForm1::ModifyTheaters() {
-  MdfTheatersFrm theaters(station, modal, this);
+  MdfTheatersFrm theaters(program, modal, this);
   RunDialog(theaters, modal);
 }
 
@@ -327,7 +327,7 @@ void MDIForm1::HidePlotOfNode() {
 }
 
 void MDIForm1::About() {
-  AboutFrm about(station, this);
+  AboutFrm about(program, this);
   RunDialog(about, modal);
 }
 
@@ -344,7 +344,7 @@ void MDIForm1::closeEvent(QCloseEvent* event) {
   event->accept();
   if (closing) return;
   closing = true;
-  Guarded(station.Log, "Unload", [this] { core::Close(station); });
+  Guarded(program.Log, "Unload", [this] { core::Close(program); });
   Q_EMIT Closed();
 }
 

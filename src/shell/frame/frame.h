@@ -25,14 +25,14 @@ class BullseyeWindows;
 class MDIForm1 final : public QMainWindow {
   Q_OBJECT
  public:
-  /// `program` and `dialogs` outlive the frame.
-  MDIForm1(core::Program& program, ModalCount& dialogs);
+  /// `running` and `dialogs` outlive the frame.
+  MDIForm1(core::Program& running, ModalCount& dialogs);
 
   MainFrm& Map() { return *map; }
   StatusStrip& Strip() { return *strip; }
   ToolWindows& Tools() { return *tools; }
   ModalCount& Modal() { return modal; }
-  core::Program& Program() { return station; }
+  core::Program& Program() { return program; }
   BullseyeWindows& Bullseyes() { return *bullseyes; }
   /// True from the moment the closing begins.
   bool Closing() const { return closing; }
@@ -99,7 +99,7 @@ class MDIForm1 final : public QMainWindow {
   /// Takes the floating windows away while another program is in front.
   void FollowActivation();
 
-  core::Program& station;
+  core::Program& program;
   ModalCount& modal;
   MainFrm* map = nullptr;
   BullseyeWindows* bullseyes = nullptr;

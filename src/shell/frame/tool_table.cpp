@@ -17,8 +17,8 @@ using enum core::ToolWindow;
 /// A window whose content is still to come: its caption over an empty body.
 class EmptyFrm final : public ToolFrm {
  public:
-  EmptyFrm(core::Program& program, const ToolEntry& entry, QWidget* frame)
-      : ToolFrm(program, entry.Which, QString::fromLatin1(entry.Window), QString::fromLatin1(entry.Caption), frame) {
+  EmptyFrm(core::Program& running, const ToolEntry& entry, QWidget* frame)
+      : ToolFrm(running, entry.Which, QString::fromLatin1(entry.Window), QString::fromLatin1(entry.Caption), frame) {
     Body().setMinimumSize(200, 48);
     FitBody();
   }

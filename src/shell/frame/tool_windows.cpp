@@ -25,9 +25,9 @@ std::vector<core::WindowSize> SizesOf(std::span<ToolFrm* const> windows) {
 
 }  // namespace
 
-ToolWindows::ToolWindows(core::Program& program, QWidget* owner) : station(program), frame(owner) {
+ToolWindows::ToolWindows(core::Program& running, QWidget* owner) : program(running), frame(owner) {
   for (const ToolEntry& entry : ToolEntries()) {
-    std::unique_ptr<ToolFrm> window = entry.Make(program, entry, owner);
+    std::unique_ptr<ToolFrm> window = entry.Make(running, entry, owner);
     connect(window.get(), &ToolFrm::CloseAsked, this, [this, which = entry.Which] { Q_EMIT CloseAsked(which); });
     connect(window.get(), &ToolFrm::CaptionPressed, this, [this, pressed = window.get()] {
       RaiseToolWindows();
@@ -128,8 +128,8 @@ void ToolWindows::RaiseToolWindows() {
 }
 
 void ToolWindows::ShowAllWindows(bool show) {
-  if (unloaded || station.State.Loading || suspended != show) return;
-  station.Log.LogLine(show ? "Showallwindows True" : "Showallwindows False");
+  if (unloaded || program.State.Loading || suspended != show) return;
+  program.Log.LogLine(show ? "Showallwindows True" : "Showallwindows False");
   suspended = !show;
   if (!show) {
     record.clear();

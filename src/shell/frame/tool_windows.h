@@ -14,7 +14,7 @@ class ToolWindows final : public QObject {
   Q_OBJECT
  public:
   /// Makes all eight, hidden. `frame` is the window that they stand above; it outlives them.
-  ToolWindows(core::Program& program, QWidget* frame);
+  ToolWindows(core::Program& running, QWidget* frame);
   ~ToolWindows() override;
 
   ToolFrm& Window(core::ToolWindow which) { return *windows[static_cast<std::size_t>(which)]; }
@@ -65,7 +65,7 @@ class ToolWindows final : public QObject {
   QRect FirstArea() const;
   void BringIntoView();
 
-  core::Program& station;
+  core::Program& program;
   QWidget* frame;
   std::array<std::unique_ptr<ToolFrm>, core::ToolWindowCount> windows;
   std::array<bool, core::ToolWindowCount> held{};  ///< held back

@@ -81,12 +81,12 @@ class KeptPlace {
 
 }  // namespace
 
-ClientsFrm::ClientsFrm(core::Program& program, QWidget* frame)
-    : ToolFrm(program, core::ToolWindow::Clients, QStringLiteral("ClientsFrm"), QStringLiteral("CLIENTS"), frame,
+ClientsFrm::ClientsFrm(core::Program& running, QWidget* frame)
+    : ToolFrm(running, core::ToolWindow::Clients, QStringLiteral("ClientsFrm"), QStringLiteral("CLIENTS"), frame,
               Changed::Roster | Changed::AIList | Changed::Connection | Changed::Options),
       form(std::make_unique<Ui::ClientsFrm>()),
       clients(new ClientsModel(this)),
-      aircraft(new AIListModel(program.State.Plots, this)) {
+      aircraft(new AIListModel(running.State.Plots, this)) {
   form->setupUi(&Body());
   SetUpView(*form->TreeView1, *clients, TreeRows);
   SetUpView(*form->List1, *aircraft, ListRows);
@@ -105,8 +105,8 @@ ClientsFrm::~ClientsFrm() = default;
 
 template <class Edit>
 void ClientsFrm::Change(const char* control, Edit edit) {
-  Guarded(station.Log, control,
-          [this, &edit] { station.Shown.Refresh(edit(station.State.Plots, station.State.Session)); });
+  Guarded(program.Log, control,
+          [this, &edit] { program.Shown.Refresh(edit(program.State.Plots, program.State.Session)); });
 }
 
 void ClientsFrm::Connect() {
@@ -133,16 +133,16 @@ void ClientsFrm::ShowChanged(Changed what) {
 }
 
 void ClientsFrm::LoadRoster() {
-  link::SessionState& session = station.State.Session;
+  link::SessionState& session = program.State.Session;
   const std::int16_t shown = session.Details.Id;
-  link::FollowSelectedPlot(station.State.Plots, session);
+  link::FollowSelectedPlot(program.State.Plots, session);
   // The place of the client shown may be another one's now: whatever is being typed was not meant for that one.
   const bool another = session.Details.Enabled && session.Details.Id != shown;
   {
     const QScopedValueRollback<bool> ours(updating, true);
     const KeptPlace place(*form->TreeView1);
     const QPersistentModelIndex selected = SelectedRow(*form->TreeView1);
-    clients->Load(station.State.Plots);
+    clients->Load(program.State.Plots);
     // When its row has gone the view goes on to the next one, which nobody has selected.
     if (another) {
       form->TreeView1->setCurrentIndex(clients->index(static_cast<int>(session.SelectedPlot) - 1));
@@ -159,13 +159,13 @@ void ClientsFrm::LoadAIList() {
 }
 
 void ClientsFrm::ShowConnection() {
-  const bool connected = station.State.Session.Connected;
+  const bool connected = program.State.Session.Connected;
   form->ImageCon->setVisible(connected);
   form->ImageDiscon->setVisible(!connected);
 }
 
 void ClientsFrm::ShowOptions() {
-  const bool automatic = station.State.LinkOptions.AUTOFRIENDS;
+  const bool automatic = program.State.LinkOptions.AUTOFRIENDS;
   form->Command2->setEnabled(!automatic);
   aircraft->SetCheckable(!automatic);
   form->Command2->setToolTip(automatic ? QStringLiteral("The friendly names are those of FriendlyNames.ini")
@@ -173,7 +173,7 @@ void ClientsFrm::ShowOptions() {
 }
 
 void ClientsFrm::ShowDetails(Fill fill) {
-  const link::ClientDetails& details = station.State.Session.Details;
+  const link::ClientDetails& details = program.State.Session.Details;
   form->Label10->setText(FromBytes(details.Caption));
   form->Label10->setToolTip(form->Label10->text());
   for (QWidget* field : std::initializer_list<QWidget*>{form->lblCallsign, form->Text1, form->lblColor,
@@ -230,7 +230,7 @@ bool ClientsFrm::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void ClientsFrm::PressedInTree() {
-  link::DeselectPlot(station.State.Session);
+  link::DeselectPlot(program.State.Session);
   // So that a press on the node that was selected selects it anew.
   const QScopedValueRollback<bool> ours(updating, true);
   form->TreeView1->selectionModel()->clear();
@@ -240,8 +240,8 @@ void ClientsFrm::PressedInTree() {
 void ClientsFrm::NodeSelected() {
   const QModelIndex node = SelectedRow(*form->TreeView1);
   if (updating || !node.isValid()) return;
-  Guarded(station.Log, "TreeView1", [this, &node] {
-    link::SelectPlot(ToBytes(node.data(ClientsModel::KeyRole).toString()), station.State.Plots, station.State.Session);
+  Guarded(program.Log, "TreeView1", [this, &node] {
+    link::SelectPlot(ToBytes(node.data(ClientsModel::KeyRole).toString()), program.State.Plots, program.State.Session);
     ShowDetails(Fill::All);
   });
 }
@@ -255,7 +255,7 @@ void ClientsFrm::AskPopUp3(const QPoint& place) {
 
 std::size_t ClientsFrm::PopUp3Client() const {
   // The client may have left, or moved up in the table, while the menu was open.
-  return popUpId ? station.State.Plots.FindClient(*popUpId) : 0;
+  return popUpId ? program.State.Plots.FindClient(*popUpId) : 0;
 }
 
 void ClientsFrm::ShowPlot(std::size_t Index) {
@@ -269,13 +269,13 @@ void ClientsFrm::HidePlot(std::size_t Index) {
 }
 
 void ClientsFrm::FollowEdit() {
-  link::FollowSelectedPlot(station.State.Plots, station.State.Session);
+  link::FollowSelectedPlot(program.State.Plots, program.State.Session);
   ShowDetails(Fill::NotWhatIsEdited);
 }
 
 void ClientsFrm::PickColor() {
   Change("cmdPlotColor", [this](auto& plots, auto& session) {
-    const auto colour = station.Desk.PickColour(session.Details.Color);
+    const auto colour = program.Desk.PickColour(session.Details.Color);
     const Changed what = colour ? link::SetColor(*colour, plots, session) : Changed::Nothing;
     ShowDetails(Fill::NotWhatIsEdited);
     return what;
@@ -283,8 +283,8 @@ void ClientsFrm::PickColor() {
 }
 
 void ClientsFrm::ResetFriends() {
-  Guarded(station.Log, "Command2", [this] {
-    if (link::ResetFriends(station.State.LinkOptions, station.State.Plots)) aircraft->UncheckAll();
+  Guarded(program.Log, "Command2", [this] {
+    if (link::ResetFriends(program.State.LinkOptions, program.State.Plots)) aircraft->UncheckAll();
   });
 }
 

@@ -19,7 +19,7 @@ namespace kestrel::shell {
 class ClientsFrm final : public ToolFrm {
   Q_OBJECT
  public:
-  ClientsFrm(core::Program& program, QWidget* frame);
+  ClientsFrm(core::Program& running, QWidget* frame);
   ~ClientsFrm() override;
 
   /// Shows or hides the plot of Clients(Index); an index that no client has does nothing.

@@ -8,14 +8,14 @@
 
 namespace kestrel::shell {
 
-frmConnPort::frmConnPort(core::Program& program, QWidget* frame)
-    : QDialog(frame), station(program), form(std::make_unique<Ui::frmConnPort>()) {
+frmConnPort::frmConnPort(core::Program& running, QWidget* frame)
+    : QDialog(frame), program(running), form(std::make_unique<Ui::frmConnPort>()) {
   form->setupUi(this);
-  form->txtConnPort->setText(QString::number(program.State.LinkOptions.CONNPORT));
+  form->txtConnPort->setText(QString::number(running.State.LinkOptions.CONNPORT));
   form->txtConnPort->selectAll();
   form->lblRefused->setText(QStringLiteral("A port is a number from 1 to 65535."));
   connect(form->cmdOK, &QPushButton::clicked, this,
-          [this] { Guarded(station.Log, "frmConnPort", [this] { Change(); }); });
+          [this] { Guarded(program.Log, "frmConnPort", [this] { Change(); }); });
   connect(form->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   form->txtConnPort->setFocus();
 }
@@ -30,7 +30,7 @@ void frmConnPort::Change() {
     form->txtConnPort->selectAll();
     return;
   }
-  core::ChangeConnPort(station, *port);
+  core::ChangeConnPort(program, *port);
   accept();
 }
 

@@ -15,14 +15,14 @@ namespace kestrel::shell {
 class frmConnPort final : public QDialog {
   Q_OBJECT
  public:
-  /// `program` outlives the dialog.
-  frmConnPort(core::Program& program, QWidget* frame);
+  /// `running` outlives the dialog.
+  frmConnPort(core::Program& running, QWidget* frame);
   ~frmConnPort() override;
 
  private:
   void Change();
 
-  core::Program& station;
+  core::Program& program;
   std::unique_ptr<Ui::frmConnPort> form;
 };
 

@@ -10,12 +10,12 @@
 
 namespace kestrel::shell {
 
-PreferForm::PreferForm(core::Program& program, QWidget* frame)
-    : QDialog(frame), station(program), form(std::make_unique<Ui::PreferForm>()) {
+PreferForm::PreferForm(core::Program& running, QWidget* frame)
+    : QDialog(frame), program(running), form(std::make_unique<Ui::PreferForm>()) {
   form->setupUi(this);
   const auto runs = [this](QPushButton* button, void (PreferForm::*work)()) {
     connect(button, &QPushButton::clicked, this,
-            [this, work] { Guarded(station.Log, "PreferForm", [this, work] { (this->*work)(); }); });
+            [this, work] { Guarded(program.Log, "PreferForm", [this, work] { (this->*work)(); }); });
   };
   runs(form->Command1, &PreferForm::Add);
   runs(form->Command2, &PreferForm::Remove);
@@ -33,7 +33,7 @@ void PreferForm::Refill() {
   {
     const QSignalBlocker quiet(form->List1);
     form->List1->clear();
-    for (const link::ConnEntry& entry : station.State.LinkOptions.ConnList.Live()) {
+    for (const link::ConnEntry& entry : program.State.LinkOptions.ConnList.Live()) {
       form->List1->addItem(FromBytes(entry.Name));
     }
     form->List1->setCurrentRow(form->List1->count() > 0 ? 0 : -1);
@@ -45,7 +45,7 @@ std::size_t PreferForm::Picked() const { return static_cast<std::size_t>(form->L
 
 void PreferForm::ShowPicked() {
   // The dummy entry of the phonebook has empty texts.
-  const link::ConnEntry& entry = station.State.LinkOptions.ConnList[Picked()];
+  const link::ConnEntry& entry = program.State.LinkOptions.ConnList[Picked()];
   form->Text1->setText(FromBytes(entry.Name));
   form->Text2->setText(FromBytes(entry.Ip));
   form->lblRefused->hide();
@@ -56,13 +56,13 @@ void PreferForm::ShowPicked() {
 void PreferForm::Add() {
   std::optional<link::ConnEntry> entry = TypedEntry(*form->Text1, *form->Text2, *form->lblRefused);
   if (!entry) return;
-  core::AddEntry(station, std::move(*entry));
+  core::AddEntry(program, std::move(*entry));
   Refill();
 }
 
 void PreferForm::Remove() {
   if (Picked() == 0) return;
-  core::RemoveEntry(station, Picked());
+  core::RemoveEntry(program, Picked());
   Refill();
 }
 
@@ -70,7 +70,7 @@ void PreferForm::Replace() {
   if (Picked() == 0) return;
   std::optional<link::ConnEntry> entry = TypedEntry(*form->Text1, *form->Text2, *form->lblRefused);
   if (!entry) return;
-  core::ReplaceEntry(station, Picked(), std::move(*entry));
+  core::ReplaceEntry(program, Picked(), std::move(*entry));
   Refill();
 }
 

@@ -15,8 +15,8 @@ namespace kestrel::shell {
 class PreferForm final : public QDialog {
   Q_OBJECT
  public:
-  /// `program` outlives the window.
-  PreferForm(core::Program& program, QWidget* frame);
+  /// `running` outlives the window.
+  PreferForm(core::Program& running, QWidget* frame);
   ~PreferForm() override;
 
  private:
@@ -29,7 +29,7 @@ class PreferForm final : public QDialog {
   void Remove();
   void Replace();
 
-  core::Program& station;
+  core::Program& program;
   std::unique_ptr<Ui::PreferForm> form;
 };
 

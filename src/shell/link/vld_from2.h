@@ -15,14 +15,14 @@ namespace kestrel::shell {
 class VldFrom2 final : public QDialog {
   Q_OBJECT
  public:
-  /// `program` outlives the dialog.
-  VldFrom2(core::Program& program, QWidget* frame);
+  /// `running` outlives the dialog.
+  VldFrom2(core::Program& running, QWidget* frame);
   ~VldFrom2() override;
 
  private:
   void Connect();
 
-  core::Program& station;
+  core::Program& program;
   std::unique_ptr<Ui::VldFrom2> form;
   bool connecting = false;
 };

@@ -11,8 +11,8 @@
 
 namespace kestrel::shell {
 
-BullsFrm::BullsFrm(core::Program& program, QWidget* frame)
-    : ToolFrm(program, core::ToolWindow::Bulls, QStringLiteral("BullsFrm"), QStringLiteral("BULLSEYE"), frame,
+BullsFrm::BullsFrm(core::Program& running, QWidget* frame)
+    : ToolFrm(running, core::ToolWindow::Bulls, QStringLiteral("BullsFrm"), QStringLiteral("BULLSEYE"), frame,
               base::Changed::CursorLine) {
   Label2 = NewReadOut("Label2", QStringLiteral("000\u00b0"), QStringLiteral("Bearing from the bullseye to the pointer"),
                       &Body());
@@ -28,7 +28,7 @@ BullsFrm::BullsFrm(core::Program& program, QWidget* frame)
 }
 
 void BullsFrm::ShowChanged(base::Changed) {
-  const map::BRTexts texts = map::UpdateBRs(station.State.View);
+  const map::BRTexts texts = map::UpdateBRs(program.State.View);
   Label2->setText(FromBytes(texts.BullsBearing));
   Label3->setText(FromBytes(texts.BullsRange));
 }

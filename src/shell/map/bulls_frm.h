@@ -8,7 +8,7 @@ namespace kestrel::shell {
 class BullsFrm final : public ToolFrm {
   Q_OBJECT
  public:
-  BullsFrm(core::Program& program, QWidget* frame);
+  BullsFrm(core::Program& running, QWidget* frame);
 
  protected:
   void ShowChanged(base::Changed what) override;

@@ -11,8 +11,8 @@
 
 namespace kestrel::shell {
 
-CursFrm::CursFrm(core::Program& program, QWidget* frame)
-    : ToolFrm(program, core::ToolWindow::Curs, QStringLiteral("CursFrm"), QStringLiteral("CURSOR"), frame,
+CursFrm::CursFrm(core::Program& running, QWidget* frame)
+    : ToolFrm(running, core::ToolWindow::Curs, QStringLiteral("CursFrm"), QStringLiteral("CURSOR"), frame,
               base::Changed::CursorLine | base::Changed::Options) {
   Check1 = new QCheckBox(QStringLiteral("Static Cursor"), &Body());
   Check1->setObjectName(QStringLiteral("Check1"));
@@ -31,8 +31,8 @@ CursFrm::CursFrm(core::Program& program, QWidget* frame)
   FitBody();
   ShowStaticCursor();
   connect(Check1, &QCheckBox::toggled, this, [this](bool on) {
-    Guarded(station.Log, "Check1", [this, on] {
-      station.Shown.Refresh(map::SetStaticCursor(station.State.View, station.State.MapOptions, on));
+    Guarded(program.Log, "Check1", [this, on] {
+      program.Shown.Refresh(map::SetStaticCursor(program.State.View, program.State.MapOptions, on));
       Label2->clear();
       Label3->clear();
     });
@@ -41,7 +41,7 @@ CursFrm::CursFrm(core::Program& program, QWidget* frame)
 
 void CursFrm::ShowChanged(base::Changed what) {
   if (Has(what, base::Changed::CursorLine)) {
-    const map::BRTexts texts = map::UpdateBRs(station.State.View);
+    const map::BRTexts texts = map::UpdateBRs(program.State.View);
     Label2->setText(FromBytes(texts.Bearings));
     Label3->setText(FromBytes(texts.Range));
   }
@@ -49,7 +49,7 @@ void CursFrm::ShowChanged(base::Changed what) {
 }
 
 void CursFrm::ShowStaticCursor() {
-  const bool on = station.State.MapOptions.STATICCURSOR;
+  const bool on = program.State.MapOptions.STATICCURSOR;
   if (Check1->isChecked() == on) return;
   const QSignalBlocker quiet(Check1);
   Check1->setChecked(on);

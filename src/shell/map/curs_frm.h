@@ -10,7 +10,7 @@ namespace kestrel::shell {
 class CursFrm final : public ToolFrm {
   Q_OBJECT
  public:
-  CursFrm(core::Program& program, QWidget* frame);
+  CursFrm(core::Program& running, QWidget* frame);
 
  protected:
   void ShowChanged(base::Changed what) override;

@@ -31,8 +31,8 @@ constexpr double NearPlace = 2;
 
 }  // namespace
 
-MapPicture::MapPicture(core::Program& program, QMenu& popUp2, QWidget* owner)
-    : QWidget(owner), station(program), popUp(popUp2) {
+MapPicture::MapPicture(core::Program& running, QMenu& popUp2, QWidget* owner)
+    : QWidget(owner), program(running), popUp(popUp2) {
   setObjectName(QStringLiteral("Picture1"));
   setAttribute(Qt::WA_OpaquePaintEvent);
   setMouseTracking(true);
@@ -45,37 +45,37 @@ MapPicture::MapPicture(core::Program& program, QMenu& popUp2, QWidget* owner)
 }
 
 map::Scene MapPicture::Scene() const {
-  const core::Station& state = station.State;
-  const theaters::Theater& theater = state.Catalogue.Current();
-  return map::Scene{.MapPicture = state.MapPicture,
-                    .View = state.View,
+  const core::Station& station = program.State;
+  const theaters::Theater& theater = station.Catalogue.Current();
+  return map::Scene{.MapPicture = station.MapPicture,
+                    .View = station.View,
                     .TheaterCorner = {theater.CoordLat, theater.CoordLong},
-                    .Display = state.MapOptions,
-                    .LinkOptions = state.LinkOptions,
-                    .Plots = state.Plots,
+                    .Display = station.MapOptions,
+                    .LinkOptions = station.LinkOptions,
+                    .Plots = station.Plots,
                     .Labels = {}};
 }
 
 void MapPicture::DrawMap() {
-  if (station.State.Loading) return;
+  if (program.State.Loading) return;
   settle.stop();
-  Guarded(station.Log, "DrawMap", [this] {
-    const std::uint32_t start = station.Log.Time().TickCount();
+  Guarded(program.Log, "DrawMap", [this] {
+    const std::uint32_t start = program.Log.Time().TickCount();
     const double ratio = devicePixelRatioF();
     const QSize pixels(static_cast<int>(std::ceil(width() * ratio)), static_cast<int>(std::ceil(height() * ratio)));
     if (surface.Image().size() != pixels || surface.Image().devicePixelRatio() != ratio) {
       surface.Resize(pixels, ratio);
     }
     map::DrawMap(Scene(), surface);
-    station.Log.LogDuration("Drew the map", start);
+    program.Log.LogDuration("Drew the map", start);
   });
   ++mapDraws;
   ShowDirty();
 }
 
 void MapPicture::RedrawPlots() {
-  if (station.State.Loading || settle.isActive()) return;
-  Guarded(station.Log, "RedrawPlots", [this] { map::RedrawPlots(Scene(), surface); });
+  if (program.State.Loading || settle.isActive()) return;
+  Guarded(program.Log, "RedrawPlots", [this] { map::RedrawPlots(Scene(), surface); });
   ++plotDraws;
   ShowDirty();
 }
@@ -95,7 +95,7 @@ void MapPicture::ShowDirty() {
 }
 
 void MapPicture::ShowLine(const QString& text) {
-  update(line.Take(station.State.View, station.State.MapOptions, text, size()));
+  update(line.Take(program.State.View, program.State.MapOptions, text, size()));
 }
 
 void MapPicture::paintEvent(QPaintEvent* event) {
@@ -111,25 +111,25 @@ void MapPicture::paintEvent(QPaintEvent* event) {
 }
 
 void MapPicture::resizeEvent(QResizeEvent*) {
-  Guarded(station.Log, "Resize", [this] {
-    station.Shown.Refresh(
-        map::ResizeSurface(station.State.View, width() * map::UnitsPerPixelX, height() * map::UnitsPerPixelY));
+  Guarded(program.Log, "Resize", [this] {
+    program.Shown.Refresh(
+        map::ResizeSurface(program.State.View, width() * map::UnitsPerPixelX, height() * map::UnitsPerPixelY));
   });
   settle.start();
 }
 
 void MapPicture::TakePointer(QPointF position) {
-  map::MovePointer(station.State.View, position.x() * map::UnitsPerPixelX, position.y() * map::UnitsPerPixelY);
+  map::MovePointer(program.State.View, position.x() * map::UnitsPerPixelX, position.y() * map::UnitsPerPixelY);
 }
 
 void MapPicture::mousePressEvent(QMouseEvent* event) {
-  Guarded(station.Log, "MouseDown", [this, event] {
+  Guarded(program.Log, "MouseDown", [this, event] {
     TakePointer(event->position());
     sentTo.reset();
     switch (event->button()) {
       case Qt::LeftButton:
-        station.Shown.Refresh(map::SetCursorStart(station.State.View));
-        Q_EMIT Pressed(station.State.View.CursorMapX, station.State.View.CursorMapY);
+        program.Shown.Refresh(map::SetCursorStart(program.State.View));
+        Q_EMIT Pressed(program.State.View.CursorMapX, program.State.View.CursorMapY);
         break;
       case Qt::RightButton:
         popUp.popup(event->globalPosition().toPoint());
@@ -148,7 +148,7 @@ void MapPicture::mouseDoubleClickEvent(QMouseEvent* event) {
     mousePressEvent(event);
     return;
   }
-  Guarded(station.Log, "DblClick", [this, event] {
+  Guarded(program.Log, "DblClick", [this, event] {
     TakePointer(event->position());
     SetCenterOfScreen();
   });
@@ -163,12 +163,12 @@ void MapPicture::TakeKeyboard() {
 }
 
 void MapPicture::mouseMoveEvent(QMouseEvent* event) {
-  Guarded(station.Log, "MouseMove", [this, event] {
-    if (station.State.MapOptions.MAP_AUTOFOCUS) TakeKeyboard();
-    core::ReadElevations(station);
-    map::ViewState& view = station.State.View;
+  Guarded(program.Log, "MouseMove", [this, event] {
+    if (program.State.MapOptions.MAP_AUTOFOCUS) TakeKeyboard();
+    core::ReadElevations(program);
+    map::ViewState& view = program.State.View;
     const QScopedValueRollback changing(view.ViewChanging, view.ViewChanging || IsOwnMove(event->globalPosition()));
-    station.Shown.Refresh(map::TrackPointer(view, station.State.MapOptions, event->position().x() * map::UnitsPerPixelX,
+    program.Shown.Refresh(map::TrackPointer(view, program.State.MapOptions, event->position().x() * map::UnitsPerPixelX,
                                             event->position().y() * map::UnitsPerPixelY,
                                             event->buttons().testFlag(Qt::LeftButton)));
   });
@@ -187,7 +187,7 @@ void MapPicture::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 bool MapPicture::IsBound(const QKeyEvent& event) const {
-  return core::MapShortcut(station.State.ShortcutKeys, VirtualKey(event), ShiftState(event)) >= 0;
+  return core::MapShortcut(program.State.ShortcutKeys, VirtualKey(event), ShiftState(event)) >= 0;
 }
 
 bool MapPicture::event(QEvent* event) {
@@ -204,7 +204,7 @@ bool MapPicture::event(QEvent* event) {
 }
 
 void MapPicture::keyPressEvent(QKeyEvent* event) {
-  Guarded(station.Log, "KeyDown", [this, event] { core::MapKey(station, VirtualKey(*event), ShiftState(*event)); });
+  Guarded(program.Log, "KeyDown", [this, event] { core::MapKey(program, VirtualKey(*event), ShiftState(*event)); });
   // Swallowed whether or not it did anything: the map window passes no key on.
   event->accept();
 }
@@ -219,22 +219,22 @@ void MapPicture::wheelEvent(QWheelEvent* event) {
 void MapPicture::TurnWheel(int angle) {
   if ((angle > 0) != (wheelAngle > 0)) wheelAngle = 0;
   wheelAngle += angle;
-  Guarded(station.Log, "MouseWheel", [this] {
+  Guarded(program.Log, "MouseWheel", [this] {
     base::Changed changed = base::Changed::Nothing;
     for (; std::abs(wheelAngle) >= WheelNotch; wheelAngle -= wheelAngle > 0 ? WheelNotch : -WheelNotch) {
       changed |=
-          wheelAngle > 0 ? map::IncreaseResolution(station.State.View) : map::DecreaseResolution(station.State.View);
+          wheelAngle > 0 ? map::IncreaseResolution(program.State.View) : map::DecreaseResolution(program.State.View);
     }
-    station.Shown.Refresh(changed);
+    program.Shown.Refresh(changed);
   });
 }
 
 void MapPicture::SetCenterOfScreen() {
-  map::ViewState& view = station.State.View;
+  map::ViewState& view = program.State.View;
   const base::Changed changed = map::SetCenterOfScreen(view);
   // A move that comes meanwhile begins no line.
   const QScopedValueRollback changing(view.ViewChanging, true);
-  station.Shown.Refresh(changed);
+  program.Shown.Refresh(changed);
   CenterMousePointer();
 }
 

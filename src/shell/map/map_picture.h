@@ -22,8 +22,8 @@ class MapPicture final : public QWidget {
   /// The map is drawn anew when the size has not changed for this long, milliseconds.
   static constexpr int SettleMs = 150;
 
-  /// `program` and `popUp2` outlive the widget.
-  MapPicture(core::Program& program, QMenu& popUp2, QWidget* owner);
+  /// `running` and `popUp2` outlive the widget.
+  MapPicture(core::Program& running, QMenu& popUp2, QWidget* owner);
 
   /// Whole repaint; returns at once while the start is placing windows.
   void DrawMap();
@@ -72,7 +72,7 @@ class MapPicture final : public QWidget {
   /// True when the key runs a command here.
   bool IsBound(const QKeyEvent& event) const;
 
-  core::Program& station;
+  core::Program& program;
   QMenu& popUp;
   QtSurface surface;
   CursorLine line;

@@ -7,10 +7,10 @@
 
 namespace kestrel::shell {
 
-MainFrm::MainFrm(core::Program& program, QMenu& popUp2, QWidget* owner) : QWidget(owner) {
+MainFrm::MainFrm(core::Program& running, QMenu& popUp2, QWidget* owner) : QWidget(owner) {
   setObjectName(QStringLiteral("MainFrm"));
   setWindowTitle(FromBytes(link::ProgramTitle()) + u'b');
-  Picture1 = new MapPicture(program, popUp2, this);
+  Picture1 = new MapPicture(running, popUp2, this);
   auto* fill = new QVBoxLayout(this);
   fill->setContentsMargins(0, 0, 0, 0);
   fill->addWidget(Picture1);

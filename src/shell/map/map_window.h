@@ -12,8 +12,8 @@ namespace kestrel::shell {
 class MainFrm final : public QWidget {
   Q_OBJECT
  public:
-  /// `program` and `popUp2` outlive the window.
-  MainFrm(core::Program& program, QMenu& popUp2, QWidget* owner);
+  /// `running` and `popUp2` outlive the window.
+  MainFrm(core::Program& running, QMenu& popUp2, QWidget* owner);
   MapPicture& Picture() { return *Picture1; }
   /// The progress of a load in the middle of the window; nothing hides it.
   void ShowLoading(std::optional<int> percent);

@@ -4,10 +4,10 @@
 
 namespace kestrel::shell {
 
-MiniMapFrm::MiniMapFrm(core::Program& program, QWidget* frame)
-    : ToolFrm(program, core::ToolWindow::MiniMap, QStringLiteral("MiniMapFrm"), QStringLiteral("MINIMAP"), frame,
+MiniMapFrm::MiniMapFrm(core::Program& running, QWidget* frame)
+    : ToolFrm(running, core::ToolWindow::MiniMap, QStringLiteral("MiniMapFrm"), QStringLiteral("MINIMAP"), frame,
               base::Changed::MiniMap) {
-  Picture1 = new MiniMapPicture(program, &Body());
+  Picture1 = new MiniMapPicture(running, &Body());
   auto* fill = new QVBoxLayout(&Body());
   fill->setContentsMargins(0, 0, 0, 0);
   // A very small mini map stands in the middle: the strip needs the room.

@@ -9,7 +9,7 @@ namespace kestrel::shell {
 class MiniMapFrm final : public ToolFrm {
   Q_OBJECT
  public:
-  MiniMapFrm(core::Program& program, QWidget* frame);
+  MiniMapFrm(core::Program& running, QWidget* frame);
 
   MiniMapPicture& Picture() { return *Picture1; }
 

@@ -18,7 +18,7 @@ constexpr int BoxMargin = 2;
 
 }  // namespace
 
-MiniMapPicture::MiniMapPicture(core::Program& program, QWidget* owner) : QWidget(owner), station(program) {
+MiniMapPicture::MiniMapPicture(core::Program& running, QWidget* owner) : QWidget(owner), program(running) {
   setObjectName(QStringLiteral("Picture1"));
   setAttribute(Qt::WA_OpaquePaintEvent);
   setMouseTracking(true);
@@ -27,8 +27,8 @@ MiniMapPicture::MiniMapPicture(core::Program& program, QWidget* owner) : QWidget
 }
 
 bool MiniMapPicture::Reload() {
-  const map::ViewState& view = station.State.View;
-  scale = map::MiniMapScale(view, station.State.MapOptions.MINIMAPSCALE);
+  const map::ViewState& view = program.State.View;
+  scale = map::MiniMapScale(view, program.State.MapOptions.MINIMAPSCALE);
   // Only what is a whole pixel of the theater is shown.
   const int side = static_cast<int>(map::MiniMapSide(view, scale) / map::UnitsPerPixel);
   if (size() == QSize(side, side)) return false;
@@ -37,7 +37,7 @@ bool MiniMapPicture::Reload() {
 }
 
 void MiniMapPicture::UpdateMiniMap() {
-  if (station.State.MapPicture.Pixels != source.Pixels) {
+  if (program.State.MapPicture.Pixels != source.Pixels) {
     source = {};
     ground = {};
     update();
@@ -54,7 +54,7 @@ void MiniMapPicture::UpdateMiniMap() {
 }
 
 QRectF MiniMapPicture::Box() const {
-  const map::MiniMapBox box = map::BoxOnMiniMap(station.State.View, scale);
+  const map::MiniMapBox box = map::BoxOnMiniMap(program.State.View, scale);
   constexpr double unit = map::UnitsPerPixel;
   return {box.Left / unit, box.Top / unit, box.Width / unit, box.Height / unit};
 }
@@ -69,7 +69,7 @@ QPixmap MiniMapPicture::Scaled() const {
 
 void MiniMapPicture::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  const base::Picture& picture = station.State.MapPicture;
+  const base::Picture& picture = program.State.MapPicture;
   if (picture.Empty()) {
     painter.fillRect(rect(), MapSurround(palette()));
   } else {
@@ -103,8 +103,8 @@ void MiniMapPicture::mouseReleaseEvent(QMouseEvent* event) {
   // A press that is taken off the picture is no click.
   if (event->button() != Qt::LeftButton || !rect().contains(event->position().toPoint())) return;
   TakePointer(event->position());
-  Guarded(station.Log, "Click",
-          [this] { station.Shown.Refresh(map::CentreByMiniMap(station.State.View, scale, MiniMouseX, MiniMouseY)); });
+  Guarded(program.Log, "Click",
+          [this] { program.Shown.Refresh(map::CentreByMiniMap(program.State.View, scale, MiniMouseX, MiniMouseY)); });
 }
 
 }  // namespace kestrel::shell

@@ -13,8 +13,8 @@ namespace kestrel::shell {
 class MiniMapPicture final : public QWidget {
   Q_OBJECT
  public:
-  /// `program` outlives the widget.
-  MiniMapPicture(core::Program& program, QWidget* owner);
+  /// `running` outlives the widget.
+  MiniMapPicture(core::Program& running, QWidget* owner);
 
   /// ReloadMiniMap: size by MINIMAPSCALE. True when it has changed.
   bool Reload();
@@ -36,7 +36,7 @@ class MiniMapPicture final : public QWidget {
   QRectF Box() const;
   QPixmap Scaled() const;
 
-  core::Program& station;
+  core::Program& program;
   double scale = 1;       ///< view-unit pixels to the mini map's pixel
   double MiniMouseX = 0;  ///< last pointer position on it, logical units
   double MiniMouseY = 0;

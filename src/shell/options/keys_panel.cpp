@@ -23,9 +23,9 @@ int WidestName(const QFontMetrics& metrics) {
 
 }  // namespace
 
-KeysPanel::KeysPanel(core::Program& program, core::ShortcutCapture& shown, const char* name, std::size_t first,
+KeysPanel::KeysPanel(core::Program& running, core::ShortcutCapture& shown, const char* name, std::size_t first,
                      std::size_t end, const char* defaults, QWidget* owner)
-    : QFrame(owner), station(program), capture(shown) {
+    : QFrame(owner), program(running), capture(shown) {
   setObjectName(QString::fromLatin1(name));
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(PanelMargin, PanelMargin, PanelMargin, PanelMargin);
@@ -66,7 +66,7 @@ QVBoxLayout* KeysPanel::AddCommands(const char* heading, std::size_t first, std:
 void KeysPanel::AddCommand(std::size_t index, QGridLayout& lines) {
   const QString command = FromBytes(core::Shortcuts[index].Name);
   const QString number = u'_' + QString::number(index);
-  auto* field = new KeyField(station.Log, capture, index, this);
+  auto* field = new KeyField(program.Log, capture, index, this);
   auto* set = new QPushButton(QStringLiteral("Set"), this);
   set->setObjectName(QStringLiteral("cmdSet") + number);
   set->setToolTip(QStringLiteral("Binds %1 to the key that is pressed next; Esc leaves it without one until the next "
@@ -86,7 +86,7 @@ void KeysPanel::AddCommand(std::size_t index, QGridLayout& lines) {
 }
 
 void KeysPanel::Set(std::size_t index, KeyField& field) {
-  Guarded(station.Log, "cmdSet", [&] {
+  Guarded(program.Log, "cmdSet", [&] {
     capture.Begin(index);
     activateWindow();
     field.setFocus(Qt::OtherFocusReason);
@@ -95,7 +95,7 @@ void KeysPanel::Set(std::size_t index, KeyField& field) {
 }
 
 void KeysPanel::LoadDefaults(std::size_t first, std::size_t end) {
-  Guarded(station.Log, "cmdLoadDefaults", [&] {
+  Guarded(program.Log, "cmdLoadDefaults", [&] {
     capture.LoadDefaults(first, end);
     ShowBoxes();
   });

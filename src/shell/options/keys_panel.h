@@ -18,8 +18,8 @@ class KeysPanel final : public QFrame {
   Q_OBJECT
  public:
   /// The commands from `first` to before `end`, on a panel named `name` whose button `defaults` gives them their
-  /// defaults. `program` and `capture` outlive the panel.
-  KeysPanel(core::Program& program, core::ShortcutCapture& capture, const char* name, std::size_t first,
+  /// defaults. `running` and `capture` outlive the panel.
+  KeysPanel(core::Program& running, core::ShortcutCapture& capture, const char* name, std::size_t first,
             std::size_t end, const char* defaults, QWidget* owner);
 
  private:
@@ -31,7 +31,7 @@ class KeysPanel final : public QFrame {
   void ShowBoxes();
   void ShowNote();
 
-  core::Program& station;
+  core::Program& program;
   core::ShortcutCapture& capture;
   std::vector<KeyField*> fields;
   QLabel* note = nullptr;  ///< beside the transmit keys, on their panel alone

@@ -43,8 +43,8 @@ int PlaceOf(int number, QComboBox& list) {
 
 }  // namespace
 
-OptionControls::OptionControls(core::Program& program, QObject* owner)
-    : QObject(owner), station(program), rows(core::OptionsTable(program.State)) {}
+OptionControls::OptionControls(core::Program& running, QObject* owner)
+    : QObject(owner), program(running), rows(core::OptionsTable(running.State)) {}
 
 void OptionControls::Fill() {
   for (const auto& fill : fills) RunFill(fill);
@@ -63,7 +63,7 @@ void OptionControls::AddFill(std::function<void()> fill) {
 template <class Change>
 void OptionControls::Edit(const core::OptionRow& row, Change change) {
   if (filling) return;
-  Guarded(station.Log, row.Control, [this, &change] { station.Shown.Refresh(change()); });
+  Guarded(program.Log, row.Control, [this, &change] { program.Shown.Refresh(change()); });
 }
 
 QCheckBox* OptionControls::Check(const char* name, const QString& caption, const QString& meaning, QWidget* parent) {
@@ -71,7 +71,7 @@ QCheckBox* OptionControls::Check(const char* name, const QString& caption, const
   auto* box = Named(new QCheckBox(caption, parent), name, meaning);
   AddFill([&row, box] { box->setChecked(*std::get<bool*>(row.Bound)); });
   connect(box, &QCheckBox::toggled, this,
-          [this, &row](bool on) { Edit(row, [this, &row, on] { return core::SetOption(station, row, on); }); });
+          [this, &row](bool on) { Edit(row, [this, &row, on] { return core::SetOption(program, row, on); }); });
   return box;
 }
 
@@ -82,10 +82,10 @@ ColourButton* OptionControls::Color(const char* name, const QString& caption, co
   AddFill([&row, button] { button->ShowColour(*std::get<base::Colour*>(row.Bound)); });
   connect(button, &QPushButton::clicked, this, [this, &row, button] {
     Edit(row, [this, &row, button] {
-      const std::optional<base::Colour> chosen = station.Desk.PickColour(button->Colour());
+      const std::optional<base::Colour> chosen = program.Desk.PickColour(button->Colour());
       if (!chosen) return Changed::Nothing;
       button->ShowColour(*chosen);
-      return core::SetOption(station, row, *chosen);
+      return core::SetOption(program, row, *chosen);
     });
   });
   return button;
@@ -98,9 +98,9 @@ QPushButton* OptionControls::Font(const char* name, const QString& caption, cons
   connect(button, &QPushButton::clicked, this, [this, &row] {
     Edit(row, [this, &row] {
       const bool withColour = std::get<core::FontField>(row.Bound).Color != nullptr;
-      const std::optional<base::FontRecord> chosen = station.Desk.PickFont(core::FontOf(row), withColour);
+      const std::optional<base::FontRecord> chosen = program.Desk.PickFont(core::FontOf(row), withColour);
       if (!chosen) return Changed::Nothing;
-      const Changed what = core::SetFont(station, row, *chosen);
+      const Changed what = core::SetFont(program, row, *chosen);
       // The colour has a button of its own.
       Fill();
       return what;
@@ -133,7 +133,7 @@ void OptionControls::TakeNumber(const core::OptionRow& row, QLineEdit& field) {
   Edit(row, [this, &row, &field] {
     const core::TypedNumber typed = core::ReadTyped(row, ToBytes(field.text()));
     if (typed.OutOfRange) RunFill([&field] { field.setText(Written(0)); });
-    return core::SetOption(station, row, typed.Value);
+    return core::SetOption(program, row, typed.Value);
   });
 }
 
@@ -146,7 +146,7 @@ QComboBox* OptionControls::Numbers(const char* name, const QString& meaning, std
   AddFill([&row, list] { list->setCurrentIndex(PlaceOf(*std::get<T*>(row.Bound), *list)); });
   connect(list, &QComboBox::currentIndexChanged, this, [this, &row, list](int place) {
     Edit(row, [this, &row, list, place] {
-      return core::SetOption(station, row, static_cast<T>(list->itemData(place).toInt()));
+      return core::SetOption(program, row, static_cast<T>(list->itemData(place).toInt()));
     });
   });
   return list;
@@ -180,7 +180,7 @@ std::vector<QWidget*> OptionControls::Positions(const char* name, std::span<cons
   });
   connect(group, &QButtonGroup::idToggled, this, [this, &row](int index, bool on) {
     if (!on) return;
-    Edit(row, [this, &row, index] { return core::SetOption(station, row, std::int32_t{index}); });
+    Edit(row, [this, &row, index] { return core::SetOption(program, row, std::int32_t{index}); });
   });
   return buttons;
 }

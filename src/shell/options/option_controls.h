@@ -23,8 +23,8 @@ class ColourButton;
 class OptionControls final : public QObject {
   Q_OBJECT
  public:
-  /// `program` outlives this, `owner` the controls.
-  OptionControls(core::Program& program, QObject* owner);
+  /// `running` outlives this, `owner` the controls.
+  OptionControls(core::Program& running, QObject* owner);
 
   // Each makes one control. `meaning` is its tool tip; with `caption` empty it is also what it is called to those who
   // listen.
@@ -51,7 +51,7 @@ class OptionControls final : public QObject {
   QComboBox* Numbers(const char* name, const QString& meaning, std::span<const T> offered, QWidget* parent);
   void TakeNumber(const core::OptionRow& row, QLineEdit& field);
 
-  core::Program& station;
+  core::Program& program;
   std::vector<core::OptionRow> rows;
   std::vector<std::function<void()>> fills;
   bool filling = false;

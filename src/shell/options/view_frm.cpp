@@ -16,10 +16,10 @@ constexpr const char* captions[] = {"&View", "&Options", "&Map Keys", "More &Key
 
 }  // namespace
 
-ViewFrm::ViewFrm(core::Program& program, QWidget* frame)
-    : ToolFrm(program, core::ToolWindow::View, QStringLiteral("ViewFrm"), QStringLiteral("OPTIONS"), frame,
+ViewFrm::ViewFrm(core::Program& running, QWidget* frame)
+    : ToolFrm(running, core::ToolWindow::View, QStringLiteral("ViewFrm"), QStringLiteral("OPTIONS"), frame,
               base::Changed::Zoom | base::Changed::Options),
-      capture(program),
+      capture(running),
       TabStrip1(new QTabBar(&Body())),
       panels(new QStackedWidget(&Body())) {
   TabStrip1->setObjectName(QStringLiteral("TabStrip1"));
@@ -49,13 +49,13 @@ QSize ViewFrm::PanelSize() const {
 
 void ViewFrm::MakePanels() {
   if (options != nullptr) return;
-  options = new OptionControls(station, this);
-  view = new ViewPanel(station, *options, panels);
+  options = new OptionControls(program, this);
+  view = new ViewPanel(program, *options, panels);
   panels->addWidget(view);
   panels->addWidget(new OptionsPanel(*options, panels));
-  panels->addWidget(new KeysPanel(station, capture, "Frame3", 0, core::SecondHalf, "cmdLoadDefaults", panels));
+  panels->addWidget(new KeysPanel(program, capture, "Frame3", 0, core::SecondHalf, "cmdLoadDefaults", panels));
   panels->addWidget(
-      new KeysPanel(station, capture, "Frame4", core::SecondHalf, core::ShortcutCount, "cmdLoadDefaults2", panels));
+      new KeysPanel(program, capture, "Frame4", core::SecondHalf, core::ShortcutCount, "cmdLoadDefaults2", panels));
   panels->setCurrentIndex(TabStrip1->currentIndex());
   FitBody();
 }

@@ -16,7 +16,7 @@ class ViewPanel;
 class ViewFrm final : public ToolFrm {
   Q_OBJECT
  public:
-  ViewFrm(core::Program& program, QWidget* frame);
+  ViewFrm(core::Program& running, QWidget* frame);
   ~ViewFrm() override;
 
  protected:

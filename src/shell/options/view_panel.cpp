@@ -44,8 +44,8 @@ QString Words(const char* text) { return QString::fromLatin1(text); }
 
 }  // namespace
 
-ViewPanel::ViewPanel(core::Program& program, OptionControls& controls, QWidget* owner)
-    : QFrame(owner), station(program), options(controls) {
+ViewPanel::ViewPanel(core::Program& running, OptionControls& controls, QWidget* owner)
+    : QFrame(owner), program(running), options(controls) {
   setObjectName(QStringLiteral("Frame1"));
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(PanelMargin, PanelMargin, PanelMargin, PanelMargin);
@@ -69,7 +69,7 @@ ViewPanel::ViewPanel(core::Program& program, OptionControls& controls, QWidget* 
 
 template <class Step>
 void ViewPanel::Run(const char* control, Step step) {
-  Guarded(station.Log, control, [this, &step] { station.Shown.Refresh(step(station.State.View)); });
+  Guarded(program.Log, control, [this, &step] { program.Shown.Refresh(step(program.State.View)); });
 }
 
 void ViewPanel::AddPlots(QBoxLayout& column) {
@@ -186,7 +186,7 @@ void ViewPanel::TakeZoom(int value) {
 }
 
 void ViewPanel::ShowZoom() {
-  const map::ViewState& view = station.State.View;
+  const map::ViewState& view = program.State.View;
   lblZoom->setText(FromBytes(map::ZoomText(view)));
   if (sliding) return;
   const QSignalBlocker quiet(ZoomScroll);

@@ -14,8 +14,8 @@ namespace kestrel::shell {
 class ViewPanel final : public QFrame {
   Q_OBJECT
  public:
-  /// `program` and `controls` outlive the panel.
-  ViewPanel(core::Program& program, OptionControls& controls, QWidget* owner);
+  /// `running` and `controls` outlive the panel.
+  ViewPanel(core::Program& running, OptionControls& controls, QWidget* owner);
 
   /// Slider and text as the zoom stands. While the slider itself is being moved it stays where it is.
   void ShowZoom();
@@ -32,7 +32,7 @@ class ViewPanel final : public QFrame {
   template <class Step>
   void Run(const char* control, Step step);
 
-  core::Program& station;
+  core::Program& program;
   OptionControls& options;
   QSlider* ZoomScroll = nullptr;
   QLabel* lblZoom = nullptr;

@@ -38,17 +38,17 @@ class ToolFrm::Content final : public QWidget {
  protected:
   void showEvent(QShowEvent* event) override {
     QWidget::showEvent(event);
-    Guarded(window.station.Log, "Show", [this] { window.CatchUp(); });
+    Guarded(window.program.Log, "Show", [this] { window.CatchUp(); });
   }
 
  private:
   ToolFrm& window;
 };
 
-ToolFrm::ToolFrm(core::Program& program, core::ToolWindow which, const QString& name, const QString& caption,
+ToolFrm::ToolFrm(core::Program& running, core::ToolWindow which, const QString& name, const QString& caption,
                  QWidget* frame, base::Changed shows)
     : QWidget(frame, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
-      station(program),
+      program(running),
       kind(which),
       views(shows),
       behind(shows) {
@@ -140,7 +140,7 @@ void ToolFrm::ApplyHeight() {
   const QSize former = size();
   setFixedSize(full.width(), expanded ? full.height() : StripHeight + 2 * Border);
   // At the start each stands where it is kept, its size being no news.
-  if (station.State.Loading || (width() <= former.width() && height() <= former.height())) return;
+  if (program.State.Loading || (width() <= former.width() && height() <= former.height())) return;
   MoveInto(*NearestScreen());
   raise();
 }
@@ -238,7 +238,7 @@ void ToolFrm::moveEvent(QMoveEvent* event) {
     move(place);
     return;
   }
-  if (station.State.Loading) return;
+  if (program.State.Loading) return;
   kept.X = Units(pos().x());
   kept.Y = Units(pos().y());
 }

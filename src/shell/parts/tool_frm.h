@@ -23,8 +23,8 @@ class ToolFrm : public QWidget {
   static constexpr int StripHeight = 20;
 
   /// `name` becomes the objectName, e.g. "ClientsFrm"; `shows` is what it shows of the station. `frame` owns the
-  /// window; `program` outlives it.
-  ToolFrm(core::Program& program, core::ToolWindow which, const QString& name, const QString& caption, QWidget* frame,
+  /// window; `running` outlives it.
+  ToolFrm(core::Program& running, core::ToolWindow which, const QString& name, const QString& caption, QWidget* frame,
           base::Changed shows = base::Changed::Nothing);
 
   /// Brings the window up to date with what it shows of `what`: now while its content is seen, otherwise once when it
@@ -52,7 +52,7 @@ class ToolFrm : public QWidget {
 
   core::ToolWindow Which() const { return kind; }
   /// What is kept of this window.
-  core::ToolWindowState& State() { return station.State.ToolWindows[static_cast<std::size_t>(kind)]; }
+  core::ToolWindowState& State() { return program.State.ToolWindows[static_cast<std::size_t>(kind)]; }
 
  Q_SIGNALS:
   /// Command4 was pressed, or the system asks the window to close.
@@ -77,7 +77,7 @@ class ToolFrm : public QWidget {
   void paintEvent(QPaintEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
-  core::Program& station;
+  core::Program& program;
 
  private:
   /// How a caption is held.

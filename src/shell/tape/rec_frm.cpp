@@ -47,8 +47,8 @@ void SetDigits(QLabel& label, double larger, const QString& longest) {
 
 }  // namespace
 
-RecFrm::RecFrm(core::Program& program, QWidget* frame)
-    : ToolFrm(program, core::ToolWindow::Rec, QStringLiteral("RecFrm"), QStringLiteral("PLAYBACK"), frame,
+RecFrm::RecFrm(core::Program& running, QWidget* frame)
+    : ToolFrm(running, core::ToolWindow::Rec, QStringLiteral("RecFrm"), QStringLiteral("PLAYBACK"), frame,
               base::Changed::Tape),
       form(std::make_unique<Ui::RecFrm>()) {
   form->setupUi(&Body());
@@ -99,17 +99,17 @@ void RecFrm::Connect() {
                  {form->Command6, "Command6", core::CloseTape}};
   for (const auto& each : buttons) {
     connect(each.Button, &QAbstractButton::clicked, this,
-            [this, name = each.Name, run = each.Run] { Guarded(station.Log, name, [this, run] { run(station); }); });
+            [this, name = each.Name, run = each.Run] { Guarded(program.Log, name, [this, run] { run(program); }); });
   }
   connect(form->HScroll1, &QSlider::valueChanged, this,
-          [this](int value) { Guarded(station.Log, "HScroll1", [this, value] { core::MoveTape(station, value); }); });
+          [this](int value) { Guarded(program.Log, "HScroll1", [this, value] { core::MoveTape(program, value); }); });
   // What has been shown meanwhile has not moved the bar.
   connect(form->HScroll1, &QSlider::sliderReleased, this, &RecFrm::ShowBar);
   connect(form->Slider1, &QSlider::valueChanged, this,
-          [this](int step) { Guarded(station.Log, "Slider1", [this, step] { core::SetTapeSpeed(station, step); }); });
+          [this](int step) { Guarded(program.Log, "Slider1", [this, step] { core::SetTapeSpeed(program, step); }); });
   connect(&Timer1, &QTimer::timeout, this, [this] {
     const QScopedValueRollback<bool> ours(ticking, true);
-    Guarded(station.Log, "Timer1", [this] { core::TapeTick(station); });
+    Guarded(program.Log, "Timer1", [this] { core::TapeTick(program); });
   });
 }
 
@@ -122,9 +122,9 @@ void RecFrm::ShowPlayer() {
 }
 
 void RecFrm::ShowButtons() {
-  const tape::PlayerState& player = station.State.Tapes.Player.State();
+  const tape::PlayerState& player = program.State.Tapes.Player.State();
   const bool playing = player.Phase == PlayerPhase::Playing;
-  form->Command1->setEnabled(core::MayLoadTape(station.State));
+  form->Command1->setEnabled(core::MayLoadTape(program.State));
   form->Command2->setEnabled(player.Loaded() && !playing);
   form->Command3->setEnabled(playing);
   form->Command5->setEnabled(playing || player.Phase == PlayerPhase::Paused);
@@ -136,7 +136,7 @@ void RecFrm::ShowButtons() {
 }
 
 void RecFrm::ShowTimes() {
-  const tape::PlayerState& player = station.State.Tapes.Player.State();
+  const tape::PlayerState& player = program.State.Tapes.Player.State();
   // Before the first record of a long tape there is no time: on purpose nothing is shown rather than that of day 0.
   const bool dated = player.Loaded() && player.CurPoint != 0;
   form->Label3->setText(dated ? FromBytes(base::DateText(player.CurTime)) : QString());
@@ -149,7 +149,7 @@ void RecFrm::ShowTimes() {
 }
 
 void RecFrm::ShowBar() {
-  const tape::PlayerState& player = station.State.Tapes.Player.State();
+  const tape::PlayerState& player = program.State.Tapes.Player.State();
   // A playing tape does not pull the bar out of the hand that drags it.
   if (ticking && form->HScroll1->isSliderDown()) return;
   if (player.Loaded()) {
@@ -160,13 +160,13 @@ void RecFrm::ShowBar() {
 }
 
 void RecFrm::ShowSpeed() {
-  const QString speed = QStringLiteral("x%1").arg(station.State.Tapes.Player.State().Speed);
+  const QString speed = QStringLiteral("x%1").arg(program.State.Tapes.Player.State().Speed);
   form->Frame1->setTitle(QStringLiteral("Current Speed: ") + speed);
   form->Slider1->setToolTip(speed);
 }
 
 void RecFrm::SetTimer() {
-  const tape::PlayerState& player = station.State.Tapes.Player.State();
+  const tape::PlayerState& player = program.State.Tapes.Player.State();
   // An interval of 0 never fires.
   if (player.Phase != PlayerPhase::Playing || player.TimerInterval == 0) {
     Timer1.stop();

@@ -17,7 +17,7 @@ namespace kestrel::shell {
 class RecFrm final : public ToolFrm {
   Q_OBJECT
  public:
-  RecFrm(core::Program& program, QWidget* frame);
+  RecFrm(core::Program& running, QWidget* frame);
   ~RecFrm() override;
 
  protected:

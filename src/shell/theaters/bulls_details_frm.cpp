@@ -13,15 +13,15 @@
 
 namespace kestrel::shell {
 
-BullsDetailsFrm::BullsDetailsFrm(core::Program& program, std::size_t index, Start start, QWidget* frame)
-    : QDialog(frame), station(program), edited(index), form(std::make_unique<Ui::BullsDetailsFrm>()) {
+BullsDetailsFrm::BullsDetailsFrm(core::Program& running, std::size_t index, Start start, QWidget* frame)
+    : QDialog(frame), program(running), edited(index), form(std::make_unique<Ui::BullsDetailsFrm>()) {
   form->setupUi(this);
   form->txtName->setFocus();
   // Left of and below its corner the map has places that a click may fill in, but nobody types.
   for (QLineEdit* field : {form->txtX, form->txtY}) new CharacterFilter(DigitsAndPoint(), *field);
-  const core::Station& state = program.State;
+  const core::Station& station = running.State;
   if (index != 0) {
-    const theaters::Bullseye& bullseye = state.Catalogue.Current().Bulls[index];
+    const theaters::Bullseye& bullseye = station.Catalogue.Current().Bulls[index];
     setWindowTitle(AsTitle(QStringLiteral("Bullseye: ") + FromBytes(bullseye.Name)));
     form->txtName->setText(FromBytes(bullseye.Name));
     FillPosition(bullseye.X, bullseye.Y);
@@ -32,7 +32,7 @@ BullsDetailsFrm::BullsDetailsFrm(core::Program& program, std::size_t index, Star
   form->txtName->setText(QStringLiteral("New"));
   form->txtX->setText(QStringLiteral("0"));
   form->txtY->setText(QStringLiteral("0"));
-  if (start == Start::Pointer) FillPosition(state.View.CursorMapX, state.View.CursorMapY);
+  if (start == Start::Pointer) FillPosition(station.View.CursorMapX, station.View.CursorMapY);
 }
 
 BullsDetailsFrm::~BullsDetailsFrm() = default;
@@ -48,10 +48,10 @@ theaters::Bullseye BullsDetailsFrm::Entered(std::string name) const {
 }
 
 void BullsDetailsFrm::accept() {
-  Guarded(station.Log, "BullsDetailsFrm", [this] {
+  Guarded(program.Log, "BullsDetailsFrm", [this] {
     std::optional<std::string> name = TakeText(*form->txtName, *form->lblRefused);
     if (!name) return;
-    if (core::StoreBullseye(station, edited, Entered(std::move(*name)), before)) QDialog::accept();
+    if (core::StoreBullseye(program, edited, Entered(std::move(*name)), before)) QDialog::accept();
   });
 }
 

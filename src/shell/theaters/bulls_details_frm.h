@@ -21,8 +21,8 @@ class BullsDetailsFrm final : public QDialog {
   /// Where a new bullseye begins.
   enum class Start { Zero, Pointer };
 
-  /// Edits bullseye `index`; 0 makes a new one, which begins at `start`. `program` outlives the window.
-  BullsDetailsFrm(core::Program& program, std::size_t index, Start start, QWidget* frame);
+  /// Edits bullseye `index`; 0 makes a new one, which begins at `start`. `running` outlives the window.
+  BullsDetailsFrm(core::Program& running, std::size_t index, Start start, QWidget* frame);
   ~BullsDetailsFrm() override;
 
   /// Fills in X and Y, map units.
@@ -36,7 +36,7 @@ class BullsDetailsFrm final : public QDialog {
   /// What stands in the fields, under `name`.
   theaters::Bullseye Entered(std::string name) const;
 
-  core::Program& station;
+  core::Program& program;
   std::size_t edited;
   std::optional<theaters::Bullseye> before;  ///< a stored one as its fields showed it before the person touched them
   std::unique_ptr<Ui::BullsDetailsFrm> form;

@@ -23,15 +23,15 @@ std::unique_ptr<NumberedList> ListOf(theaters::Catalogue& catalogue) {
 
 }  // namespace
 
-MdfBullsFrm::MdfBullsFrm(core::Program& program, QWidget* frame)
+MdfBullsFrm::MdfBullsFrm(core::Program& running, QWidget* frame)
     : ListFrm({"MdfBullsFrm", "Bullseyes", "Makes a new bullseye", "Opens the details of the selected bullseye",
                "Deletes the selected bullseye"},
-              ListOf(program.State.Catalogue), program.Log, frame),
-      station(program) {
+              ListOf(running.State.Catalogue), running.Log, frame),
+      program(running) {
   RefreshGrid();
 }
 
-void MdfBullsFrm::RefreshGrid() { ShowRows(static_cast<std::size_t>(station.State.Catalogue.Current().CurrentBull)); }
+void MdfBullsFrm::RefreshGrid() { ShowRows(static_cast<std::size_t>(program.State.Catalogue.Current().CurrentBull)); }
 
 void MdfBullsFrm::Details(std::size_t index) {
   wanted = index;
@@ -39,11 +39,11 @@ void MdfBullsFrm::Details(std::size_t index) {
 }
 
 void MdfBullsFrm::Delete(std::size_t index) {
-  if (core::DeleteBullseye(station, index)) RefreshGrid();
+  if (core::DeleteBullseye(program, index)) RefreshGrid();
 }
 
 void MdfBullsFrm::Choose(std::size_t index) {
-  station.Shown.Refresh(core::SelectBullseye(station, index));
+  program.Shown.Refresh(core::SelectBullseye(program, index));
   RefreshGrid();
 }
 

@@ -12,8 +12,8 @@ namespace kestrel::shell {
 class MdfBullsFrm final : public ListFrm {
   Q_OBJECT
  public:
-  /// `program` outlives the window.
-  MdfBullsFrm(core::Program& program, QWidget* frame);
+  /// `running` outlives the window.
+  MdfBullsFrm(core::Program& running, QWidget* frame);
 
   /// Shows the bullseyes anew and selects the current one.
   void RefreshGrid();
@@ -26,7 +26,7 @@ class MdfBullsFrm final : public ListFrm {
   void Delete(std::size_t index) override;
   void Choose(std::size_t index) override;
 
-  core::Program& station;
+  core::Program& program;
   std::optional<std::size_t> wanted;
 };
 

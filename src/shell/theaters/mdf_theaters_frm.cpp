@@ -22,26 +22,26 @@ std::unique_ptr<NumberedList> ListOf(const base::Table<theaters::Theater>& theat
 
 }  // namespace
 
-MdfTheatersFrm::MdfTheatersFrm(core::Program& program, ModalCount& dialogs, QWidget* frame)
+MdfTheatersFrm::MdfTheatersFrm(core::Program& running, ModalCount& dialogs, QWidget* frame)
     : ListFrm({"MdfTheatersFrm", "Theaters", "Makes a new theater", "Opens the details of the selected theater",
                "Deletes the selected theater and its files"},
-              ListOf(program.State.Catalogue.Theaters), program.Log, frame),
-      station(program),
+              ListOf(running.State.Catalogue.Theaters), running.Log, frame),
+      program(running),
       modal(dialogs) {
   RefreshGrid();
 }
 
-void MdfTheatersFrm::RefreshGrid() { ShowRows(static_cast<std::size_t>(station.State.Catalogue.CurrentTheater)); }
+void MdfTheatersFrm::RefreshGrid() { ShowRows(static_cast<std::size_t>(program.State.Catalogue.CurrentTheater)); }
 
 void MdfTheatersFrm::Details(std::size_t index) {
-  TheateDetailsFrm details(station, index, this);
+  TheateDetailsFrm details(program, index, this);
   if (RunDialog(details, modal) != Accepted) return;
   RefreshGrid();
-  core::ReloadEditedTheater(station);
+  core::ReloadEditedTheater(program);
 }
 
 void MdfTheatersFrm::Delete(std::size_t index) {
-  if (core::DeleteTheater(station, index)) RefreshGrid();
+  if (core::DeleteTheater(program, index)) RefreshGrid();
 }
 
 }  // namespace kestrel::shell

@@ -10,8 +10,8 @@ namespace kestrel::shell {
 class MdfTheatersFrm final : public ListFrm {
   Q_OBJECT
  public:
-  /// `program` and `dialogs` outlive the window.
-  MdfTheatersFrm(core::Program& program, ModalCount& dialogs, QWidget* frame);
+  /// `running` and `dialogs` outlive the window.
+  MdfTheatersFrm(core::Program& running, ModalCount& dialogs, QWidget* frame);
 
   /// Shows the catalogue anew and selects the current theater.
   void RefreshGrid();
@@ -20,7 +20,7 @@ class MdfTheatersFrm final : public ListFrm {
   void Details(std::size_t index) override;
   void Delete(std::size_t index) override;
 
-  core::Program& station;
+  core::Program& program;
   ModalCount& modal;
 };
 

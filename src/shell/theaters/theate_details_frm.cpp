@@ -35,16 +35,16 @@ constexpr std::string_view CornerPattern = "0.00000000";
 
 }  // namespace
 
-TheateDetailsFrm::TheateDetailsFrm(core::Program& program, std::size_t index, QWidget* owner)
-    : QDialog(owner), station(program), edited(index), form(std::make_unique<Ui::TheateDetailsFrm>()) {
+TheateDetailsFrm::TheateDetailsFrm(core::Program& running, std::size_t index, QWidget* owner)
+    : QDialog(owner), program(running), edited(index), form(std::make_unique<Ui::TheateDetailsFrm>()) {
   form->setupUi(this);
   new CharacterFilter(Digits(), *form->txtSize);
   for (QLineEdit* field : {form->txtBullX, form->txtBullY}) new CharacterFilter(DigitsAndPoint(), *field);
   for (QLineEdit* field : {form->txtLat, form->txtLong}) new CharacterFilter(SignedNumber(), *field);
   connect(form->cmdChange, &QPushButton::clicked, this,
-          [this] { Guarded(station.Log, "cmdChange", [this] { ChangePicture(); }); });
+          [this] { Guarded(program.Log, "cmdChange", [this] { ChangePicture(); }); });
   connect(form->cmdGetCoords, &QPushButton::clicked, this,
-          [this] { Guarded(station.Log, "cmdGetCoords", [this] { GetCoords(); }); });
+          [this] { Guarded(program.Log, "cmdGetCoords", [this] { GetCoords(); }); });
   if (index == 0) {
     PopulateNew();
   } else {
@@ -70,7 +70,7 @@ void TheateDetailsFrm::PopulateNew() {
 }
 
 void TheateDetailsFrm::PopulateEdit() {
-  const theaters::Theater& theater = station.State.Catalogue.Theaters[edited];
+  const theaters::Theater& theater = program.State.Catalogue.Theaters[edited];
   setWindowTitle(AsTitle(QStringLiteral("Theater: ") + FromBytes(theater.DisplayName)));
   form->txtName->setText(FromBytes(theater.DisplayName));
   form->txtSize->setText(Text(theater.Size, "0"));
@@ -83,12 +83,12 @@ void TheateDetailsFrm::PopulateEdit() {
     widget->hide();
   }
   before = Entered(theater.DisplayName);
-  Guarded(station.Log, "Picture1", [this, &theater] { ShowStoredPicture(theater.Pic); });
+  Guarded(program.Log, "Picture1", [this, &theater] { ShowStoredPicture(theater.Pic); });
 }
 
 void TheateDetailsFrm::ShowStoredPicture(const std::string& name) {
   const WaitCursor wait;
-  if (const auto picture = core::OpenStoredPicture(station, name)) ShowPicture(*picture);
+  if (const auto picture = core::OpenStoredPicture(program, name)) ShowPicture(*picture);
 }
 
 void TheateDetailsFrm::ShowPicture(const base::Picture& picture) {
@@ -103,19 +103,19 @@ void TheateDetailsFrm::ShowPicture(const base::Picture& picture) {
 }
 
 void TheateDetailsFrm::ChangePicture() {
-  const auto file = core::ChooseFile(station, "Open Map Image", "Images |*.bmp;*.jpg;*.gif;*.png;*.dds");
+  const auto file = core::ChooseFile(program, "Open Map Image", "Images |*.bmp;*.jpg;*.gif;*.png;*.dds");
   if (!file) return;
   const WaitCursor wait;
-  const auto picture = core::OpenMapImage(station, *file);
+  const auto picture = core::OpenMapImage(program, *file);
   if (!picture) return;
   held = *picture;
   ShowPicture(held);
 }
 
 void TheateDetailsFrm::GetCoords() {
-  const auto file = core::ChooseFile(station, "Open Map File", "Theater.map file |*.map", "theater.map");
+  const auto file = core::ChooseFile(program, "Open Map File", "Theater.map file |*.map", "theater.map");
   if (!file) return;
-  const auto corner = core::OpenMapFile(station, *file);
+  const auto corner = core::OpenMapFile(program, *file);
   if (!corner) return;
   form->txtLat->setText(Text(corner->Lat, CornerPattern));
   form->txtLong->setText(Text(corner->Long, CornerPattern));
@@ -126,7 +126,7 @@ theaters::TheaterDetails TheateDetailsFrm::Entered(std::string name) const {
 }
 
 void TheateDetailsFrm::accept() {
-  Guarded(station.Log, "TheateDetailsFrm", [this] {
+  Guarded(program.Log, "TheateDetailsFrm", [this] {
     std::optional<std::string> name = TakeText(*form->txtName, *form->lblRefused);
     if (!name) return;
     core::TheaterEdit edit;
@@ -136,7 +136,7 @@ void TheateDetailsFrm::accept() {
     edit.Default = {{}, Number(*form->txtBullX), Number(*form->txtBullY)};
     edit.Held = held;
     const WaitCursor wait;
-    if (core::StoreTheater(station, edit)) QDialog::accept();
+    if (core::StoreTheater(program, edit)) QDialog::accept();
   });
 }
 

@@ -19,8 +19,8 @@ namespace kestrel::shell {
 class TheateDetailsFrm final : public QDialog {
   Q_OBJECT
  public:
-  /// Edits theater `index`; 0 makes a new one. `program` outlives the window.
-  TheateDetailsFrm(core::Program& program, std::size_t index, QWidget* owner);
+  /// Edits theater `index`; 0 makes a new one. `running` outlives the window.
+  TheateDetailsFrm(core::Program& running, std::size_t index, QWidget* owner);
   ~TheateDetailsFrm() override;
 
  public Q_SLOTS:
@@ -38,7 +38,7 @@ class TheateDetailsFrm final : public QDialog {
   void ChangePicture();
   void GetCoords();
 
-  core::Program& station;
+  core::Program& program;
   std::size_t edited;
   std::unique_ptr<Ui::TheateDetailsFrm> form;
   /// A stored one as its fields showed it before the person touched them.
