@@ -124,16 +124,24 @@ const ProfileFile::Part* ProfileFile::Find(std::string_view section) const {
   return found == index.end() ? nullptr : &parts[found->second];
 }
 
+const std::string* ProfileFile::FindLine(std::string_view section, std::string_view key) const {
+  const Part* part = Find(section);
+  if (part == nullptr) return nullptr;
+  const auto found = part->Keys.find(Upper(TrimBlanks(key)));
+  return found == part->Keys.end() ? nullptr : &part->Lines[found->second];
+}
+
 std::string ProfileFile::ReadIniValue(std::string_view Section, std::string_view Key, std::string_view Default) const {
-  const Part* part = Find(Section);
-  if (part == nullptr) return std::string(Default);
-  const auto found = part->Keys.find(Upper(TrimBlanks(Key)));
-  if (found == part->Keys.end()) return std::string(Default);
-  const std::string_view value = ValueOf(part->Lines[found->second]).substr(0, LongestValue);
+  const std::string* line = FindLine(Section, Key);
+  const std::string_view value = line == nullptr ? std::string_view() : ValueOf(*line).substr(0, LongestValue);
   return std::string(value.empty() ? Default : value);
 }
 
 bool ProfileFile::HasSection(std::string_view Section) const { return Find(Section) != nullptr; }
+
+bool ProfileFile::HasKey(std::string_view Section, std::string_view Key) const {
+  return FindLine(Section, Key) != nullptr;
+}
 
 void ProfileFile::WriteIniValue(std::string_view Section, std::string_view Key, std::string_view Value) {
   const std::string_view section = TrimBlanks(Section);

@@ -28,6 +28,8 @@ class ProfileFile {
   /// mark); `Default` when the key is missing or its value is empty. `Key` is given in any case.
   std::string ReadIniValue(std::string_view Section, std::string_view Key, std::string_view Default) const;
   bool HasSection(std::string_view Section) const;
+  /// Whether the first section of the name has the key, were it without a value.
+  bool HasKey(std::string_view Section, std::string_view Key) const;
 
   /// Replaces the key's value in place, or appends the key to its section, making the section when missing. The value
   /// is written as it stands, so that one with blanks at its ends or in quotes comes back without them: this stands.
@@ -55,6 +57,8 @@ class ProfileFile {
   void AddLines(std::string_view text);
   void AddLine(std::string_view line);
   const Part* Find(std::string_view section) const;
+  /// The line of a key, null when it is missing.
+  const std::string* FindLine(std::string_view section, std::string_view key) const;
 
   std::vector<Part> parts = std::vector<Part>(1);      ///< in file order; the first has no header
   std::unordered_map<std::string, std::size_t> index;  ///< place of the first section of each name, in upper case

@@ -76,6 +76,14 @@ TEST(ProfileFile, NamesAreMatchedWithoutCase) {
   EXPECT_EQ(file.Text(), "[Options]\r\nFoo=2\r\n");
 }
 
+TEST(ProfileFile, AKeyIsThereWithoutAValueToo) {
+  const ProfileFile file("[S]\nFull=1\nEmpty=\n;Off=1\nno key\n[S]\nSecond=1\n");
+  EXPECT_TRUE(file.HasKey("s", " FULL "));
+  EXPECT_TRUE(file.HasKey("S", "empty"));
+  for (const char* key : {"", "Off", ";Off", "no key", "Second", "Other"}) EXPECT_FALSE(file.HasKey("S", key)) << key;
+  EXPECT_FALSE(file.HasKey("T", "Full"));
+}
+
 TEST(ProfileFile, ValuesAreCutAt749Characters) {
   for (const std::size_t length : {748u, 749u, 750u, 751u, 5000u}) {
     const ProfileFile file("[S]\nKEY=" + std::string(length, 'x') + "\n");
