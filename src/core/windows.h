@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "areas/area_bounds.h"
 #include "base/changed.h"
 
 namespace kestrel::core {
@@ -23,6 +24,8 @@ class Windows {
   virtual void ShowSavingMessage(bool shown) = 0;
   /// "Loading the requested file..." in the middle of the map window with its bar at `percent`; nothing hides it.
   virtual void ShowLoading(std::optional<int> percent) = 0;
+  /// How large a text is on the map, for the boxes of areas; good as long as the windows.
+  virtual areas::TextMeasure& Texts() = 0;
   /// Unloads every open window except the frame.
   virtual void UnloadWindows() = 0;
 };

@@ -9,6 +9,14 @@
 
 namespace kestrel::doubles {
 
+/// Every character is 6 wide and 13 high, map units, in any font.
+class FixedTexts final : public areas::TextMeasure {
+ public:
+  areas::TextExtent Extent(const std::string& text, const areas::AreaFont&) override {
+    return {6.0 * static_cast<double>(text.size()), 13};
+  }
+};
+
 /// The windows as a list of what was asked of them.
 class RecordingWindows final : public core::Windows {
  public:
@@ -24,11 +32,13 @@ class RecordingWindows final : public core::Windows {
   }
   void ShowSavingMessage(bool shown) override { Calls.push_back(shown ? "saving message" : "no saving message"); }
   void ShowLoading(std::optional<int> percent) override { Loading.push_back(percent); }
+  areas::TextMeasure& Texts() override { return Letters; }
   void UnloadWindows() override {
     Calls.push_back("UnloadWindows");
     if (WhenUnloaded) WhenUnloaded();
   }
 
+  FixedTexts Letters;
   std::vector<std::string> Calls;           ///< in order
   std::vector<base::Changed> Refreshes;     ///< in order
   std::vector<std::optional<int>> Loading;  ///< what ShowLoading was called with

@@ -6,8 +6,10 @@
 #include "core/program.h"
 #include "core/windows.h"
 #include "link/session.h"
+#include "map/text_measure.h"
 #include "shell/core/saving_message.h"
 #include "shell/frame/frame.h"
+#include "shell/map/qt_surface.h"
 #include "shell/parts/modal_count.h"
 
 namespace kestrel::shell {
@@ -29,6 +31,7 @@ class StationWindows final : public core::Windows, public link::SessionHost {
   void Refresh(base::Changed what) override;
   void ShowSavingMessage(bool shown) override;
   void ShowLoading(std::optional<int> percent) override;
+  areas::TextMeasure& Texts() override { return texts; }
   void UnloadWindows() override;
   std::optional<std::uint8_t> ChooseChannel(std::uint8_t present) override;
   void ComputeRecData() override;
@@ -39,6 +42,8 @@ class StationWindows final : public core::Windows, public link::SessionHost {
   core::Program* program = nullptr;
   std::unique_ptr<MDIForm1> frame;
   frmSavingMessage* saving = nullptr;  ///< child of the frame, made when first shown
+  QtSurface letters;                   ///< nothing is drawn on it: boxes of areas do not hang on the map's pixels
+  map::SurfaceTexts texts{letters};
   bool unloaded = false;
 };
 
