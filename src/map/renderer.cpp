@@ -1,5 +1,6 @@
 #include "map/renderer.h"
 
+#include "map/area_layer.h"
 #include "map/fault_guard.h"
 #include "map/plots.h"
 
@@ -13,9 +14,9 @@ void DrawPicture(const Scene& scene, Surface& surface) {
 }
 
 /// What stands, from the bottom up.
-constexpr Painter StaticLayers[] = {DrawPicture, DrawGrid, DrawBullseye};
+constexpr Painter StaticLayers[] = {DrawPicture, DrawGrid, DrawBullseye, DrawAreas};
 /// What moves, from the bottom up.
-constexpr Painter MovingLayers[] = {RepositAllPlots, DrawAIPlots, CalculateAndDrawPlotHistories};
+constexpr Painter MovingLayers[] = {RepositAllPlots, DrawAIPlots, CalculateAndDrawPlotHistories, DrawWorkArea};
 
 /// A layer guards each of its records; what fails outside of them costs the layer.
 void Paint(Painter painter, const Scene& scene, Surface& surface) {

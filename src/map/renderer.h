@@ -1,5 +1,7 @@
 #pragma once
 
+#include "areas/area.h"
+#include "areas/area_editor.h"
 #include "base/picture.h"
 #include "link/options.h"
 #include "link/tables.h"
@@ -28,14 +30,16 @@ struct Scene {
   const link::Options& LinkOptions;
   const link::Tables& Plots;
   LabelFont Labels;
+  const areas::AreaCatalogue* Areas = nullptr;  ///< null: there are none
+  const areas::AreaEditor* Editor = nullptr;    ///< null: there is none
 };
 
-/// Paints everything: picture, grid, bullseye, (areas, airfields, ILS by later layers), captures, then what moves.
+/// Paints everything: picture, grid, bullseye, areas, (airfields, ILS by later layers), captures, then what moves.
 void DrawMap(const Scene& scene, Surface& surface);
 /// Restores the captured picture and paints what moves.
 void RedrawPlots(const Scene& scene, Surface& surface);
 
-/// All that moves: real plots, AI plots, AI trails.
+/// All that moves: real plots, AI plots, AI trails; above them the area that is being edited.
 void DrawMovingLayers(const Scene& scene, Surface& surface);
 
 /// Static layers, in file grid.cpp and bullseye_mark.cpp.

@@ -58,6 +58,11 @@ class Surface {
   /// A closed polygon between whole pixels; of two points it is the line between them. Where edges cross, every second
   /// field is filled. With a corner that whole pixels of 32 bits cannot name, nothing of it is drawn.
   virtual void Polygon(std::span<const Point> corners, Pen pen) = 0;
+  /// Each two points as the polygon of two that they are: many thousands of lines in one pen. Not filled.
+  virtual void Segments(std::span<const Point> ends, Pen pen) {
+    pen.Filled = false;
+    for (std::size_t end = 0; end + 1 < ends.size(); end += 2) Polygon(ends.subspan(end, 2), pen);
+  }
   /// A history dot: a disc of radius one pixel. Many thousands of them are drawn in one redraw.
   virtual void Dot(double x, double y, base::Colour color) = 0;
   virtual TextSize Measure(std::string_view text, const TextFont& font) = 0;

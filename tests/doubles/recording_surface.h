@@ -68,6 +68,8 @@ class RecordingSurface : public map::Surface {
     Calls.push_back({"print", {x, y}, color, 0, std::string(text)});
     LastFontName = font.Name;
     LastFontSize = font.Size;
+    LastFont = font;
+    LastFont.Name = {};
   }
   void Capture() override { Calls.push_back({"capture", {}}); }
   void Restore() override { Calls.push_back({"restore", {}}); }
@@ -84,6 +86,7 @@ class RecordingSurface : public map::Surface {
   std::vector<SurfaceCall> Calls;
   std::string LastFontName;
   float LastFontSize = 0;
+  map::TextFont LastFont;  ///< without its name
 
  private:
   void Keep(const char* what, std::vector<double> numbers, map::Pen pen) {

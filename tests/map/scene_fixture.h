@@ -20,7 +20,9 @@ struct SceneFixture {
             .Display = Display,
             .LinkOptions = LinkOptions,
             .Plots = Plots,
-            .Labels = {}};
+            .Labels = {},
+            .Areas = &Areas,
+            .Editor = &Editor};
   }
 
   /// A player with his second position: he is shown.
@@ -55,6 +57,8 @@ struct SceneFixture {
   map::Options Display;
   link::Options LinkOptions;
   link::Tables Plots;
+  areas::AreaCatalogue Areas;
+  areas::AreaEditor Editor;
   RecordingSurface Surface;
 };
 

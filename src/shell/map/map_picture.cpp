@@ -53,7 +53,9 @@ map::Scene MapPicture::Scene() const {
                     .Display = station.MapOptions,
                     .LinkOptions = station.LinkOptions,
                     .Plots = station.Plots,
-                    .Labels = {}};
+                    .Labels = {},
+                    .Areas = &station.Areas,
+                    .Editor = &station.Editor};
 }
 
 void MapPicture::DrawMap() {
