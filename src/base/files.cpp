@@ -1,7 +1,6 @@
 #include "base/files.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdio>
 #include <memory>
 #include <system_error>
@@ -9,17 +8,8 @@
 
 #include "base/code_page.h"
 #include "base/failure.h"
+#include "base/file_replacement.h"
 #include "base/text.h"
-
-#ifdef _WIN32
-#include <fcntl.h>
-#include <io.h>
-#include <sys/stat.h>
-#else
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-#endif
 
 namespace kestrel::base {
 namespace fs = std::filesystem;
@@ -66,43 +56,6 @@ fs::path FindStep(const fs::path& folder, std::string_view step) {
   if (!found.empty()) return folder / found;
 #endif
   return exact;
-}
-
-/// Creates `path` with `bytes` and brings them to the disk. False when anything fails.
-bool WriteFlushed(const fs::path& path, std::string_view bytes) {
-#ifdef _WIN32
-  const int file = _wopen(path.c_str(), _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY, _S_IREAD | _S_IWRITE);
-  const auto writeSome = [&] {
-    return _write(file, bytes.data(), static_cast<unsigned>(std::min<std::size_t>(bytes.size(), 1 << 30)));
-  };
-  const auto flush = [&] { return _commit(file); };
-  const auto close = [&] { return _close(file); };
-#else
-  const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-  const auto writeSome = [&] { return ::write(file, bytes.data(), bytes.size()); };
-  const auto flush = [&] { return ::fsync(file); };
-  const auto close = [&] { return ::close(file); };
-#endif
-  if (file < 0) return false;
-  bool good = true;
-  while (good && !bytes.empty()) {
-    const auto written = writeSome();
-    if (written < 0 && errno == EINTR) continue;
-    good = written > 0;
-    if (good) bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
-  good = good && flush() == 0;
-  return close() == 0 && good;
-}
-
-/// Brings a new name to the disk. A folder that cannot be flushed is no failure: the file itself is whole.
-void FlushFolder([[maybe_unused]] const fs::path& folder) {
-#ifndef _WIN32
-  const int file = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (file < 0) return;
-  ::fsync(file);
-  ::close(file);
-#endif
 }
 
 }  // namespace
@@ -159,24 +112,9 @@ std::size_t ReadHead(const fs::path& path, std::span<std::byte> into) {
 }
 
 void WriteWholeFile(const fs::path& path, std::string_view bytes) {
-  std::error_code failure;
-  // A link keeps standing; the file it leads to is replaced.
-  const fs::path target = fs::is_symlink(path, failure) ? fs::canonical(path, failure) : path;
-  if (target.empty()) throw RuntimeFailure(NameForMessage(path) + " cannot be written");
-  fs::path neighbour = target;
-  neighbour += ".new";
-  bool good = WriteFlushed(neighbour, bytes);
-  if (good) {
-    const fs::perms rights = fs::status(target, failure).permissions();
-    if (!failure && rights != fs::perms::unknown) fs::permissions(neighbour, rights, failure);
-    fs::rename(neighbour, target, failure);
-    good = !failure;
-  }
-  if (!good) {
-    if (fs::is_regular_file(neighbour, failure)) fs::remove(neighbour, failure);
-    throw RuntimeFailure(NameForMessage(path) + " cannot be written");
-  }
-  FlushFolder(target.parent_path());
+  FileReplacement fresh(path);
+  fresh.Write(std::as_bytes(std::span(bytes)));
+  fresh.Commit();
 }
 
 void MakeFolder(const fs::path& folder) {

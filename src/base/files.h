@@ -28,8 +28,8 @@ std::string ReadWholeFile(const std::filesystem::path& path, std::size_t limit);
 /// read.
 std::size_t ReadHead(const std::filesystem::path& path, std::span<std::byte> into);
 
-/// Writes a neighbour file ("<name>.new"), flushes it to the disk and gives it the name, so that a full disk or a kill
-/// leaves the old file or the new one. RuntimeFailure when that fails; the neighbour is removed then.
+/// Writes a file, so that a full disk or a kill leaves the old one or the new one (FileReplacement). RuntimeFailure
+/// when that fails.
 void WriteWholeFile(const std::filesystem::path& path, std::string_view bytes);
 
 /// Makes the folder and those above it when missing. RuntimeFailure when that fails.

@@ -35,6 +35,7 @@ int OpenFile(const fs::path& path, PositionedFile::Mode mode) {
   return _wopen(path.c_str(), flags | _O_BINARY | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
 }
 int CloseFile(int file) { return _close(file); }
+int FlushFile(int file) { return _commit(file); }
 bool SetSize(int file, std::uint64_t size) { return _chsize_s(file, static_cast<__int64>(size)) == 0; }
 
 using Status = struct _stat64;
@@ -61,6 +62,7 @@ int OpenFile(const fs::path& path, PositionedFile::Mode mode) {
   return ::open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK, 0666);
 }
 int CloseFile(int file) { return ::close(file); }
+int FlushFile(int file) { return ::fsync(file); }
 bool SetSize(int file, std::uint64_t size) { return ::ftruncate(file, static_cast<off_t>(size)) == 0; }
 
 using Status = struct stat;
@@ -162,6 +164,10 @@ void PositionedFile::Write(std::uint64_t position, std::span<std::span<const std
 
 void PositionedFile::CutTo(std::uint64_t size) {
   if (!SetSize(descriptor, size)) Fail(name, "written", errno);
+}
+
+void PositionedFile::Flush() {
+  if (FlushFile(descriptor) != 0) Fail(name, "written", errno);
 }
 
 void PositionedFile::Close() {

@@ -49,6 +49,8 @@ class PositionedFile {
   void Write(std::uint64_t position, std::span<std::span<const std::byte>> pieces);
   /// Cuts the file to its first `size` bytes. RuntimeFailure when that fails.
   void CutTo(std::uint64_t size);
+  /// Brings what was written to the disk. RuntimeFailure when that fails.
+  void Flush();
   /// RuntimeFailure when the system tells of a failed write only now; the file is closed in any case.
   void Close();
 
