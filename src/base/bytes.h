@@ -12,19 +12,20 @@
 // The only code that touches raw offsets of binary files. Little endian.
 namespace kestrel::base {
 
-/// Reads values in order from a span. Every read past the end throws RuntimeFailure.
+/// Reads values in order from a span. Every read past the end throws RuntimeFailure. Inline, since a file of areas has
+/// millions of them.
 class BinaryReader {
  public:
   explicit BinaryReader(std::span<const std::byte> source) : bytes(source) {}
   explicit BinaryReader(std::string_view source) : bytes(std::as_bytes(std::span(source))) {}
 
-  std::uint8_t U8();
-  std::uint16_t U16();
-  std::int16_t I16();
-  std::uint32_t U32();
-  std::int32_t I32();
-  float F32();
-  double F64();
+  std::uint8_t U8() { return LittleEndian<std::uint8_t>(); }
+  std::uint16_t U16() { return LittleEndian<std::uint16_t>(); }
+  std::int16_t I16() { return static_cast<std::int16_t>(U16()); }
+  std::uint32_t U32() { return LittleEndian<std::uint32_t>(); }
+  std::int32_t I32() { return static_cast<std::int32_t>(U32()); }
+  float F32() { return std::bit_cast<float>(U32()); }
+  double F64() { return std::bit_cast<double>(LittleEndian<std::uint64_t>()); }
   /// A number of one of these types.
   template <class T>
   T Number() {
@@ -42,7 +43,23 @@ class BinaryReader {
   std::size_t Left() const { return bytes.size() - position; }
 
  private:
-  std::span<const std::byte> Take(std::size_t count);
+  std::span<const std::byte> Take(std::size_t count) {
+    if (count > Left()) RefuseEnd();
+    const auto taken = bytes.subspan(position, count);
+    position += count;
+    return taken;
+  }
+  template <class Unsigned>
+  Unsigned LittleEndian() {
+    const std::byte* const source = Take(sizeof(Unsigned)).data();
+    Unsigned value = 0;
+    for (std::size_t at = 0; at < sizeof(Unsigned); ++at) {
+      value = static_cast<Unsigned>(value | std::to_integer<Unsigned>(source[at]) << (8 * at));
+    }
+    return value;
+  }
+  [[noreturn]] static void RefuseEnd();
+
   std::span<const std::byte> bytes;
   std::size_t position = 0;
 };

@@ -39,26 +39,16 @@ void RecordStream::Refuse(std::string_view part, std::string_view complaint) con
 
 void RecordStream::RefuseEnd() const { throw RuntimeFailure("the " + noun + " ends within a record"); }
 
-void RecordStream::Refill() {
+void RecordStream::Refill(std::size_t count) {
+  Require(count);
   const std::size_t size = steppedFar ? SmallestWindow : nextWindow;
   nextWindow = std::min(LargestWindow, 4 * size);
   steppedFar = false;
   window.resize(LargestWindow);
   windowAt = position;
   windowBytes = file->Read(position, std::span(window).first(std::min<std::uint64_t>(size, Left())));
-}
-
-std::span<const std::byte> RecordStream::Take(std::size_t count) {
-  Require(count);
-  const auto inWindow = [&] { return position >= windowAt && position + count <= windowAt + windowBytes; };
-  if (!inWindow()) {
-    Refill();
-    // The file has become shorter since its size was taken.
-    if (!inWindow()) RefuseEnd();
-  }
-  const std::span<const std::byte> taken = std::span(window).subspan(position - windowAt, count);
-  position += count;
-  return taken;
+  // The file has become shorter since its size was taken.
+  if (!InWindow(count)) RefuseEnd();
 }
 
 void RecordStream::Skip(std::uint64_t count) {

@@ -28,7 +28,12 @@ class RecordStream {
   std::uint64_t Left() const { return end - position; }
 
   /// The next `count` bytes, at most SmallestWindow of them, good until the next call.
-  std::span<const std::byte> Take(std::size_t count);
+  std::span<const std::byte> Take(std::size_t count) {
+    if (!InWindow(count)) Refill(count);
+    const std::span<const std::byte> taken(window.data() + (position - windowAt), count);
+    position += count;
+    return taken;
+  }
   void Skip(std::uint64_t count);
   void ReadTo(std::span<std::byte> into);
 
@@ -39,7 +44,10 @@ class RecordStream {
   static constexpr std::size_t SmallestWindow = 512;
 
  private:
-  void Refill();
+  bool InWindow(std::size_t count) const {
+    return position >= windowAt && position + count <= windowAt + windowBytes && position + count <= end;
+  }
+  void Refill(std::size_t count);
   void Require(std::uint64_t count) const;
   [[noreturn]] void RefuseEnd() const;
 
