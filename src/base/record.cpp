@@ -1,5 +1,7 @@
 #include "base/record.h"
 
+#include <algorithm>
+
 namespace kestrel::base {
 namespace {
 
@@ -41,6 +43,27 @@ void FieldReader::PaddedText(std::string& text, std::size_t width) {
   std::string padded(width, '\0');
   stream.ReadTo(std::as_writable_bytes(std::span(padded)));
   text = Trim(padded);
+}
+
+void FieldSalvager::PaddedText(std::string& text, std::size_t width) {
+  const std::size_t count = static_cast<std::size_t>(std::min<std::uint64_t>(width, stream.Left()));
+  const std::span<const std::byte> there = stream.Take(count);
+  text = Trim({reinterpret_cast<const char*>(there.data()), there.size()});
+  if (count < width) End();
+}
+
+std::size_t FieldSalvager::Count(std::uint64_t least) {
+  std::int32_t count = 0;
+  Number(count);
+  if (count < 0) damaged = true;
+  const std::uint64_t reached = (stream.Left() + least - 1) / least;
+  if (count > 0 && static_cast<std::uint64_t>(count) > reached) damaged = true;
+  return static_cast<std::size_t>(std::min(static_cast<std::uint64_t>(std::max(count, 0)), reached));
+}
+
+void FieldSalvager::End() {
+  stream.Skip(stream.Left());
+  damaged = true;
 }
 
 void FieldWriter::Clear() {

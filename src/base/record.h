@@ -5,11 +5,13 @@
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <span>
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "base/bytes.h"
@@ -26,10 +28,11 @@
 //     walk.Flag(folder.Visible);
 //   }
 //
-// FieldReader fills the fields, FieldWriter appends them, FieldStepper goes over them, and LeastBytes adds up the
-// fewest bytes that they take. A walk has:
+// FieldReader fills the fields, FieldSalvager does so with what there is of a file that may be cut, FieldWriter appends
+// them, FieldStreamer hands them on by pieces, FieldStepper goes over them, and LeastBytes adds up the fewest bytes
+// that they take. A walk has:
 //
-//   Number(value)                an integer or floating point number in the width of its type
+//   Number(value)                an integer, floating point number or enumeration in the width of its type
 //   Number(value, As<double>())  one that the file holds as another type
 //   Flag(value)                  16 bits, 0 or -1; any other number reads as true
 //   Text(text)                   16-bit length, then the characters; a longer one is cut when it is written
@@ -60,7 +63,19 @@ struct Counted {
 };
 
 template <class T>
-concept FieldNumber = std::is_arithmetic_v<T> && !std::same_as<std::remove_const_t<T>, bool>;
+concept FieldNumber = std::is_enum_v<T> ||(std::is_arithmetic_v<T> && !std::same_as<std::remove_const_t<T>, bool>);
+
+/// A number as it stands in the file: an enumeration as the number behind it.
+template <FieldNumber T>
+auto PlainNumber(T value) {
+  if constexpr (std::is_enum_v<T>) {
+    return static_cast<std::underlying_type_t<T>>(value);
+  } else {
+    return value;
+  }
+}
+template <FieldNumber T>
+using PlainNumberOf = decltype(PlainNumber(std::declval<T>()));
 
 /// What a Block can hold: the memory of its elements is what stands in the file.
 template <class T>
@@ -116,7 +131,7 @@ class FieldReader {
 
   template <FieldNumber T>
   void Number(T& value) {
-    value = BinaryReader(stream.Take(sizeof(T))).Number<T>();
+    value = static_cast<T>(BinaryReader(stream.Take(sizeof(T))).Number<PlainNumberOf<T>>());
   }
   template <FieldNumber T, class Stored>
   void Number(T& value, As<Stored>) {
@@ -153,6 +168,70 @@ class FieldReader {
   Blocks blocks;
 };
 
+/// Fills the fields from a stream that may end anywhere, or whose counts lie, without a failure. A number that is not
+/// there whole is 0, a text what there is of it; an element of which a byte is there is made, and none behind it,
+/// whatever a count says.
+class FieldSalvager {
+ public:
+  explicit FieldSalvager(RecordStream& source) : stream(source) {}
+
+  /// Whether the stream has ended early or a count was below 0.
+  bool Damaged() const { return damaged; }
+
+  template <FieldNumber T>
+  void Number(T& value) {
+    Number(value, As<PlainNumberOf<T>>());
+  }
+  template <FieldNumber T, class Stored>
+  void Number(T& value, As<Stored>) {
+    if (stream.Left() < sizeof(Stored)) {
+      End();
+      value = T{};
+    } else {
+      value = static_cast<T>(BinaryReader(stream.Take(sizeof(Stored))).Number<Stored>());
+    }
+  }
+  /// `width`: at most RecordStream::SmallestWindow.
+  void PaddedText(std::string& text, std::size_t width);
+  template <class T, class Fields>
+  void Array(Counted, Table<T>& table, const Fields& fields) {
+    const std::size_t count = Count(LeastBytesOf<T>(fields));
+    table.Clear();
+    table.Resize(count);
+    for (std::size_t n = 1; n <= count; ++n) {
+      if (stream.Left() == 0) {
+        End();
+        table.Resize(n - 1);
+        return;
+      }
+      fields(*this, table[n]);
+    }
+  }
+  template <BlockElement T>
+  void Block(Counted, Table<T>& table) {
+    const std::size_t count = Count(sizeof(T));
+    table.Clear();
+    table.Resize(count);
+    const std::span<std::byte> bytes = std::as_writable_bytes(table.Live());
+    if (bytes.size() <= stream.Left()) {
+      stream.ReadTo(bytes);
+      return;
+    }
+    // The last element is there in part, up to a whole number.
+    table[count] = {};
+    stream.ReadTo(bytes.first(stream.Left() / alignof(T) * alignof(T)));
+    End();
+  }
+
+ private:
+  /// The elements of an array of which at least a byte is there; each takes `least` bytes.
+  std::size_t Count(std::uint64_t least);
+  void End();
+
+  RecordStream& stream;
+  bool damaged = false;
+};
+
 /// Goes over the fields without reading them. Elements are handed as constants; a number that can be written is read.
 class FieldStepper {
  public:
@@ -163,7 +242,7 @@ class FieldStepper {
     if constexpr (std::is_const_v<T>) {
       stream.Skip(sizeof(T));
     } else {
-      value = BinaryReader(stream.Take(sizeof(T))).Number<T>();
+      value = static_cast<T>(BinaryReader(stream.Take(sizeof(T))).Number<PlainNumberOf<T>>());
     }
   }
   template <FieldNumber T, class Stored>
@@ -212,7 +291,7 @@ class FieldWriter {
 
   template <FieldNumber T>
   void Number(T value) {
-    small.Number(value);
+    small.Number(PlainNumber(value));
   }
   template <FieldNumber T, class Stored>
   void Number(T value, As<Stored>) {
@@ -249,6 +328,32 @@ class FieldWriter {
   BinaryWriter small;
   std::vector<Inserted> blocks;
   std::vector<std::span<const std::byte>> pieces;
+};
+
+/// Hands the bytes of records on by pieces, so that only a part of them is held, however many there are.
+class FieldStreamer : public FieldWriter {
+ public:
+  using Sink = std::function<void(std::span<std::span<const std::byte>>)>;
+
+  /// `into` takes each part, in order; what it throws passes through.
+  explicit FieldStreamer(Sink into) : sink(std::move(into)) {}
+
+  template <class Head, class AnyTable, class Fields>
+  void Array(Head head, const AnyTable& table, const Fields& fields) {
+    FieldWriter::Array(head, table, [this, &fields](FieldWriter&, const auto& element) {
+      fields(*this, element);
+      if (Bytes().size() >= HeldBytes) Drain();
+    });
+  }
+  /// Hands on what is left: to be called once all has been walked.
+  void Drain() {
+    sink(Pieces());
+    Clear();
+  }
+
+ private:
+  static constexpr std::size_t HeldBytes = 256 << 10;
+  Sink sink;
 };
 
 }  // namespace kestrel::base

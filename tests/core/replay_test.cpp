@@ -100,7 +100,7 @@ TEST_F(Taping, TheTapesBullseyeIsInForceUntilItIsClosed) {
 TEST_F(Taping, ABullseyeThatIsNoPlaceCountsAsTheTheatersOwn) {
   RecordTape(2);
   std::string bytes = test::ReadBytes(TapePath());
-  bytes.replace(25, 8, test::TapeF64(std::numeric_limits<double>::quiet_NaN()));
+  bytes.replace(25, 8, test::BytesF64(std::numeric_limits<double>::quiet_NaN()));
   test::WriteBytes(TapePath(), bytes);
   SelectBullseye(all, 2);
   log.File.Open(folder.Path / "log.txt");

@@ -78,7 +78,7 @@ TEST(TapeDamage, CountThatTheFileCannotHoldIsRefused) {
   for (const std::int64_t count : std::vector<std::int64_t>{-1, std::numeric_limits<std::int32_t>::min(),
                                                             std::numeric_limits<std::int32_t>::max(), 4, 1000}) {
     std::string bytes = sample.Bytes;
-    Put(path, bytes.replace(9, 4, test::Tape32(count)));
+    Put(path, bytes.replace(9, 4, test::Bytes4(count)));
     EXPECT_THROW(ReadAll(path), base::RuntimeFailure) << count;
   }
 }
@@ -86,7 +86,7 @@ TEST(TapeDamage, CountThatTheFileCannotHoldIsRefused) {
 TEST(TapeDamage, CountBelowTheRecordsReadsAsMany) {
   const test::TempFolder folder;
   std::string bytes = Sample().Bytes;
-  Put(folder / "a.tap", bytes.replace(9, 4, test::Tape32(2)));
+  Put(folder / "a.tap", bytes.replace(9, 4, test::Bytes4(2)));
   EXPECT_EQ(ReadAll(folder / "a.tap"), 2);
 }
 
@@ -116,15 +116,15 @@ TEST(TapeDamage, DescriptorThatLiesIsRefused) {
       }
       EXPECT_EQ(whole, 2) << "offset " << at << " field " << offset;
     };
-    refused(0, test::Tape16(0));
-    refused(0, test::Tape16(2));
-    refused(0, test::Tape16(-1));
+    refused(0, test::Bytes2(0));
+    refused(0, test::Bytes2(2));
+    refused(0, test::Bytes2(-1));
     for (const std::int64_t size : std::vector<std::int64_t>{-1, std::numeric_limits<std::int32_t>::min(), 1 << 20,
                                                              std::numeric_limits<std::int32_t>::max()}) {
-      refused(2, test::Tape32(size));
+      refused(2, test::Bytes4(size));
     }
-    refused(6, test::Tape32(1));
-    refused(6, test::Tape32(-1));
+    refused(6, test::Bytes4(1));
+    refused(6, test::Bytes4(-1));
   }
   // AI and Clients of three records, histories of 1, 2 and 3 slots.
   EXPECT_EQ(descriptors, 3 * 2 + 1 + 2 + 3);

@@ -1,55 +1,45 @@
 #pragma once
 
-#include <bit>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
+#include "base/little_endian.h"
 #include "link/tables.h"
 
 // A second, independent writer of tapes: bytes put one behind the other as docs/tape-format.md shows them, with nothing
 // of the room's own description.
 namespace kestrel::test {
 
-inline std::string Bytes8(std::uint64_t value) {
-  std::string bytes;
-  for (int n = 0; n < 8; ++n) bytes.push_back(static_cast<char>(value >> (8 * n) & 0xFF));
-  return bytes;
-}
-inline std::string TapeU8(unsigned value) { return Bytes8(value).substr(0, 1); }
-inline std::string Tape16(int value) { return Bytes8(static_cast<std::uint64_t>(value)).substr(0, 2); }
-inline std::string Tape32(std::int64_t value) { return Bytes8(static_cast<std::uint64_t>(value)).substr(0, 4); }
-inline std::string TapeF32(float value) { return Tape32(std::bit_cast<std::uint32_t>(value)); }
-inline std::string TapeF64(double value) { return Bytes8(std::bit_cast<std::uint64_t>(value)); }
 inline std::string TapeFlag(bool value) { return value ? "\xFF\xFF" : std::string(2, '\0'); }
-inline std::string TapeText(std::string_view text) { return Tape16(static_cast<int>(text.size())) + std::string(text); }
+inline std::string TapeText(std::string_view text) { return Bytes2(static_cast<int>(text.size())) + std::string(text); }
 /// Dimensions, elements, lower bound.
-inline std::string TapeArray(std::int64_t elements) { return Tape16(1) + Tape32(elements) + Tape32(0); }
+inline std::string TapeArray(std::int64_t elements) { return Bytes2(1) + Bytes4(elements) + Bytes4(0); }
 
 inline std::string GoldenHeader(std::int32_t RecordCount, std::int32_t SyncInterval, double StartTime, double BullX,
                                 double BullY) {
-  return "TAPEv2.01" + Tape32(RecordCount) + Tape32(SyncInterval) + TapeF64(StartTime) + TapeF64(BullX) +
-         TapeF64(BullY);
+  return "TAPEv2.01" + Bytes4(RecordCount) + Bytes4(SyncInterval) + BytesF64(StartTime) + BytesF64(BullX) +
+         BytesF64(BullY);
 }
 
 inline std::string GoldenAI(const link::AIPlotRecord& plot) {
-  return TapeText(plot.Name) + TapeF64(plot.Bearing) + TapeF64(plot.Range) + Tape16(plot.Altitude) + TapeF32(plot.X) +
-         TapeF32(plot.Y) + TapeU8(plot.Hostile);
+  return TapeText(plot.Name) + BytesF64(plot.Bearing) + BytesF64(plot.Range) + Bytes2(plot.Altitude) +
+         BytesF32(plot.X) + BytesF32(plot.Y) + Bytes1(plot.Hostile);
 }
 
 inline std::string GoldenClient(const link::PlotRecord& client) {
-  std::string bytes = TapeText(client.Status) + Tape16(client.Id) + TapeText(client.Info) + TapeF64(client.X) +
-                      TapeF64(client.Y) + TapeText(client.PosText) + Tape32(client.Color) + Tape16(client.Altitude) +
-                      Tape32(client.Reserved1) + Tape32(client.Reserved2) + TapeFlag(client.ShowLabel) +
-                      TapeFlag(client.ShowAllHistory) + TapeFlag(client.PlotVisible) + Tape16(client.ClientId) +
-                      TapeText(client.Label) + TapeText(client.Name) + Tape16(client.Speed);
+  std::string bytes = TapeText(client.Status) + Bytes2(client.Id) + TapeText(client.Info) + BytesF64(client.X) +
+                      BytesF64(client.Y) + TapeText(client.PosText) + Bytes4(client.Color) + Bytes2(client.Altitude) +
+                      Bytes4(client.Reserved1) + Bytes4(client.Reserved2) + TapeFlag(client.ShowLabel) +
+                      TapeFlag(client.ShowAllHistory) + TapeFlag(client.PlotVisible) + Bytes2(client.ClientId) +
+                      TapeText(client.Label) + TapeText(client.Name) + Bytes2(client.Speed);
   bytes += TapeArray(static_cast<std::int64_t>(client.History.UpperBound()) + 1);
-  for (const link::PlotPoint& point : client.History.Slots()) bytes += TapeF64(point.X) + TapeF64(point.Y);
+  for (const link::PlotPoint& point : client.History.Slots()) bytes += BytesF64(point.X) + BytesF64(point.Y);
   return bytes;
 }
 
 inline std::string GoldenRecord(double Time, const link::Tables& tables) {
-  std::string bytes = TapeF64(Time) + TapeArray(static_cast<std::int64_t>(tables.AIPlots.UpperBound()) + 1);
+  std::string bytes = BytesF64(Time) + TapeArray(static_cast<std::int64_t>(tables.AIPlots.UpperBound()) + 1);
   for (const link::AIPlotRecord& plot : tables.AIPlots.Slots()) bytes += GoldenAI(plot);
   bytes += TapeArray(static_cast<std::int64_t>(tables.Clients.UpperBound()) + 1);
   for (const link::PlotRecord& client : tables.Clients.Slots()) bytes += GoldenClient(client);

@@ -93,7 +93,7 @@ TEST(HugeTape, TableOfTheWholeFileIsRefused) {
   const test::TempFolder folder;
   const fs::path path = folder / "a.tap";
   test::WriteBytes(path,
-                   test::GoldenHeader(1, 1000, Start, 0, 0) + test::TapeF64(Start) + test::TapeArray(100'000'000));
+                   test::GoldenHeader(1, 1000, Start, 0, 0) + test::BytesF64(Start) + test::TapeArray(100'000'000));
   fs::resize_file(path, FiveGigabytes);
   const std::uint64_t before = PeakMemory();
   TapeReader reader(path);

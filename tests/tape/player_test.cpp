@@ -120,7 +120,7 @@ struct Scale {
 
 TEST_F(TapePlayer, ThePositionBarStaysWithin16Bits) {
   // One empty record takes 8 bytes and two empty arrays.
-  const std::string record = test::TapeF64(At(0)) + test::TapeArray(0) + test::TapeArray(0);
+  const std::string record = test::BytesF64(At(0)) + test::TapeArray(0) + test::TapeArray(0);
   for (const Scale& each :
        {Scale{32766, 1, 32766}, Scale{32767, 2, 16383}, Scale{65533, 2, 32766}, Scale{65534, 3, 21844}}) {
     std::string bytes = test::GoldenHeader(each.Records, 0, At(0), 0, 0);
@@ -136,7 +136,7 @@ TEST_F(TapePlayer, ThePositionBarStaysWithin16Bits) {
 }
 
 TEST_F(TapePlayer, TheBarOverflowsAbove32767AndLosesNothing) {
-  const std::string record = test::TapeF64(At(0)) + test::TapeArray(0) + test::TapeArray(0);
+  const std::string record = test::BytesF64(At(0)) + test::TapeArray(0) + test::TapeArray(0);
   std::string bytes = test::GoldenHeader(40000, 0, At(0), 0, 0);
   for (int n = 0; n < 40000; ++n) bytes += record;
   Write(bytes);
@@ -395,7 +395,7 @@ TEST_F(TapePlayer, RecordsBeyond2GBAreReached) {
   std::ofstream file(path, std::ios::binary);
   file << test::GoldenHeader(holes + 2, 1000, At(0), 100, 200) << test::GoldenRecord(At(0), {});
   for (int n = 1; n <= holes; ++n) {
-    file << test::TapeF64(At(n)) << test::TapeArray(0) << test::TapeArray(1) << client << test::TapeArray(points);
+    file << test::BytesF64(At(n)) << test::TapeArray(0) << test::TapeArray(1) << client << test::TapeArray(points);
     file.seekp(static_cast<std::streamoff>(points * 16), std::ios::cur);
   }
   ASSERT_GT(static_cast<std::uint64_t>(file.tellp()), std::uint64_t{1} << 31);

@@ -229,8 +229,8 @@ TEST(TapeReader, HeaderIsReadAgain) {
 
 TEST(TapeReader, ArrayWithoutEvenASlot0ReadsAsEmpty) {
   const test::TempFolder folder;
-  test::WriteBytes(folder / "a.tap", test::GoldenHeader(1, 0, Start, 0, 0) + test::TapeF64(Start) + test::TapeArray(0) +
-                                         test::TapeArray(0));
+  test::WriteBytes(folder / "a.tap", test::GoldenHeader(1, 0, Start, 0, 0) + test::BytesF64(Start) +
+                                         test::TapeArray(0) + test::TapeArray(0));
   TapeReader reader(folder / "a.tap");
   EXPECT_EQ(reader.Skip(FirstRecordAt).Clients, 0U);
   EXPECT_TRUE(reader.ReadRecord(FirstRecordAt).Clients.Empty());
@@ -252,7 +252,7 @@ TEST(TapeReader, TablesHaveNoMoreSlotsThanTheBound) {
       clients += client;
     }
     for (const std::string& tables : {plots + test::TapeArray(0), test::TapeArray(0) + clients}) {
-      test::WriteBytes(folder / "a.tap", test::GoldenHeader(1, 0, Start, 0, 0) + test::TapeF64(Start) + tables);
+      test::WriteBytes(folder / "a.tap", test::GoldenHeader(1, 0, Start, 0, 0) + test::BytesF64(Start) + tables);
       TapeReader reader(folder / "a.tap");
       if (slots > most) {
         EXPECT_THROW(reader.Skip(FirstRecordAt), base::RuntimeFailure);

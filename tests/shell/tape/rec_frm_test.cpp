@@ -287,7 +287,7 @@ TEST_F(PlayerWindow, ATapeThatStandsWhereItGoesBackInTimeSaysSo) {
 }
 
 TEST_F(PlayerWindow, TheNumberOfALongTapeThatStandsIsNotCut) {
-  const std::string record = test::TapeF64(46347.5) + test::TapeArray(0) + test::TapeArray(0);
+  const std::string record = test::BytesF64(46347.5) + test::TapeArray(0) + test::TapeArray(0);
   std::string bytes = test::GoldenHeader(40000, 0, 46347.5, 0, 0);
   for (int n = 0; n < 40000; ++n) bytes += record;
   Write("TAPES/21-11-26_120000.tap", QByteArray::fromStdString(bytes));
