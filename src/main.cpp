@@ -3,7 +3,7 @@
 #include "platform/global_keys.h"
 #include "platform/voice_windows.h"
 #include "shell/core/run_station.h"
-#include "shell/frame/look.h"
+#include "shell/parts/look.h"
 
 int main(int argc, char** argv) {
 #ifdef Q_OS_LINUX

@@ -26,7 +26,7 @@
 #include "core/global_keys.h"
 #include "platform/voice_windows.h"
 #include "shell/core/run_station.h"
-#include "shell/frame/look.h"
+#include "shell/parts/look.h"
 
 namespace {
 

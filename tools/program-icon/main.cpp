@@ -8,7 +8,7 @@
 #include <QList>
 #include <QTextStream>
 
-#include "shell/frame/look.h"
+#include "shell/parts/look.h"
 
 namespace {
 
