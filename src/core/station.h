@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "areas/area.h"
+#include "areas/area_changes.h"
 #include "areas/area_editor.h"
 #include "base/files.h"
 #include "base/picture.h"
@@ -81,6 +82,7 @@ struct Station {
   base::Picture MapPicture;         ///< the current theater's
   theaters::Elevations Elevations;  ///< the current theater's
   areas::AreaCatalogue Areas;       ///< the current theater's
+  areas::AreaHistory AreaSteps;     ///< what of Areas can be undone
   areas::AreaEditor Editor;
   core::Tapes Tapes;
   std::array<ToolWindowState, ToolWindowCount> ToolWindows = {};

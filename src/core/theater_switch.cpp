@@ -64,6 +64,7 @@ base::Changed ResetTheaterData(Program& program) {
   station.View.AnchorViewY = station.View.BullsViewY;
   map::RefreshPositions(station.View);
   ReloadBulls(station);
+  station.AreaSteps.Clear();
   const base::Changed shows = LoadTheaterData(program);
   map::ResetResolution(station.View);
   return shows | base::Changed::Map | base::Changed::MiniMap | base::Changed::Zoom | base::Changed::CursorLine;

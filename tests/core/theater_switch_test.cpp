@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "areas/area_tree.h"
 #include "base/failure.h"
 #include "core/settings.h"
 #include "core/theater_data.h"
@@ -99,6 +100,17 @@ TEST_F(TheaterSwitch, ASessionKeepsItsAircraft) {
   EXPECT_TRUE(station.Session.Connected);
   EXPECT_EQ(station.Plots.FindClient(7), 1u);
   EXPECT_EQ(station.Plots.AIPlots.UpperBound(), 1u);
+}
+
+TEST_F(TheaterSwitch, TheStepsOfTheFormerTheatersAreasCannotBeUndone) {
+  areas::NewFolder(station.Areas, station.AreaSteps);
+  areas::NewFolder(station.Areas, station.AreaSteps);
+  station.AreaSteps.Undo(station.Areas);
+  SwitchTheater(around.All, 3);
+  EXPECT_EQ(station.AreaSteps.UndoText(), "new folder") << "there is no third theater";
+  SwitchTheater(around.All, 2);
+  EXPECT_EQ(station.AreaSteps.UndoText(), "");
+  EXPECT_EQ(station.AreaSteps.RedoText(), "");
 }
 
 TEST_F(TheaterSwitch, APictureThatCannotBeReadLeavesTheFormerTheater) {
