@@ -26,6 +26,7 @@ bool GrowsOn(const QList<QRect>& rects, qsizetype lastBand, qsizetype thisBand) 
 void PaintedCells::Reset(QSize pixels) {
   size = pixels.expandedTo(QSize(0, 0));
   words = static_cast<std::size_t>((size.width() + 64 * CellPixels - 1) / (64 * CellPixels));
+  all = false;
   bits.assign(words * static_cast<std::size_t>(size.height()), 0);
 }
 
@@ -42,10 +43,15 @@ void PaintedCells::Mark(int x, int y, int width, int height) {
 }
 
 void PaintedCells::MarkAll() {
-  if (!size.isEmpty()) Mark(0, 0, size.width(), size.height());
+  if (size.isEmpty()) return;
+  Mark(0, 0, size.width(), size.height());
+  all = true;
 }
 
-void PaintedCells::Clear() { std::fill(bits.begin(), bits.end(), 0); }
+void PaintedCells::Clear() {
+  all = false;
+  std::fill(bits.begin(), bits.end(), 0);
+}
 
 void PaintedCells::Join(const PaintedCells& other) {
   for (std::size_t word = 0; word < bits.size(); ++word) bits[word] |= other.bits[word];

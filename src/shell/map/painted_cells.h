@@ -21,6 +21,8 @@ class PaintedCells {
   /// Marks the columns x..x+width-1 of the rows y..y+height-1, which lie inside the image.
   void Mark(int x, int y, int width, int height);
   void MarkAll();
+  /// True since MarkAll: marking more changes nothing.
+  bool All() const { return all; }
   void Clear();
   /// Marks what is marked in `other`, of the same size.
   void Join(const PaintedCells& other);
@@ -55,6 +57,7 @@ class PaintedCells {
   QSize size;
   std::size_t words = 0;  ///< words of one row
   std::vector<std::uint64_t> bits;
+  bool all = false;
 };
 
 }  // namespace kestrel::shell

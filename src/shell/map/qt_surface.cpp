@@ -1,14 +1,13 @@
 #include "shell/map/qt_surface.h"
 
-#include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <limits>
 
 #include "map/units.h"
 #include "shell/map/nearest.h"
+#include "shell/map/whole_pixels.h"
 
 namespace kestrel::shell {
 namespace {
@@ -21,8 +20,6 @@ constexpr std::size_t MostRings = 64;
 constexpr double LargestRing = 48;
 /// Lines are cut at this distance before their slope is taken, device pixels.
 constexpr double FarLine = 1e12;
-/// Polygons reach no further than 32 bits, device pixels.
-constexpr double FarCorner = std::numeric_limits<std::int32_t>::max();
 /// Circles of a smaller radius are a dot, device pixels.
 constexpr double LeastCircle = 0.5;
 
@@ -30,9 +27,6 @@ template <class... Values>
 bool AllFinite(Values... values) {
   return (std::isfinite(values) && ...);
 }
-
-/// The nearest pixel, not held to whole numbers of any size.
-QPointF WholePixels(QPointF place) { return {std::floor(place.x() + 0.5), std::floor(place.y() + 0.5)}; }
 
 QPointF Bounded(double x, double y) { return {std::clamp(x, -FarLine, FarLine), std::clamp(y, -FarLine, FarLine)}; }
 
@@ -81,6 +75,7 @@ QtSurface::QtSurface() : background(Graphite) {}
 void QtSurface::Resize(QSize pixels, double devicePixelRatio) {
   Restore();
   const QImage before = image;
+  canvas.reset();
   ratio = devicePixelRatio;
   scale = devicePixelRatio / map::UnitsPerPixel;
   image = QImage(pixels, QImage::Format_RGB32);
@@ -118,7 +113,7 @@ QRegion QtSurface::TakeDirty() {
 void QtSurface::CopyPicture(const base::Picture& picture, const map::SourceRect& from) {
   if (image.isNull()) return;
   snapshotDue = false;  // nothing of what was captured shows any more
-  QImage target = Canvas();
+  QImage target = DevicePixels();
   target.fill(background);
   fresh.MarkAll();
   if (picture.Empty() || !AllFinite(from.Left, from.Top, from.Width, from.Height) || from.Width <= 0 ||
@@ -165,9 +160,7 @@ void QtSurface::Arc(double x, double y, double radius, double fromDegrees, doubl
   if (!AllFinite(x, y, radius, fromDegrees, toDegrees) || radius < 0) return;
   const double pixels = radius * scale;
   if (pen.Style != map::PenStyle::Smooth) {
-    pen.Style = map::PenStyle::Solid;
-    const QPointF centre = WholePixels(Bounded(x * scale, y * scale));
-    StrokeWhole(ArcCorners(centre, std::min(pixels, FarLine), fromDegrees, toDegrees), pen);
+    WholeArc(WholePixels(Bounded(x * scale, y * scale)), std::min(pixels, FarLine), fromDegrees, toDegrees, pen);
     return;
   }
   if (pixels <= LargestRing && pen.DrawWidth <= LargestRing) {
@@ -188,7 +181,7 @@ void QtSurface::Polygon(std::span<const map::Point> corners, map::Pen pen) {
   pixels.reserve(static_cast<qsizetype>(corners.size()) + 1);
   for (const map::Point& corner : corners) {
     const QPointF pixel = WholePixels({corner.X * scale, corner.Y * scale});
-    if (!(std::abs(pixel.x()) <= FarCorner && std::abs(pixel.y()) <= FarCorner)) return;
+    if (!IsCorner(pixel)) return;
     pixels.append(pixel);
   }
   if (pen.Filled) Fill(pixels, pen);
@@ -300,9 +293,17 @@ std::uint32_t* QtSurface::Pixels() {
   return reinterpret_cast<std::uint32_t*>(image.bits());
 }
 
-QImage QtSurface::Canvas() {
-  // Without its devicePixelRatio, so that it counts device pixels.
+QImage QtSurface::DevicePixels() {
   return {reinterpret_cast<uchar*>(Pixels()), image.width(), image.height(), image.bytesPerLine(), image.format()};
+}
+
+QPainter& QtSurface::Painter() {
+  const auto* pixels = reinterpret_cast<uchar*>(Pixels());
+  if (!canvas || canvas->Target.constBits() != pixels || canvas->Target.size() != image.size()) {
+    canvas = std::make_unique<Canvas>(DevicePixels());
+  }
+  canvas->Brush.setRenderHint(QPainter::Antialiasing, false);
+  return canvas->Brush;
 }
 
 bool QtSurface::MarkSeen(const QRectF& box) {

@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QImage>
+#include <QPainter>
 #include <QPointF>
 #include <QPolygonF>
 #include <QRegion>
@@ -43,6 +44,7 @@ class QtSurface final : public map::Surface {
   void Arc(double x, double y, double radius, double fromDegrees, double toDegrees, map::Pen pen) override;
   void Box(double x1, double y1, double x2, double y2, map::Pen pen) override;
   void Polygon(std::span<const map::Point> corners, map::Pen pen) override;
+  void Segments(std::span<const map::Point> ends, map::Pen pen) override;
   void Dot(double x, double y, base::Colour color) override;
   map::TextSize Measure(std::string_view text, const map::TextFont& font) override;
   void Print(std::string_view text, double x, double y, const map::TextFont& font, base::Colour color) override;
@@ -50,6 +52,12 @@ class QtSurface final : public map::Surface {
   void Restore() override;
 
  private:
+  struct Canvas {
+    explicit Canvas(QImage target) : Target(std::move(target)), Brush(&Target) {}
+    QImage Target;
+    QPainter Brush;
+  };
+
   struct Ring {
     double Radius = 0;  ///< device pixels
     double FromDegrees = 0;
@@ -69,6 +77,8 @@ class QtSurface final : public map::Surface {
     bool Steep = false;  ///< the longer axis is Y
   };
 
+  class WholeLines;
+
   static std::uint32_t PixelColour(base::Colour colour) {
     return 0xFF000000U | static_cast<std::uint32_t>(base::RedOf(colour)) << 16 |
            static_cast<std::uint32_t>(base::GreenOf(colour)) << 8 | base::BlueOf(colour);
@@ -85,12 +95,17 @@ class QtSurface final : public map::Surface {
   /// The corners of an arc, whole device pixels, and lines from corner to corner: by QPainter in whole pixels, but for
   /// Smooth.
   static QPolygonF ArcCorners(QPointF centre, double radius, double fromDegrees, double toDegrees);
+  void WholeArc(QPointF centre, double radius, double fromDegrees, double toDegrees, map::Pen pen);
   void Stroke(const QPolygonF& corners, map::Pen pen);
   void StrokeWhole(const QPolygonF& corners, map::Pen pen);
+  void StrokeDotted(const QPolygonF& corners, map::Pen pen);
   /// The field within the corners, device pixels, closed by itself.
   void Fill(QPolygonF corners, map::Pen pen);
-  /// The image in device pixels, for QPainter; good until something else is drawn.
-  QImage Canvas();
+  /// The image's own memory without its devicePixelRatio, so that it counts device pixels; good until the next stroke.
+  QImage DevicePixels();
+  /// QPainter on that, of whole pixels, its pen and brush any. It stays open, since beginning anew costs more than a
+  /// line; what sets pixels by itself may paint in turn with it.
+  QPainter& Painter();
   /// Marks the part of `box` within the image; false when there is none.
   bool MarkSeen(const QRectF& box);
   const Sprite& RingShape(double radius, double fromDegrees, double toDegrees, int drawWidth);
@@ -100,7 +115,8 @@ class QtSurface final : public map::Surface {
   double scale = 1.0 / 15;  ///< device pixels to the unit
   QColor background;
   QImage image;
-  QImage snapshot;           ///< MapSnapshot: the same as the image but for what is marked in `painted` and `fresh`
+  QImage snapshot;  ///< MapSnapshot: the same as the image but for what is marked in `painted` and `fresh`
+  std::unique_ptr<Canvas> canvas;  ///< of Painter
   bool snapshotDue = false;  ///< captured, but nothing painted since: the copy is made with the next stroke, if any
   PaintedCells painted;      ///< since the last Capture or Restore, told by TakeDirty
   PaintedCells fresh;        ///< since then, not yet told by TakeDirty
