@@ -314,6 +314,7 @@ TEST(QtSurfaceShapes, RestoreTakesAllOfThemBack) {
             {place(numbers), place(numbers)}, {place(numbers), place(numbers)}, {place(numbers), place(numbers)}};
         surface.Polygon(corners, pen);
         surface.Box(corners[0].X, corners[0].Y, corners[1].X, corners[1].Y, pen);
+        surface.Segments(corners, pen);
         surface.Line(corners[0].X, corners[0].Y, corners[1].X, corners[2].Y, pen);
         surface.Circle(corners[0].X, corners[1].Y, std::abs(corners[2].X) / 4, pen);
         surface.Arc(corners[2].X, corners[1].Y, 900, 10, 200, pen);
