@@ -117,6 +117,12 @@ void WriteWholeFile(const fs::path& path, std::string_view bytes) {
   fresh.Commit();
 }
 
+void CopyOver(const fs::path& from, const fs::path& copy) {
+  std::error_code failure;
+  fs::copy_file(from, copy, fs::copy_options::overwrite_existing, failure);
+  if (failure) throw RuntimeFailure(NameForMessage(copy) + " cannot be written");
+}
+
 void MakeFolder(const fs::path& folder) {
   std::error_code failure;
   fs::create_directories(folder, failure);

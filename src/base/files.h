@@ -32,6 +32,9 @@ std::size_t ReadHead(const std::filesystem::path& path, std::span<std::byte> int
 /// when that fails.
 void WriteWholeFile(const std::filesystem::path& path, std::string_view bytes);
 
+/// Copies a file, over an older one of that name. RuntimeFailure, naming the copy, when that fails.
+void CopyOver(const std::filesystem::path& from, const std::filesystem::path& copy);
+
 /// Makes the folder and those above it when missing. RuntimeFailure when that fails.
 void MakeFolder(const std::filesystem::path& folder);
 

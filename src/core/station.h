@@ -61,6 +61,15 @@ struct Tapes {
   std::optional<tape::BullseyePlace> Bullseye;
 };
 
+/// What the files of the current theater's areas want: to be kept, and to be written before a crash loses a change.
+struct AreaKeeping {
+  bool KeepFormer = false;                      ///< the file could not be read whole: it is kept when it is saved over
+  std::uint64_t SafeRevision = 0;               ///< of Areas, that the file or the rescue holds
+  std::optional<std::uint32_t> ChangedAt = {};  ///< tick count at which a change since was first seen
+  std::uint32_t RescueAfter = 10'000;           ///< milliseconds from there to the writing of the rescue
+  bool RescueFailed = false;                    ///< the last time; it has been logged
+};
+
 /// The state of the whole station: made once in main.cpp and handed on by reference. Procedures take the records that
 /// they read and write, not all of this; only start, stop and theater switch take it whole.
 struct Station {
@@ -83,6 +92,7 @@ struct Station {
   theaters::Elevations Elevations;  ///< the current theater's
   areas::AreaCatalogue Areas;       ///< the current theater's
   areas::AreaHistory AreaSteps;     ///< what of Areas can be undone
+  AreaKeeping AreaFiles;            ///< the current theater's
   areas::AreaEditor Editor;
   core::Tapes Tapes;
   std::array<ToolWindowState, ToolWindowCount> ToolWindows = {};

@@ -3,6 +3,14 @@
 #include "base/files.h"
 
 namespace kestrel::core {
+namespace {
+
+bool AskYesNo(Program& program, const std::string& text, const std::string& title, base::Answer enter) {
+  return program.Desk.Ask(title, text, base::MessageIcon::Question, base::MessageButtons::YesNo, enter) ==
+         base::Answer::Yes;
+}
+
+}  // namespace
 
 void Tell(Program& program, const std::string& text, const std::string& title, base::MessageIcon icon) {
   program.Desk.Message(title, text, icon);
@@ -21,13 +29,22 @@ void TellUnsaved(Program& program, const Unsaved& failure) {
 }
 
 bool IsSure(Program& program, const std::string& text, const std::string& title) {
-  return program.Desk.Ask(title, text, base::MessageIcon::Question, base::MessageButtons::YesNo, base::Answer::No) ==
-         base::Answer::Yes;
+  return AskYesNo(program, text, title, base::Answer::No);
+}
+
+bool Wants(Program& program, const std::string& text, const std::string& title) {
+  return AskYesNo(program, text, title, base::Answer::Yes);
 }
 
 std::optional<std::filesystem::path> ChooseFile(Program& program, std::string_view title, std::string_view filter,
                                                 std::string_view defaultName) {
   const std::optional<std::string> file = program.Desk.OpenFile(title, filter, {}, defaultName);
+  if (!file) return std::nullopt;
+  return base::PathOfText(*file);
+}
+
+std::optional<std::filesystem::path> ChooseNewFile(Program& program, std::string_view title, std::string_view filter) {
+  const std::optional<std::string> file = program.Desk.SaveFile(title, filter, {}, {});
   if (!file) return std::nullopt;
   return base::PathOfText(*file);
 }

@@ -26,8 +26,12 @@ void TellFailure(Program& program, const std::string& what, const std::exception
 void TellUnsaved(Program& program, const Unsaved& failure);
 /// Asks with Yes and No about what cannot be undone: Enter is No. True on Yes alone.
 bool IsSure(Program& program, const std::string& text, const std::string& title = link::ProgramTitle());
+/// Asks with Yes and No about what is good to have: Enter is Yes. True on Yes alone.
+bool Wants(Program& program, const std::string& text, const std::string& title = link::ProgramTitle());
 /// Asks for a file that exists, as Desktop::OpenFile does. Nothing when the person cancels.
 std::optional<std::filesystem::path> ChooseFile(Program& program, std::string_view title, std::string_view filter,
                                                 std::string_view defaultName = {});
+/// Asks for a file to write, as Desktop::SaveFile does. Nothing when the person cancels.
+std::optional<std::filesystem::path> ChooseNewFile(Program& program, std::string_view title, std::string_view filter);
 
 }  // namespace kestrel::core

@@ -6,17 +6,14 @@
 #include <string>
 
 #include "base/files.h"
+#include "core/area_rescue.h"
 #include "core/settings.h"
+#include "core/theater_areas.h"
 #include "map/view_short_file.h"
 #include "theaters/catalogue.h"
 
 namespace kestrel::core {
 namespace {
-
-/// A file of the current theater. A "/" in the theater's name makes a folder.
-std::filesystem::path DataPath(const Station& station, std::string_view ending) {
-  return TheaterPath(station, theaters::DataFile(station.Catalogue.Current(), ending));
-}
 
 void LoadViewShorts(Program& program) {
   Station& station = program.State;
@@ -29,7 +26,7 @@ void LoadViewShorts(Program& program) {
   program.Log.LogDuration("Loaded the view shortcuts", start);
 }
 
-void SaveViewShorts(const Station& station) {
+void SaveViewShorts(Station& station) {
   const std::filesystem::path path = DataPath(station, "_ViewShort.dat");
   base::MakeFolder(path.parent_path());
   base::WriteWholeFile(path, map::WriteViewShorts(station.View.ViewShorts));
@@ -43,7 +40,8 @@ void LoadElevation(Program& program) {
 }
 
 constexpr TheaterData rows[] = {
-    {"areas"},
+    {"areas", LoadAreas, SaveAreas, "areas", base::Changed::Areas | base::Changed::Map},
+    {.What = "rescued areas", .Load = OfferRescuedAreas, .Shows = base::Changed::Areas | base::Changed::Map},
     {"saved views", LoadViewShorts, SaveViewShorts, "kept views"},
     {"frequencies"},
     {.What = "elevations", .Load = LoadElevation, .Shows = base::Changed::CursorLine},
@@ -54,6 +52,10 @@ void LeaveOut(Program& program, std::string_view what, const std::exception& fai
 }
 
 }  // namespace
+
+std::filesystem::path DataPath(const Station& station, std::string_view ending) {
+  return TheaterPath(station, theaters::DataFile(station.Catalogue.Current(), ending));
+}
 
 std::span<const TheaterData> TheaterDataRows() { return rows; }
 
@@ -80,9 +82,9 @@ void ReadElevations(Program& program) {
   }
 }
 
-std::vector<Unsaved> SaveAll(const Station& station) {
+std::vector<Unsaved> SaveAll(Station& station) {
   std::vector<Unsaved> failures;
-  const auto attempt = [&](std::string_view what, void (*save)(const Station&)) {
+  const auto attempt = [&](std::string_view what, auto save) {
     try {
       save(station);
     } catch (const std::exception& failure) {

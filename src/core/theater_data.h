@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -17,10 +18,13 @@ struct TheaterData {
   /// null: the kind is not there yet, its row holds its place.
   void (*Load)(Program&) = nullptr;
   /// Writes the current theater's; null: the station does not change it.
-  void (*Save)(const Station&) = nullptr;
+  void (*Save)(Station&) = nullptr;
   std::string_view Kept = What;                  ///< for the person, when it cannot be saved
   base::Changed Shows = base::Changed::Nothing;  ///< the views that show it
 };
+
+/// A file of the current theater: `<Name>` + `ending` below Theaters. A "/" in the theater's name makes a folder.
+std::filesystem::path DataPath(const Station& station, std::string_view ending);
 
 /// In the order of loading and saving.
 std::span<const TheaterData> TheaterDataRows();
@@ -34,6 +38,6 @@ void ReadElevations(Program& program);
 
 /// Saves the data of the current theater, kind by kind, then the settings. Returns what failed; the others have been
 /// tried. Of a folder that the start has told cannot be written the settings alone are told.
-std::vector<Unsaved> SaveAll(const Station& station);
+std::vector<Unsaved> SaveAll(Station& station);
 
 }  // namespace kestrel::core

@@ -56,7 +56,8 @@ TEST_F(Life, TheStepsOfTheStartStandInTheirOrder) {
                           "Place BullsFrm, CursFrm, ViewFrm, ClientsFrm, AreasFrm, RecFrm, MiniMapFrm, FreqFrm",
                           "Copy the view options into ViewFrm", "Clear Loading",
                           "Show FreqFrm, its first tab, its check boxes; hide it again", "ChangeRes 1: the first map"));
-  EXPECT_THAT(Texts(TheaterDataRows()), ElementsAre("areas", "saved views", "frequencies", "elevations"));
+  EXPECT_THAT(Texts(TheaterDataRows()),
+              ElementsAre("areas", "rescued areas", "saved views", "frequencies", "elevations"));
   EXPECT_THAT(Texts(FrameLoadSteps()),
               ElementsAre("Icon", "Caption", "Subclass the frame's window", "Start the updater"));
   EXPECT_THAT(Texts(MapLoadSteps()),

@@ -20,7 +20,7 @@ namespace kestrel::core {
 namespace {
 
 constexpr std::string_view savedFiles[] = {"KESTREL.ini", "Theaters/korea.ini", "Theaters/balkans.ini",
-                                           "Theaters/korea_ViewShort.dat"};
+                                           "Theaters/korea_ViewShort.dat", "Theaters/korea_Areas.dat"};
 
 using Contents = std::map<std::string, std::string>;
 
@@ -42,6 +42,8 @@ class SaveFaults : public testing::Test {
     next.LinkOptions.CONNPORT = 4711;
     for (int n = 0; n < 40; ++n) next.LinkOptions.ConnList.Append({"Entry " + std::to_string(n), "10.0.0.1"});
     next.View.ViewShorts[0] = {15, 30, 2};
+    next.Areas.AreaFolders.Append({"F", areas::On});
+    next.Areas.AreaGroups.Append({.Name = "G", .FolderIndex = 1}).Areas.Append({});
     for (theaters::Theater& theater : next.Catalogue.Theaters.Live()) theater.DisplayName += " by night";
     SaveAll(next);
     nextFiles = ReadSaved(folder);
