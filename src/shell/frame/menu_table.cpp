@@ -1,5 +1,6 @@
 #include "shell/frame/menu_table.h"
 
+#include "core/area_exchange.h"
 #include "shell/frame/bullseye_windows.h"
 #include "shell/frame/frame.h"
 
@@ -19,12 +20,18 @@ void ResetTransparency(MDIForm1& frame) {
   frame.Tools().ResetTransparency(Percent);
 }
 
+/// A procedure of core that asks and tells by itself.
+template <void (*Procedure)(core::Program&)>
+void Core(MDIForm1& frame) {
+  Procedure(frame.Program());
+}
+
 constexpr MenuEntry MenuBar[] = {
     {"mnuFile", "&File", "", Submenu},
     {"mnuOpenSession", "Open Recorded &Session", "mnuFile", Nothing},
     {"mnuOpenFlight", "Open Recorded F&light", "mnuFile", Nothing},
-    {"mnuImportAreas", "Import Areas", "mnuFile", Later, nullptr, true},
-    {"mnuExportSelectedAreas", "Export Visible Areas", "mnuFile", Later},
+    {"mnuImportAreas", "Import Areas", "mnuFile", Runs, Core<core::ImportAreas>, true},
+    {"mnuExportSelectedAreas", "Export Visible Areas", "mnuFile", Runs, Core<core::ExportVisibleAreas>},
     {"mnuExit", "E&xit", "mnuFile", Runs, [](MDIForm1& frame) { frame.close(); }, true},
 
     {"mnuConnection", "Co&nnection", "", Submenu},

@@ -113,10 +113,19 @@ TEST_F(FrameWindow, EveryMenuHasItsEntriesInOrderWithTheirCaptions) {
 }
 
 TEST_F(FrameWindow, EntriesOfWindowsThatAreNotThereAreDisabled) {
-  for (const char* name : {"mnuImportAreas", "mnuExportSelectedAreas", "mnuImportNewTheater", "mnuImportObjectives",
-                           "mnuImportFalconINI", "mnuAddnewIconArea", "mnuTuneUHF", "mnuTuneVHF"}) {
+  for (const char* name : {"mnuImportNewTheater", "mnuImportObjectives", "mnuImportFalconINI", "mnuAddnewIconArea",
+                           "mnuTuneUHF", "mnuTuneVHF"}) {
     EXPECT_FALSE(Action(name).isEnabled()) << name;
   }
+}
+
+TEST_F(FrameWindow, AreasAreImportedAndExportedFromTheMenu) {
+  Action("mnuImportAreas").trigger();
+  ASSERT_EQ(desk.FileQuestions.size(), 1U);
+  EXPECT_EQ(desk.FileQuestions[0].Title, "Import Areas...");
+  Action("mnuExportSelectedAreas").trigger();
+  ASSERT_EQ(desk.Boxes.size(), 1U);
+  EXPECT_EQ(desk.Boxes[0].Text, "No Area was selected for export...");
 }
 
 TEST_F(FrameWindow, EntriesWithoutActionAreEnabledAndDoNothing) {
