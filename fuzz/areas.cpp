@@ -70,7 +70,8 @@ void Check(AreaFileKind kind, std::size_t size, const std::string& path) {
   }
   CheckBounded(read, size);
   areas::AreaCatalogue catalogue, added;
-  const std::size_t homeless = areas::AppendAreas(added, read);
+  areas::AreaHistory history;
+  const std::size_t homeless = areas::AppendAreas(added, history, read);
   if (areas::ReplaceAreas(catalogue, std::move(read)) != homeless) std::abort();
   for (const auto* made : {&catalogue, &added}) {
     for (const areas::AreaGroup& group : made->AreaGroups.Live()) {

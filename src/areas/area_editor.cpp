@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "areas/area_drawing.h"
+#include "areas/area_list.h"
 #include "base/numbers.h"
 
 namespace kestrel::areas {
@@ -168,7 +169,7 @@ Changed ShowElevation(AreaEditor& editor, bool on, TextMeasure& texts) {
   return WorkAreaChanged(editor, texts);
 }
 
-Changed Accept(AreaEditor& editor, AreaCatalogue& catalogue, TextMeasure& texts) {
+Changed Accept(AreaEditor& editor, AreaCatalogue& catalogue, AreaHistory& history, TextMeasure& texts) {
   if (!editor.Open) return Changed::Nothing;
   Area& work = editor.WorkArea;
   for (const NumberField& field : NumberFields) {
@@ -179,14 +180,12 @@ Changed Accept(AreaEditor& editor, AreaCatalogue& catalogue, TextMeasure& texts)
   work.Visible = On;
   work.Text = editor.Fields.Text1;
   AreaBounds(work, texts);
+  // Below 0 becomes what no catalogue has.
+  const auto group = static_cast<std::size_t>(editor.GroupIndex);
   if (editor.IsNew) {
-    if (AreaGroup* group = GroupAt(catalogue, editor.GroupIndex)) {
-      group->Areas.Append(work);
-      ++catalogue.Revision;
-    }
-  } else if (Area* stored = AreaAt(catalogue, editor.GroupIndex, editor.AreaIndex)) {
-    *stored = work;
-    ++catalogue.Revision;
+    AppendArea(catalogue, history, group, work);
+  } else {
+    ReplaceArea(catalogue, history, group, static_cast<std::size_t>(editor.AreaIndex), work);
   }
   return End(editor);
 }

@@ -6,6 +6,7 @@
 
 #include "areas/area.h"
 #include "areas/area_bounds.h"
+#include "areas/area_changes.h"
 #include "base/changed.h"
 
 namespace kestrel::areas {
@@ -82,7 +83,7 @@ base::Changed ShowElevation(AreaEditor& editor, bool on, TextMeasure& texts);
 
 /// OK: reads position, radius, name and text back from the fields, so numbers have two decimals from here on, and
 /// appends or replaces. Nothing is asked of the area. Closes the editor; FromIconMenu tells which window comes back.
-base::Changed Accept(AreaEditor& editor, AreaCatalogue& catalogue, TextMeasure& texts);
+base::Changed Accept(AreaEditor& editor, AreaCatalogue& catalogue, AreaHistory& history, TextMeasure& texts);
 /// Cancel: the area of the catalogue shows again as it was. Closes the editor.
 base::Changed Cancel(AreaEditor& editor, AreaCatalogue& catalogue);
 

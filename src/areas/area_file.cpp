@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "areas/area_format.h"
+#include "areas/area_tree.h"
 #include "base/file_replacement.h"
 #include "base/positioned_file.h"
 #include "base/text.h"
@@ -115,25 +116,28 @@ std::size_t ReplaceAreas(AreaCatalogue& catalogue, AreaFile file) {
   return homeless;
 }
 
-std::size_t AppendAreas(AreaCatalogue& catalogue, AreaFile file) {
-  catalogue.AreaGroups.Reserve(catalogue.AreaGroups.UpperBound() + file.AreaGroups.UpperBound());
-  // Each folder that is new, and one more.
-  catalogue.AreaFolders.Reserve(catalogue.AreaFolders.UpperBound() + file.AreaFolders.UpperBound() + 1);
+std::size_t AppendAreas(AreaCatalogue& catalogue, AreaHistory& history, AreaFile file) {
+  OneStep step(catalogue, history, "import of areas");
   std::size_t homeless = 0;
   std::vector<std::int32_t> indexHere(file.AreaFolders.UpperBound() + 1);
+  Insert<AreaGroup> groups;
   for (AreaGroup& group : file.AreaGroups.Live()) {
     if (NamesFolder(file.AreaFolders, group.FolderIndex)) {
       const auto folder = static_cast<std::size_t>(group.FolderIndex);
       if (indexHere[folder] == 0) {
-        indexHere[folder] = AppendFolder(catalogue.AreaFolders, std::move(file.AreaFolders[folder]));
+        const std::size_t last = catalogue.AreaFolders.UpperBound() + 1;
+        step.Do(Insert<AreaFolder>{0, {{last, std::move(file.AreaFolders[folder])}}});
+        indexHere[folder] = static_cast<std::int32_t>(last);
       }
       group.FolderIndex = indexHere[folder];
     } else {
-      group.FolderIndex = FindOrAddTemporaryFolder(catalogue.AreaFolders);
+      std::string unnamed;
+      group.FolderIndex = FindOrAddFolder(catalogue, history, unnamed);
       ++homeless;
     }
-    catalogue.AreaGroups.Append(std::move(group));
+    groups.Items.push_back({catalogue.AreaGroups.UpperBound() + groups.Items.size() + 1, std::move(group)});
   }
+  if (!groups.Items.empty()) step.Do(std::move(groups));
   return homeless;
 }
 

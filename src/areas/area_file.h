@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "areas/area.h"
+#include "areas/area_changes.h"
 
 // Reading and writing the files of areas (areas/area_format.h). None is held whole: the memory taken is what the areas
 // themselves take, and no more than the file has bytes for, whatever its counts say.
@@ -45,7 +46,8 @@ void WriteAreaExport(const std::filesystem::path& path, const AreaCatalogue& cat
 
 /// Puts the file in place of what the catalogue holds.
 std::size_t ReplaceAreas(AreaCatalogue& catalogue, AreaFile file);
-/// Adds the groups at the end, and before them the folders that they are in, whatever their names.
-std::size_t AppendAreas(AreaCatalogue& catalogue, AreaFile file);
+/// Adds the groups at the end, and before them the folders that they are in, whatever their names; one step of the
+/// history.
+std::size_t AppendAreas(AreaCatalogue& catalogue, AreaHistory& history, AreaFile file);
 
 }  // namespace kestrel::areas

@@ -40,13 +40,12 @@ void ImportAreas(Program& program) {
       Tell(program, "Wrong Export Area File version. Disregarding...");
       return;
     }
-    const std::size_t homeless = areas::AppendAreas(program.State.Areas, std::move(file));
+    const std::size_t homeless = areas::AppendAreas(program.State.Areas, program.State.AreaSteps, std::move(file));
     LogAreaFile(program, base::NameForMessage(*path), state, homeless);
   } catch (const std::exception& failure) {
     TellFailure(program, "The areas could not be imported: ", failure);
     return;
   }
-  ++program.State.Areas.Revision;
   program.Shown.Refresh(base::Changed::Areas | base::Changed::Map);
 }
 

@@ -97,7 +97,7 @@ TEST_F(EditorTest, KeepsAnUnknownTypeAndIconUntilOneIsChosen) {
   EXPECT_EQ(Prompt(editor), "");
   Click(8, 9);
   EXPECT_EQ(editor.WorkArea.X, 5);
-  Accept(editor, catalogue, texts);
+  Accept(editor, catalogue, history, texts);
   EXPECT_EQ(Stored(1).Type, static_cast<AreaType>(77));
   EXPECT_EQ(Stored(1).Icon, 99);
 }
@@ -120,7 +120,7 @@ TEST_F(EditorTest, KeepsTheRadiusOfACircleThatBecomesAnIcon) {
   OpenStored({.Type = AreaType::Circle, .Radius = 4});
   ChooseType(editor, AreaType::Icon, texts);
   EXPECT_EQ(editor.WorkArea.Radius, 4);
-  Accept(editor, catalogue, texts);
+  Accept(editor, catalogue, history, texts);
   EXPECT_EQ(Stored(1).Radius, 4);
   EXPECT_EQ(Stored(1).Type, AreaType::Icon);
 }
@@ -146,7 +146,7 @@ TEST_F(EditorTest, ShowsATextAsItIsTypedAndTakesTheNameAtTheEnd) {
   EXPECT_EQ(editor.WorkArea.Text, "FLOT");
   EXPECT_EQ(FieldEdited(editor, &EditorFields::Text13, "Front", texts), Changed::Nothing);
   EXPECT_EQ(editor.WorkArea.Name, "New Area");
-  Accept(editor, catalogue, texts);
+  Accept(editor, catalogue, history, texts);
   EXPECT_EQ(Stored(1).Name, "Front");
   EXPECT_EQ(Stored(1).Text, "FLOT");
 }
@@ -173,18 +173,19 @@ TEST_F(EditorTest, TakesLooksAtOnce) {
 TEST_F(EditorTest, AppendsANewAreaAtOK) {
   Store({});
   Open(AreaType::Region);
-  EXPECT_EQ(Accept(editor, catalogue, texts), MapAndLists);
+  EXPECT_EQ(Accept(editor, catalogue, history, texts), MapAndLists);
   EXPECT_FALSE(editor.Open || editor.AreaEditMode);
   ASSERT_EQ(StoredCount(), 2u);
   EXPECT_EQ(Stored(2).Name, "New Area");
   EXPECT_EQ(Stored(2).Radius, 0) << "of the empty field";
   EXPECT_EQ(catalogue.Revision, 1u);
+  EXPECT_TRUE(history.Undo(catalogue).Done);
 }
 
 TEST_F(EditorTest, AcceptsAnAreaWithoutNameOrSegments) {
   Open(AreaType::Region);
   FieldEdited(editor, &EditorFields::Text13, "", texts);
-  Accept(editor, catalogue, texts);
+  Accept(editor, catalogue, history, texts);
   ASSERT_EQ(StoredCount(), 1u);
   EXPECT_EQ(Stored(1).Name, "");
 }
@@ -194,7 +195,7 @@ TEST_F(EditorTest, ReplacesTheAreaAtOKAndShowsIt) {
   OpenStored({.Name = "Second", .Visible = Off});
   Store({.Name = "Third"});
   FieldEdited(editor, &EditorFields::Text13, "Changed", texts);
-  EXPECT_EQ(Accept(editor, catalogue, texts), MapAndLists);
+  EXPECT_EQ(Accept(editor, catalogue, history, texts), MapAndLists);
   ASSERT_EQ(StoredCount(), 3u);
   EXPECT_EQ(Stored(1).Name, "First");
   EXPECT_EQ(Stored(2).Name, "Changed");
@@ -206,7 +207,7 @@ TEST_F(EditorTest, ReplacesTheAreaAtOKAndShowsIt) {
 TEST_F(EditorTest, ShowsAnAreaAgainThatWasMarkedBeforeItWasOpened) {
   OpenStored({.Editing = true});
   EXPECT_FALSE(editor.WorkArea.Editing);
-  Accept(editor, catalogue, texts);
+  Accept(editor, catalogue, history, texts);
   EXPECT_FALSE(Stored(1).Editing);
 }
 
@@ -215,7 +216,7 @@ TEST_F(EditorTest, ReadsThePositionOfEachTypeBackWithTwoDecimals) {
     Open(type);
     Click(1.236, 2.344);
     EXPECT_EQ(editor.WorkArea.X, 1.236) << "until OK";
-    Accept(editor, catalogue, texts);
+    Accept(editor, catalogue, history, texts);
     EXPECT_EQ(Stored(StoredCount()).X, 1.24);
     EXPECT_EQ(Stored(StoredCount()).Y, 2.34);
   }
@@ -224,7 +225,7 @@ TEST_F(EditorTest, ReadsThePositionOfEachTypeBackWithTwoDecimals) {
 
 TEST_F(EditorTest, ReadsTheRadiusBackWithTwoDecimalsWhateverTheType) {
   OpenStored({.Type = AreaType::Region, .Radius = 3.14159, .X = 7.777});
-  Accept(editor, catalogue, texts);
+  Accept(editor, catalogue, history, texts);
   EXPECT_EQ(Stored(1).Radius, 3.14);
   EXPECT_EQ(Stored(1).X, 7.777) << "a region has no position";
 }
@@ -255,7 +256,7 @@ TEST_F(EditorTest, LeavesTheListsAloneWhenItCameFromTheMenu) {
   EXPECT_EQ(Cancel(editor, catalogue), Changed::Map);
   EXPECT_EQ(StoredCount(), 0u);
   PopulateFromNewIconMenu(editor, catalogue, 1, 1, 2, texts);
-  EXPECT_EQ(Accept(editor, catalogue, texts), Changed::Map);
+  EXPECT_EQ(Accept(editor, catalogue, history, texts), Changed::Map);
   EXPECT_EQ(StoredCount(), 1u);
 }
 
@@ -267,12 +268,12 @@ TEST_F(EditorTest, EndsInPeaceWhenItsAreaOrGroupIsGone) {
   EXPECT_FALSE(editor.Open);
   OpenStored({});
   catalogue.AreaGroups[1].Areas.Remove(2);
-  Accept(editor, catalogue, texts);
+  Accept(editor, catalogue, history, texts);
   ASSERT_EQ(StoredCount(), 1u);
   EXPECT_EQ(Stored(1).Name, "Other");
   OpenStored({});
   catalogue.AreaGroups.Clear();
-  Accept(editor, catalogue, texts);
+  Accept(editor, catalogue, history, texts);
   EXPECT_FALSE(editor.Open);
   EXPECT_EQ(catalogue.Revision, 0u);
 }
@@ -284,7 +285,7 @@ TEST_F(EditorTest, DoesNothingWhileItIsNotOpen) {
   EXPECT_EQ(GetXYFromMap(editor, texts), Changed::Nothing);
   EXPECT_EQ(TakeBack(editor, texts), Changed::Nothing);
   EXPECT_EQ(SetBulkDelete(editor, true), Changed::Nothing);
-  EXPECT_EQ(Accept(editor, catalogue, texts), Changed::Nothing);
+  EXPECT_EQ(Accept(editor, catalogue, history, texts), Changed::Nothing);
   EXPECT_EQ(Cancel(editor, catalogue), Changed::Nothing);
   EXPECT_EQ(StoredCount(), 0u);
   EXPECT_EQ(editor.WorkArea.X, 0);

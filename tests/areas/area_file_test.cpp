@@ -27,6 +27,8 @@ using testing::ElementsAre;
 
 class AreaFiles : public testing::Test {
  protected:
+  AreaHistory history;
+
   AreaFile Read(std::string_view bytes, AreaFileKind kind = AreaFileKind::Theater) const {
     // A new file each time: some file systems bring one that is written over to the disk when it is closed.
     std::filesystem::remove(folder / "a");
@@ -257,7 +259,7 @@ TEST_F(AreaFiles, GroupsWithoutAFolderAreSeenInTheTemporaryOne) {
 TEST_F(AreaFiles, ImportedGroupsAndTheirFoldersComeAtTheEnd) {
   AreaCatalogue catalogue = SampleAreas();
   const std::string bytes = Exported(catalogue);
-  EXPECT_EQ(AppendAreas(catalogue, Read(bytes, AreaFileKind::Export)), 0U);
+  EXPECT_EQ(AppendAreas(catalogue, history, Read(bytes, AreaFileKind::Export)), 0U);
   ASSERT_EQ(catalogue.AreaFolders.UpperBound(), 7U);
   EXPECT_EQ(catalogue.AreaFolders[6].Name, "Folder 5") << "appended whatever its name";
   EXPECT_EQ(catalogue.AreaFolders[6].Visible, 7);
@@ -273,15 +275,20 @@ TEST_F(AreaFiles, ImportedGroupsAndTheirFoldersComeAtTheEnd) {
   former.AreaGroups.Resize(6);
   former.AreaFolders.Resize(5);
   EXPECT_TRUE(GoldenFile(former, Golden::V3) == GoldenFile(SampleAreas(), Golden::V3));
-  EXPECT_EQ(AppendAreas(catalogue, Read(bytes, AreaFileKind::Export)), 0U);
+  EXPECT_EQ(AppendAreas(catalogue, history, Read(bytes, AreaFileKind::Export)), 0U);
   EXPECT_EQ(catalogue.AreaFolders.UpperBound(), 9U);
+  // Each import is taken back as a whole.
+  EXPECT_TRUE(history.Undo(catalogue).Done);
+  EXPECT_TRUE(history.Undo(catalogue).Done);
+  EXPECT_FALSE(history.Undo(catalogue).Done);
+  EXPECT_TRUE(GoldenFile(catalogue, Golden::V3) == GoldenFile(SampleAreas(), Golden::V3));
 }
 
 TEST_F(AreaFiles, ImportedFoldersThatNoGroupIsInStayAway) {
   AreaCatalogue sample = SampleAreas();
   sample.AreaGroups.Resize(1);
   AreaCatalogue catalogue;
-  AppendAreas(catalogue, Read(GoldenFile(sample, Golden::Export), AreaFileKind::Export));
+  AppendAreas(catalogue, history, Read(GoldenFile(sample, Golden::Export), AreaFileKind::Export));
   ASSERT_EQ(catalogue.AreaFolders.UpperBound(), 1U);
   EXPECT_EQ(catalogue.AreaFolders[1].Name, "Folder 5");
 }
@@ -292,8 +299,8 @@ TEST_F(AreaFiles, ImportedGroupsWithoutAFolderAreSeenInTheTemporaryOne) {
   for (AreaGroup& group : sample.AreaGroups.Live()) group.FolderIndex = group.Areas.Empty() ? 0 : 6;
   const AreaFile file = Read(GoldenFile(sample, Golden::Export), AreaFileKind::Export);
   AreaCatalogue catalogue;
-  EXPECT_EQ(AppendAreas(catalogue, file), 3U);
-  EXPECT_EQ(AppendAreas(catalogue, file), 3U);
+  EXPECT_EQ(AppendAreas(catalogue, history, file), 3U);
+  EXPECT_EQ(AppendAreas(catalogue, history, file), 3U);
   ASSERT_EQ(catalogue.AreaFolders.UpperBound(), 1U);
   EXPECT_EQ(catalogue.AreaFolders[1].Name, "Temporary Folder");
   for (const AreaGroup& group : catalogue.AreaGroups.Live()) EXPECT_EQ(group.FolderIndex, 1);

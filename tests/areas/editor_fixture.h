@@ -49,6 +49,7 @@ class EditorTest : public testing::Test {
 
   FixedTexts texts;
   AreaCatalogue catalogue;
+  AreaHistory history;
   AreaEditor editor;
 };
 
