@@ -1,6 +1,5 @@
 #include "shell/frame/bullseye_windows.h"
 
-#include <QAction>
 #include <QMenuBar>
 
 #include "core/catalogue_edits.h"
@@ -56,7 +55,7 @@ void BullseyeWindows::DetailsClosed(bool fromMap) {
 
 void BullseyeWindows::HoldMenus(bool held) {
   frame.menuBar()->setEnabled(!held);
-  frame.findChild<QAction*>(QStringLiteral("mnuSetNewBulls"))->setEnabled(!held);
+  for (const char* entry : {"mnuSetNewBulls", "mnuAddnewIconArea"}) frame.Hold(entry, *this, held);
 }
 
 }  // namespace kestrel::shell

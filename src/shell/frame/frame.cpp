@@ -9,6 +9,7 @@
 #include <QStyle>
 
 #include "base/failure.h"
+#include "core/area_rescue.h"
 #include "core/side_files.h"
 #include "core/tapes.h"
 #include "core/tell.h"
@@ -37,6 +38,8 @@ constexpr QSize StartSize(1280, 800);
 /// For so long no window of ours is active before another program counts as being in front, milliseconds: between two
 /// windows of ours there is such a moment too.
 constexpr int AwayMs = 150;
+/// How often is looked whether something is to be rescued, milliseconds.
+constexpr int RescueMs = 1000;
 
 QString ItemName(const char* row, std::size_t index) {
   return QString::fromLatin1(row) + u'_' + QString::number(index);
@@ -75,6 +78,11 @@ MDIForm1::MDIForm1(core::Program& running, ModalCount& dialogs) : program(runnin
   }
   connect(&tools->The<ClientsFrm>(), &ClientsFrm::PopUp3Asked, this,
           [this](const QPoint& place) { PopUp("PopUp3").popup(place); });
+  rescue.setInterval(RescueMs);
+  connect(&rescue, &QTimer::timeout, this, [this] {
+    if (!closing) Guarded(program.Log, "RescueAreas", [this] { core::RescueAreas(program); });
+  });
+  rescue.start();
   left.setSingleShot(true);
   left.setInterval(AwayMs);
   connect(&left, &QTimer::timeout, this, [this] {
@@ -192,9 +200,8 @@ void MDIForm1::ShowTape() {
   Entry("mnuStartRec").setEnabled(core::MayRecord(program));
   Entry("mnuStopRecording").setEnabled(tapes.Recorder.Recording());
   Entry("mnuConnection").setEnabled(!tapes.Player.State().Loaded());
-  if (bullseyeFromTape == tapes.Bullseye.has_value()) return;
-  bullseyeFromTape = tapes.Bullseye.has_value();
-  DisableBullsAction(!bullseyeFromTape);
+  // While a tape plays that has one, the bullseye is its own.
+  for (const char* entry : {"mnuBullseyes", "mnuSetNewBulls"}) Hold(entry, *this, tapes.Bullseye.has_value());
 }
 
 void MDIForm1::ShowZoom() { strip->ShowZoom(FromBytes(map::ZoomText(program.State.View))); }
@@ -288,9 +295,14 @@ void MDIForm1::ModifyTheaters() {
   RunDialog(theaters, modal);
 }
 
-void MDIForm1::DisableBullsAction(bool enabled) {
-  Entry("mnuBullseyes").setEnabled(enabled);
-  Entry("mnuSetNewBulls").setEnabled(enabled);
+void MDIForm1::Hold(const char* entry, const QObject& holder, bool held) {
+  QSet<const QObject*>& all = holders[QString::fromLatin1(entry)];
+  if (held) {
+    all.insert(&holder);
+  } else {
+    all.remove(&holder);
+  }
+  Entry(entry).setEnabled(all.isEmpty());
 }
 
 void MDIForm1::SetCenterOfMap() { map->Picture().SetCenterOfScreen(); }
@@ -306,7 +318,7 @@ void MDIForm1::Withhold(core::ToolWindow which, bool withheld) {
   tools->Withhold(which, withheld);
   strip->Check(which).setEnabled(!withheld);
   for (const ToolEntry& entry : ToolEntries()) {
-    if (entry.Which == which) Entry(entry.Menu).setEnabled(!withheld);
+    if (entry.Which == which) Hold(entry.Menu, *tools, withheld);
   }
 }
 

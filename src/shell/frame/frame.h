@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QHash>
 #include <QMainWindow>
+#include <QSet>
 #include <QTimer>
 #include <memory>
 #include <span>
@@ -55,8 +57,8 @@ class MDIForm1 final : public QMainWindow {
   void ChangePort();
   void EditPhonebook();
   void ModifyTheaters();
-  /// Enables or disables the choice and the making of bullseyes: while a tape plays, they come from it.
-  void DisableBullsAction(bool enabled);
+  /// Disables a menu entry for as long as anybody holds it.
+  void Hold(const char* entry, const QObject& holder, bool held);
   /// Holds a floating window back while another window works on what it shows: it is hidden, its button and its menu
   /// entry are disabled; or gives it back as it was.
   void Withhold(core::ToolWindow which, bool withheld);
@@ -107,9 +109,10 @@ class MDIForm1 final : public QMainWindow {
   std::unique_ptr<ToolWindows> tools;
   EnterKey enter;
   FocusFilter focus;
-  QTimer left;  ///< runs while no window of ours is active
+  QTimer rescue;  ///< now and then, for what a crash would lose
+  QTimer left;    ///< runs while no window of ours is active
   bool closing = false;
-  bool bullseyeFromTape = false;  ///< the actions of the bullseyes are disabled
+  QHash<QString, QSet<const QObject*>> holders;  ///< of menu entries, by their names
 };
 
 }  // namespace kestrel::shell

@@ -350,10 +350,16 @@ TEST_F(Bullseyes, CampaignFileThatCannotBeReadLeavesTheList) {
 }
 
 TEST_F(Bullseyes, TapesTakeTheChoiceAway) {
-  Frame().DisableBullsAction(false);
+  station.Tapes.Bullseye.emplace();
+  windows.Refresh(base::Changed::Tape);
   EXPECT_FALSE(Action("mnuBullseyes").isEnabled());
   EXPECT_FALSE(Action("mnuSetNewBulls").isEnabled());
-  Frame().DisableBullsAction(true);
+  // Nor does another holder give it back.
+  Frame().Hold("mnuSetNewBulls", Frame().Tools(), true);
+  Frame().Hold("mnuSetNewBulls", Frame().Tools(), false);
+  EXPECT_FALSE(Action("mnuSetNewBulls").isEnabled());
+  station.Tapes.Bullseye.reset();
+  windows.Refresh(base::Changed::Tape);
   EXPECT_TRUE(Action("mnuBullseyes").isEnabled());
   EXPECT_TRUE(Action("mnuSetNewBulls").isEnabled());
 }
