@@ -1,6 +1,7 @@
 #include "shell/frame/menu_table.h"
 
 #include "core/area_exchange.h"
+#include "core/mission_areas.h"
 #include "shell/frame/bullseye_windows.h"
 #include "shell/frame/frame.h"
 
@@ -93,7 +94,8 @@ constexpr MenuEntry MenuBar[] = {
     {"mnuImportObjectives", "Import Ob&jectives", "mnuFalconTools", Later},
     {"mnuGetBullseyFromTac", "Get Bu&llseye from tac/cam/trn", "mnuFalconTools", Runs,
      [](MDIForm1& frame) { frame.Bullseyes().GetFromCampaignFile(); }},
-    {"mnuImportFalconINI", "Import Areas from Falcon INI files", "mnuFalconTools", Later},
+    {"mnuImportFalconINI", "Import Areas from Falcon INI files", "mnuFalconTools", Runs,
+     [](MDIForm1& frame) { core::ImportMissionAreas(frame.Program()); }},
 
     {"mnuHelp", "Hel&p", "", Submenu},
     {"mnuOnlineDocs", "Online Do&cuments", "mnuHelp", Runs, [](MDIForm1& frame) { frame.OpenOnlineDocs(); }},

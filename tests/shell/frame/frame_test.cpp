@@ -113,8 +113,8 @@ TEST_F(FrameWindow, EveryMenuHasItsEntriesInOrderWithTheirCaptions) {
 }
 
 TEST_F(FrameWindow, EntriesOfWindowsThatAreNotThereAreDisabled) {
-  for (const char* name : {"mnuImportNewTheater", "mnuImportObjectives", "mnuImportFalconINI", "mnuAddnewIconArea",
-                           "mnuTuneUHF", "mnuTuneVHF"}) {
+  for (const char* name :
+       {"mnuImportNewTheater", "mnuImportObjectives", "mnuAddnewIconArea", "mnuTuneUHF", "mnuTuneVHF"}) {
     EXPECT_FALSE(Action(name).isEnabled()) << name;
   }
 }
@@ -126,6 +126,17 @@ TEST_F(FrameWindow, AreasAreImportedAndExportedFromTheMenu) {
   Action("mnuExportSelectedAreas").trigger();
   ASSERT_EQ(desk.Boxes.size(), 1U);
   EXPECT_EQ(desk.Boxes[0].Text, "No Area was selected for export...");
+}
+
+TEST_F(FrameWindow, MissionAreasAreImported) {
+  Write("m.ini", "[MISSION]\r\ntitle=Strike\r\n[STPT]\r\ntarget_0=1,1,1,1\r\n");
+  desk.FileAnswers.push_back(folder.filePath(QStringLiteral("m.ini")).toStdString());
+  const std::uint64_t draws = Picture().MapDraws();
+  ASSERT_TRUE(Action("mnuImportFalconINI").isEnabled());
+  Action("mnuImportFalconINI").trigger();
+  ASSERT_EQ(station.Areas.AreaFolders.UpperBound(), 1u);
+  EXPECT_EQ(station.Areas.AreaFolders[1].Name, "Strike");
+  EXPECT_EQ(Picture().MapDraws(), draws + 1);
 }
 
 TEST_F(FrameWindow, EntriesWithoutActionAreEnabledAndDoNothing) {
