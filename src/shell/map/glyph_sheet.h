@@ -3,6 +3,7 @@
 #include <QFont>
 #include <array>
 #include <string>
+#include <utility>
 
 #include "map/surface.h"
 #include "shell/map/sprite.h"
@@ -32,9 +33,15 @@ class GlyphSheet {
   int LineHeight() const { return ascent + descent; }
   const Glyph& At(char byte) {
     Glyph& glyph = glyphs[static_cast<unsigned char>(byte)];
-    if (!glyph.Made) Make(byte, glyph);
+    if (!glyph.Made) {
+      Make(byte, glyph);
+      grown += glyph.Shape.Ink.size() * sizeof(InkBlock);
+    }
     return glyph;
   }
+
+  /// How much memory its shapes have taken since the last call, bytes.
+  std::size_t TakeGrowth() { return std::exchange(grown, 0); }
 
  private:
   void Make(char byte, Glyph& glyph) const;
@@ -43,6 +50,7 @@ class GlyphSheet {
   map::TextFont wanted;  ///< its Name is not used: `name` owns the text
   QFont font;
   QImage device;  ///< one pixel, with the resolution that sizes the font
+  std::size_t grown = 0;
   int ascent = 0;
   int descent = 0;
   std::array<Glyph, 256> glyphs;

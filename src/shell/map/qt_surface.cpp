@@ -13,8 +13,9 @@ namespace kestrel::shell {
 namespace {
 
 constexpr QRgb Graphite = 0xFF14171A;
-/// Fonts kept at the same time; with more, all are made anew.
-constexpr std::size_t MostSheets = 64;
+/// Fonts kept at the same time, and the bytes of their shapes; with more, all are made anew.
+constexpr std::size_t MostSheets = 256;
+constexpr std::size_t MostInk = std::size_t{128} << 20;
 /// Small circles kept at the same time, and the largest that is, device pixels.
 constexpr std::size_t MostRings = 64;
 constexpr double LargestRing = 48;
@@ -90,7 +91,7 @@ void QtSurface::Resize(QSize pixels, double devicePixelRatio) {
   for (PaintedCells* cells : {&painted, &fresh, &restored}) cells->Reset(image.size());
   restored.MarkAll();
 
-  sheets.clear();
+  DropSheets();
   rings.clear();
   const int radius = std::max(1, static_cast<int>(std::lround(ratio)));
   dotHalfWidths.clear();
@@ -354,12 +355,19 @@ void QtSurface::Blit(const Sprite& sprite, int x, int y, std::uint32_t colour) {
   }
 }
 
+void QtSurface::DropSheets() {
+  sheets.clear();
+  sheetBytes = 0;
+}
+
 GlyphSheet& QtSurface::Sheet(const map::TextFont& font) {
+  if (lastSheet < sheets.size()) sheetBytes += sheets[lastSheet]->TakeGrowth();
+  if (sheetBytes > MostInk) DropSheets();
   if (lastSheet < sheets.size() && sheets[lastSheet]->Holds(font)) return *sheets[lastSheet];
   for (lastSheet = 0; lastSheet < sheets.size(); ++lastSheet) {
     if (sheets[lastSheet]->Holds(font)) return *sheets[lastSheet];
   }
-  if (sheets.size() >= MostSheets) sheets.clear();
+  if (sheets.size() >= MostSheets) DropSheets();
   lastSheet = sheets.size();
   return *sheets.emplace_back(std::make_unique<GlyphSheet>(font, ratio));
 }

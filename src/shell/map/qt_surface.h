@@ -109,7 +109,9 @@ class QtSurface final : public map::Surface {
   /// Marks the part of `box` within the image; false when there is none.
   bool MarkSeen(const QRectF& box);
   const Sprite& RingShape(double radius, double fromDegrees, double toDegrees, int drawWidth);
+  /// Good until the next call.
   GlyphSheet& Sheet(const map::TextFont& font);
+  void DropSheets();
 
   double ratio = 1;         ///< devicePixelRatio
   double scale = 1.0 / 15;  ///< device pixels to the unit
@@ -124,6 +126,7 @@ class QtSurface final : public map::Surface {
   PictureLevels levels;
   std::vector<std::unique_ptr<GlyphSheet>> sheets;  ///< one for each font in use
   std::size_t lastSheet = 0;                        ///< used last, and so most likely next
+  std::size_t sheetBytes = 0;                       ///< bytes of the shapes of all sheets
   std::vector<Ring> rings;
   std::vector<int> dotHalfWidths;  ///< of the rows of a dot, from its top
 };

@@ -202,7 +202,7 @@ TEST_F(AreasOnMap, HostileAreasLeaveTheOthersAlone) {
     Area& text = stored.Append({.Type = AreaType::Text});
     text.Text = "Each in a font of its own";
     text.TextFont.Name = "Font " + std::to_string(font);
-    text.TextFont.Size = 200;
+    text.TextFont.Size = 40;
     text.X = 1000;
     text.MaxX = text.MaxY = 400;
   }
@@ -226,19 +226,20 @@ TEST(CirclesOfTheMap, ALargeOneStandsWhereItShouldHoweverLargeItIs) {
         const QPointF centre = QPointF(100, 80) + towards * radius;
         QtSurface surface = Made({200, 160}, ratio);
         surface.Circle(centre.x() * 15, centre.y() * 15, radius * 15, {.Color = 255, .Style = map::PenStyle::Solid});
-        const QRegion ring = Painted(surface.Image());
+        const QImage& image = surface.Image();
+        bool met = false;
         int found = 0;
         for (int y = 0; y < surface.Image().height(); ++y) {
           for (int x = 0; x < surface.Image().width(); ++x) {
             const double off = std::hypot(x - centre.x() * ratio, y - centre.y() * ratio) - radius * ratio;
-            if (ring.contains(QPoint(x, y))) {
+            if (image.pixel(x, y) != Ground.rgb()) {
               ASSERT_LE(std::abs(off), 1 + ratio) << radius << ' ' << x << ' ' << y;
               ++found;
+              met |= std::abs(x - 100 * ratio) <= 2 && std::abs(y - 80 * ratio) <= 2;
             }
           }
         }
-        EXPECT_TRUE(
-            ring.intersects(QRect(QPointF(100 * ratio, 80 * ratio).toPoint(), QSize(1, 1)).adjusted(-2, -2, 2, 2)));
+        EXPECT_TRUE(met) << radius << ' ' << ratio;
         // From edge to edge: at least as many pixels as the surface is high.
         EXPECT_GE(found, surface.Image().height() - 1) << radius << ' ' << ratio;
         surface.Restore();
@@ -304,6 +305,36 @@ TEST(SegmentsOfTheMap, AreThePolygonsOfTwo) {
       }
     }
   }
+}
+
+TEST(TextsOfTheMap, AreTheSameHoweverManyFontsHaveBeenUsed) {
+  QtSurface surface = Made({400, 100}, 1);
+  const map::TextFont font{.Name = "MS Sans Serif", .Size = 20};
+  surface.Print("FLOT", 15, 15, font, 255);
+  const QImage before = surface.Image().copy();
+  surface.Restore();
+  for (int other = 0; other < 600; ++other) {
+    const std::string name = "Font " + std::to_string(other);
+    const map::TextFont used{.Name = name, .Size = static_cast<float>(8 + other % 5)};
+    EXPECT_GT(surface.Measure("x", used).Width, 0);
+  }
+  // Some hundreds of large letters are more than is kept.
+  for (int other = 0; other < 30; ++other) {
+    const map::TextFont large{.Name = "MS Sans Serif", .Size = 200 - static_cast<float>(other)};
+    surface.Print("ABCDEFGHIJKLMNOPQRSTUVWXYZ@#%&", 15, 15, large, 255);
+  }
+  surface.Restore();
+  surface.Print("FLOT", 15, 15, font, 255);
+  EXPECT_TRUE(SamePixels(surface.Image(), before));
+}
+
+TEST(TextsOfTheMap, ASheetTellsWhatItHasTakenOnce) {
+  GlyphSheet sheet({.Name = "MS Sans Serif", .Size = 8}, 1);
+  EXPECT_EQ(sheet.TakeGrowth(), 0U);
+  sheet.At('M');
+  EXPECT_GE(sheet.TakeGrowth(), sizeof(InkBlock));
+  sheet.At('M');
+  EXPECT_EQ(sheet.TakeGrowth(), 0U);
 }
 
 class AreasOfTheStation : public StationTest {};
