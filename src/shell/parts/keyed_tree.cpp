@@ -1,7 +1,9 @@
 #include "shell/parts/keyed_tree.h"
 
+#include <QGuiApplication>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QPalette>
 #include <QStyledItemDelegate>
 #include <QTreeView>
 #include <algorithm>
@@ -23,6 +25,8 @@ class LimitedText final : public QStyledItemDelegate {
  private:
   int limit;
 };
+
+bool Blank(const KeyedTree::Row& row) { return !row.Instead.isEmpty() && row.Text.trimmed().isEmpty(); }
 
 }  // namespace
 
@@ -160,7 +164,7 @@ void KeyedTree::Update(std::vector<Row> fresh) {
     const Row& now = rows[static_cast<std::size_t>(node)];
     const Row& before = fresh[static_cast<std::size_t>(node)];
     return now.Check != before.Check || now.Image != before.Image || now.Renames != before.Renames ||
-           now.Drags != before.Drags || now.Text != before.Text;
+           now.Drags != before.Drags || now.Text != before.Text || now.Instead != before.Instead;
   };
   for (const Place& place : places) {
     const auto begin = order.begin() + place.FirstChild;
@@ -217,11 +221,15 @@ QVariant KeyedTree::data(const QModelIndex& at, int role) const {
   const Row& row = RowAt(at);
   switch (role) {
     case Qt::DisplayRole:
+      return Blank(row) ? row.Instead : row.Text;
     case Qt::EditRole:
       return row.Text;
+    case Qt::ForegroundRole:
+      if (!Blank(row)) return {};
+      return QGuiApplication::palette().brush(QPalette::PlaceholderText);
     case Qt::ToolTipRole:
       // A tip takes for markup what looks like it, so it is given markup.
-      return QString(QStringLiteral("<span>") + row.Text.toHtmlEscaped() + QStringLiteral("</span>"));
+      return QString(QStringLiteral("<span>") + at.data().toString().toHtmlEscaped() + QStringLiteral("</span>"));
     case Qt::DecorationRole:
       if (row.Image < 1 || static_cast<std::size_t>(row.Image) > images.size()) return {};
       return images[static_cast<std::size_t>(row.Image) - 1];
@@ -258,7 +266,8 @@ bool KeyedTree::Rename(const QModelIndex& at, const QString& text) {
   if (!rename || renaming || !RowAt(at).Renames) return false;
   const QString key = RowAt(at).Key;
   const QString taken = text.left(renameLimit);
-  if (taken == RowAt(at).Text) return true;
+  // Nor is a text changed that has merely been looked at and is longer than a new one can be.
+  if (taken == RowAt(at).Text.left(renameLimit)) return true;
   const unsigned before = refreshes;
   renaming = true;
   const bool accepted = rename(key, taken);

@@ -34,6 +34,7 @@ class KeyedTree final : public QAbstractItemModel {
     Mark Check = Mark::None;
     bool Renames = false;  ///< its text can be edited in place
     bool Drags = false;    ///< it can be dragged
+    QString Instead = {};  ///< shown, muted, where the text is blank, so that the node is seen; never edited
   };
 
   /// The person has set (`on`) or taken away the mark of a node. False: the mark stays as it was.

@@ -110,6 +110,19 @@ TEST_F(Tree, ChildrenStandUnderTheirParentInTheOrderOfTheRows) {
   EXPECT_FALSE(At("C2").parent().isValid());
 }
 
+TEST_F(Tree, BlankTextIsShownByWhatStandsForItAndEditedAsItIs) {
+  std::vector<Row> rows = Folders();
+  rows[0].Instead = Word("(none)");
+  rows[1].Instead = Word("(none)");
+  rows[1].Text = Word("  ");
+  tree.Refresh(rows);
+  EXPECT_EQ(TextOf("C1"), Word("First"));
+  EXPECT_FALSE(At("C1").data(Qt::ForegroundRole).isValid());
+  EXPECT_EQ(TextOf("C2"), Word("(none)"));
+  EXPECT_TRUE(At("C2").data(Qt::ForegroundRole).isValid()) << "muted";
+  EXPECT_EQ(At("C2").data(Qt::EditRole).toString(), Word("  "));
+}
+
 TEST_F(Tree, GoesAsDeepAsItsRows) {
   tree.Refresh({{Word("R"), {}}, {Word("A"), {}, 0}, {Word("U"), {}, 1}, {Word("V"), {}, 1}});
   EXPECT_EQ(ChildrenOf("A"), Word("U V"));
@@ -186,6 +199,20 @@ TEST_F(Tree, NodeWithoutAMarkGetsNone) {
   tree.SetMark(Word("D3"), true);
   EXPECT_EQ(told, QStringList());
   EXPECT_EQ(tree.MarkOf(Word("D3")), Mark::None);
+}
+
+TEST_F(Tree, TextTooLongToBeTypedIsNotCutByALookAtIt) {
+  std::vector<Row> rows = Folders();
+  rows[0].Text = Word("Longer than five");
+  tree.Refresh(rows);
+  Stand("C1");
+  QTest::keyClick(view.viewport(), Qt::Key_F2);
+  auto* editor = view.findChild<QLineEdit*>();
+  ASSERT_NE(editor, nullptr);
+  QTest::keyClick(editor, Qt::Key_Return);
+  ASSERT_TRUE(QTest::qWaitFor([this] { return view.findChild<QLineEdit*>() == nullptr; }));
+  EXPECT_EQ(told, QStringList());
+  EXPECT_EQ(TextOf("C1"), Word("Longer than five"));
 }
 
 TEST_F(Tree, HandlerThatRefreshesHasTheLastWord) {
