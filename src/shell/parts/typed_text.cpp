@@ -19,14 +19,6 @@ QString Named(char32_t letter) {
   return QStringLiteral("U+%1").arg(static_cast<uint>(letter), 4, 16, QLatin1Char('0')).toUpper();
 }
 
-QString Sentence(const QStringList& characters) {
-  QString named = characters.mid(0, MostNamed).join(QStringLiteral(", "));
-  if (characters.size() > MostNamed) named += QStringLiteral(" and %1 more").arg(characters.size() - MostNamed);
-  return (characters.size() == 1 ? QStringLiteral("This character cannot be used here: ")
-                                 : QStringLiteral("These characters cannot be used here: ")) +
-         named + u'.';
-}
-
 }  // namespace
 
 QStringList UnheldCharacters(const QString& text) {
@@ -40,10 +32,19 @@ QStringList UnheldCharacters(const QString& text) {
   return unheld;
 }
 
+QString UnheldSentence(const QStringList& characters) {
+  if (characters.isEmpty()) return {};
+  QString named = characters.mid(0, MostNamed).join(QStringLiteral(", "));
+  if (characters.size() > MostNamed) named += QStringLiteral(" and %1 more").arg(characters.size() - MostNamed);
+  return (characters.size() == 1 ? QStringLiteral("This character cannot be used here: ")
+                                 : QStringLiteral("These characters cannot be used here: ")) +
+         named + u'.';
+}
+
 std::optional<std::string> TakeText(QLineEdit& field, QLabel& refused) {
   const QStringList unheld = UnheldCharacters(field.text());
   refused.setTextFormat(Qt::PlainText);
-  refused.setText(unheld.isEmpty() ? QString() : Sentence(unheld));
+  refused.setText(UnheldSentence(unheld));
   refused.setVisible(!unheld.isEmpty());
   if (unheld.isEmpty()) return ToBytes(field.text());
   field.setFocus();

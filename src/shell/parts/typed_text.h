@@ -16,6 +16,9 @@ namespace kestrel::shell {
 /// given as its number, "U+200B".
 QStringList UnheldCharacters(const QString& text);
 
+/// The sentence that names them, "This character cannot be used here: x."; empty when there are none.
+QString UnheldSentence(const QStringList& characters);
+
 /// What stands in `field` as bytes of the code page; `refused` is hidden then. Nothing when the code page does not hold
 /// all of it: `refused` names the characters in a sentence, and the field, left as it was typed, has the keyboard.
 std::optional<std::string> TakeText(QLineEdit& field, QLabel& refused);
