@@ -80,6 +80,48 @@ void PaintEject(QPainter& painter) {
   painter.drawLine(QPointF(3, 12.5), QPointF(13, 12.5));
 }
 
+void PaintToTop(QPainter& painter) {
+  painter.drawLine(QPointF(3, 3), QPointF(13, 3));
+  painter.drawLine(QPointF(8, 13.5), QPointF(8, 6));
+  const QPointF head[] = {{4.2, 9.8}, {8, 6}, {11.8, 9.8}};
+  painter.drawPolyline(head, std::size(head));
+}
+
+void PaintAreaFolder(QPainter& painter) {
+  const QPointF folder[] = {{2, 13}, {2, 3.5}, {6.2, 3.5}, {7.7, 5.5}, {14, 5.5}, {14, 13}};
+  painter.drawPolygon(folder, std::size(folder));
+}
+
+void PaintAreaGroup(QPainter& painter) {
+  painter.drawRect(QRectF(2.5, 5.5, 8, 8));
+  const QPointF behind[] = {{5.5, 5.5}, {5.5, 2.5}, {13.5, 2.5}, {13.5, 10.5}, {10.5, 10.5}};
+  painter.drawPolyline(behind, std::size(behind));
+}
+
+void PaintRegion(QPainter& painter) {
+  const QPointF corners[] = {{2.5, 6}, {9, 2.5}, {13.5, 7.5}, {10.5, 13.5}, {4.5, 12}};
+  painter.drawPolygon(corners, std::size(corners));
+}
+
+void PaintMapIcon(QPainter& painter) {
+  painter.drawLine(QPointF(8, 2.5), QPointF(8, 13.5));
+  painter.drawLine(QPointF(2.5, 8), QPointF(13.5, 8));
+  painter.drawEllipse(QPointF(8, 8), 3, 3);
+}
+
+void PaintText(QPainter& painter) {
+  const QPointF top[] = {{3.5, 5}, {3.5, 3}, {12.5, 3}, {12.5, 5}};
+  painter.drawPolyline(top, std::size(top));
+  painter.drawLine(QPointF(8, 3), QPointF(8, 13));
+  painter.drawLine(QPointF(6, 13), QPointF(10, 13));
+}
+
+void PaintFlightPlan(QPainter& painter) {
+  const QPointF points[] = {{3, 12.5}, {6, 5}, {10.5, 9.5}, {13, 3.5}};
+  painter.drawPolyline(points, std::size(points));
+  for (const QPointF& point : points) Dot(painter, point, 1.6);
+}
+
 void PaintIcon(QPainter& painter, IconKind kind) {
   switch (kind) {
     case IconKind::Clients:
@@ -140,6 +182,27 @@ void PaintIcon(QPainter& painter, IconKind kind) {
       return;
     case IconKind::Eject:
       return PaintEject(painter);
+    case IconKind::ToTop:
+      return PaintToTop(painter);
+    case IconKind::ToBottom:
+      painter.translate(0, Field);
+      painter.scale(1, -1);
+      return PaintToTop(painter);
+    case IconKind::AreaFolder:
+      return PaintAreaFolder(painter);
+    case IconKind::AreaGroup:
+      return PaintAreaGroup(painter);
+    case IconKind::Region:
+      return PaintRegion(painter);
+    case IconKind::Circle:
+      painter.drawEllipse(QPointF(8, 8), 5.5, 5.5);
+      return;
+    case IconKind::MapIcon:
+      return PaintMapIcon(painter);
+    case IconKind::Text:
+      return PaintText(painter);
+    case IconKind::FlightPlan:
+      return PaintFlightPlan(painter);
   }
 }
 
@@ -153,8 +216,9 @@ class LineIconEngine final : public QIconEngine {
     painter->translate(rect.topLeft());
     painter->scale(rect.width() / Field, rect.height() / Field);
     const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
-    painter->setPen(QPen(QGuiApplication::palette().color(group, QPalette::ButtonText), Stroke, Qt::SolidLine,
-                         Qt::RoundCap, Qt::RoundJoin));
+    const auto tone = mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::ButtonText;
+    painter->setPen(
+        QPen(QGuiApplication::palette().color(group, tone), Stroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     PaintIcon(*painter, kind);
     painter->restore();
   }

@@ -23,7 +23,16 @@ enum class IconKind {
   OpenFile,
   Pause,
   Stop,
-  Eject
+  Eject,
+  ToTop,
+  ToBottom,
+  AreaFolder,
+  AreaGroup,
+  Region,
+  Circle,
+  MapIcon,
+  Text,
+  FlightPlan
 };
 
 /// An icon of one stroke weight, drawn at the size and in the text colour that are asked of it, so that it is sharp at
