@@ -57,6 +57,9 @@ base::Changed SetCenterOfScreen(ViewState& view);
 base::Changed MoveScreen(ViewState& view, std::int32_t direction);
 /// Resolution 1 and the centre of the theater. The caller then moves the pointer (CenteredPointer).
 base::Changed ResetZoomAndCenter(ViewState& view);
+/// Centres on a part of the map, map units (Y north), within the theater. The zoom stays, unless the part would not fit
+/// on the surface: then it fits with some room around it, as far as the zoom goes.
+base::Changed ShowPart(ViewState& view, double minX, double minY, double maxX, double maxY);
 /// Shows saved view `slot`, 1 to 3.
 base::Changed SetViewShortcut(ViewState& view, std::int16_t slot);
 /// Stores the present view in `slot`, 1 to 3.

@@ -145,6 +145,21 @@ Changed MoveScreen(ViewState& view, std::int32_t direction) {
 
 Changed ResetZoomAndCenter(ViewState& view) { return MoveScreen(view, 5) | ResetResolution(view); }
 
+Changed ShowPart(ViewState& view, double minX, double minY, double maxX, double maxY) {
+  constexpr double taken = 0.9;  // of the surface, by a part that fills it
+  const Point centre = ViewFromMap(view, (minX + maxX) / 2, (minY + maxY) / 2);
+  view.ViewCenterX = centre.X;
+  view.ViewCenterY = centre.Y;
+  ClampCentre(view);
+  double resolution = view.Resolution;
+  const auto fit = [&resolution](double surface, double part) {
+    if (part > 0 && surface > 0) resolution = std::min(resolution, taken * surface / part);
+  };
+  fit(view.SurfaceWidth, (maxX - minX) * UnitsPerPixelX);
+  fit(view.SurfaceHeight, (maxY - minY) * UnitsPerPixelY);
+  return ChangeRes(view, resolution);
+}
+
 Changed SetViewShortcut(ViewState& view, std::int16_t slot) {
   if (!IsSlot(view, slot)) return Changed::Nothing;
   const ViewShort& shown = view.ViewShorts[static_cast<std::size_t>(slot - 1)];

@@ -53,6 +53,7 @@ TEST(ViewSteps, EachLeavesMarksAndPointerInPlace) {
                         [](ViewState& view) { MoveScreen(view, 4); },
                         [](ViewState& view) { SetViewShortcut(view, 2); },
                         [](ViewState& view) { ResetZoomAndCenter(view); },
+                        [](ViewState& view) { ShowPart(view, 0, 0, 900, 900); },
                         [](ViewState& view) { ResizeSurface(view, 9000, 6000); },
                         [](ViewState& view) { CentreByMiniMap(view, 5, 300, 600); }};
   for (std::size_t step = 0; step < std::size(steps); ++step) {
@@ -258,6 +259,37 @@ TEST(ResetZoomAndCenter, ShowsTheWholeTheaterAndItsSize) {
   EXPECT_EQ(view.ViewCenterY, 7680);
   EXPECT_EQ(view.MapWidth, 1024 * 15);
   EXPECT_EQ(view.MapHeight, 1024 * 15);
+}
+
+TEST(ShowPart, CentresAndKeepsTheZoomWhereItFits) {
+  ViewState view = View();
+  ChangeRes(view, 2);
+  const Changed changed = ShowPart(view, 100, 300, 200, 400);
+  EXPECT_TRUE(Has(changed, Changed::Map));
+  // 15 view units to the map unit, Y from the upper edge of 1024.
+  EXPECT_EQ(view.ViewCenterX, 150 * 15);
+  EXPECT_EQ(view.ViewCenterY, (1024 - 350) * 15);
+  EXPECT_EQ(view.Resolution, 2);
+}
+
+TEST(ShowPart, ZoomsOutUntilItFitsWithRoomAround) {
+  ViewState view = View();
+  ChangeRes(view, 2);
+  EXPECT_TRUE(Has(ShowPart(view, 0, 0, 1000, 100), Changed::Zoom));
+  EXPECT_DOUBLE_EQ(view.Resolution, 0.9 * 12000 / 15000) << "by its width";
+  ShowPart(view, 0, 0, 10, 1000);
+  EXPECT_DOUBLE_EQ(view.Resolution, 0.9 * 9000 / 15000) << "by its height";
+  ChangeRes(view, 2);
+  ShowPart(view, 500, 500, 500, 500);
+  EXPECT_EQ(view.Resolution, 2) << "a point fits anywhere";
+}
+
+TEST(ShowPart, StaysWithinTheTheaterAndTheZoom) {
+  ViewState view = View();
+  ShowPart(view, 1e9, -3e9, 3e9, -1e9);
+  EXPECT_EQ(view.ViewCenterX, 1024 * 15);
+  EXPECT_EQ(view.ViewCenterY, 1024 * 15);
+  EXPECT_EQ(view.Resolution, LeastResolution);
 }
 
 TEST(ViewShortcut, ComesBackAsItWasSaved) {
