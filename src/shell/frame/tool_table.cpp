@@ -2,6 +2,7 @@
 
 #include <iterator>
 
+#include "shell/areas/areas_frm.h"
 #include "shell/link/clients_frm.h"
 #include "shell/map/bulls_frm.h"
 #include "shell/map/curs_frm.h"
@@ -38,7 +39,7 @@ constexpr ToolEntry Entries[] = {
     {View, "ViewFrm", "OPTIONS", "Options", "chkOPtions", "mnuFOptions", IconKind::Options, New<ViewFrm>},
     {Bulls, "BullsFrm", "BULLSEYE", "Bullseye", "chkBullseye", "mnuFBullseye", IconKind::Bullseye, New<BullsFrm>},
     {Curs, "CursFrm", "CURSOR", "Cursor", "chkCursor", "mnuFCursor", IconKind::Cursor, New<CursFrm>},
-    {Areas, "AreasFrm", "AREAS", "Areas", "chkAreas", "mnuFAreas", IconKind::Areas, Empty},
+    {Areas, "AreasFrm", "AREAS", "Areas", "chkAreas", "mnuFAreas", IconKind::Areas, New<AreasFrm>},
     {Rec, "RecFrm", "PLAYBACK", "Playback", "chkPlayback", "mnuFRec", IconKind::Playback, New<RecFrm>},
     {MiniMap, "MiniMapFrm", "MINIMAP", "MiniMap", "chkMinimap", "mnuFMiniMap", IconKind::MiniMap, New<MiniMapFrm>},
     {Freq, "FreqFrm", "FREQUENCIES", "Frequencies", "chkFreq", "mnuFrequencies", IconKind::Freq, Empty},
