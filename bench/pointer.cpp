@@ -18,8 +18,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/global_keys.h"
-#include "platform/voice_windows.h"
+#include "platform/make_seams.h"
 #include "shell/core/run_station.h"
 #include "shell/frame/frame.h"
 #include "shell/parts/look.h"

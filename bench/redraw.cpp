@@ -15,7 +15,7 @@
 
 #include "base/code_page.h"
 #include "base/numbers.h"
-#include "link/options.h"
+#include "link/link_options.h"
 #include "map/geometry.h"
 #include "map/renderer.h"
 #include "shell/map/qt_surface.h"

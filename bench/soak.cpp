@@ -27,8 +27,7 @@
 
 #include "base/profile_file.h"
 #include "link/tables.h"
-#include "platform/global_keys.h"
-#include "platform/voice_windows.h"
+#include "platform/make_seams.h"
 #include "project_paths.h"
 #include "session-sim/encoder.h"
 #include "shell/core/run_station.h"

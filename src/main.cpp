@@ -1,7 +1,6 @@
 #include <QApplication>
 
-#include "platform/global_keys.h"
-#include "platform/voice_windows.h"
+#include "platform/make_seams.h"
 #include "shell/core/run_station.h"
 #include "shell/parts/look.h"
 

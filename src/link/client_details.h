@@ -7,7 +7,7 @@
 
 #include "base/changed.h"
 #include "base/colour.h"
-#include "link/options.h"
+#include "link/link_options.h"
 #include "link/tables.h"
 
 // The details of the client selected in the roster, and the edits that are made there. What surprises: a client's

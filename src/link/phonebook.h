@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "base/table.h"
-#include "link/options.h"
+#include "link/link_options.h"
 
 // What may stand in the phonebook and in the field of the port. A name need not be the only one of its kind.
 namespace kestrel::link {

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "link/options.h"
+#include "link/link_options.h"
 #include "link/tables.h"
 #include "theaters/theater.h"
 

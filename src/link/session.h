@@ -14,7 +14,7 @@
 #include "link/capture.h"
 #include "link/client_details.h"
 #include "link/line_protocol.h"
-#include "link/options.h"
+#include "link/link_options.h"
 #include "link/socket.h"
 #include "link/tables.h"
 #include "theaters/theater.h"

@@ -4,7 +4,7 @@
 
 #include "base/changed.h"
 #include "link/tables.h"
-#include "map/options.h"
+#include "map/map_options.h"
 #include "map/view_state.h"
 #include "theaters/elevations.h"
 

@@ -4,7 +4,7 @@
 
 #include "base/numbers.h"
 #include "map/geometry.h"
-#include "map/options.h"
+#include "map/map_options.h"
 
 namespace kestrel::map {
 

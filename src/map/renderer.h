@@ -3,10 +3,10 @@
 #include "areas/area.h"
 #include "areas/area_editor.h"
 #include "base/picture.h"
-#include "link/options.h"
+#include "link/link_options.h"
 #include "link/tables.h"
 #include "map/lat_long.h"
-#include "map/options.h"
+#include "map/map_options.h"
 #include "map/surface.h"
 #include "map/view_state.h"
 

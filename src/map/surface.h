@@ -7,7 +7,7 @@
 #include "base/colour.h"
 #include "base/picture.h"
 #include "map/geometry.h"
-#include "map/options.h"
+#include "map/map_options.h"
 
 namespace kestrel::map {
 

@@ -12,7 +12,7 @@
 
 #include "base/changed.h"
 #include "base/desktop.h"
-#include "link/options.h"
+#include "link/link_options.h"
 #include "link/session.h"
 #include "link/tables.h"
 #include "tape/format.h"

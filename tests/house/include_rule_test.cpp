@@ -1,4 +1,4 @@
-// Reads the includes of every source below src/ and holds the table of who may include whom.
+// Reads the sources below src/ and holds the table of who may include whom, and that each file name tells which it is.
 
 #include <gtest/gtest.h>
 
@@ -67,6 +67,16 @@ std::vector<Include> AllIncludes() {
   return found;
 }
 
+/// The file names below src/ with `extension`, and where each stands.
+std::map<std::string, std::vector<std::string>> FilesByName(const char* extension) {
+  std::map<std::string, std::vector<std::string>> found;
+  for (const auto& entry : fs::recursive_directory_iterator(sources)) {
+    if (entry.path().extension() != extension) continue;
+    found[entry.path().filename().string()].push_back(fs::relative(entry.path(), sources).generic_string());
+  }
+  return found;
+}
+
 std::string RoomOf(const std::string& include) {
   const std::size_t slash = include.find('/');
   return slash == std::string::npos ? "" : include.substr(0, slash);
@@ -105,6 +115,14 @@ TEST(House, IncludesAreWrittenFromSrc) {
     const bool generated =
         include.What == "version.h" || include.What.starts_with("ui_") || include.What.ends_with(".moc");
     EXPECT_TRUE(generated || fs::exists(sources / include.What)) << include.File << " includes " << include.What;
+  }
+}
+
+TEST(House, NoTwoFilesHaveOneName) {
+  for (const char* extension : {".h", ".cpp", ".ui"}) {
+    const auto files = FilesByName(extension);
+    ASSERT_GT(files.size(), 10U) << "the sources were not found";
+    for (const auto& [name, places] : files) EXPECT_EQ(places.size(), 1U) << places.front() << " and " << places.back();
   }
 }
 

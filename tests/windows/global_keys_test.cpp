@@ -1,7 +1,7 @@
 // The keyboard hook and the transmit keys, typed on the screen's keyboard while the window of another process has the
 // focus.
 
-#include "platform/windows/global_keys.h"
+#include "platform/windows/windows_global_keys.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,7 +16,7 @@
 #include "doubles/recording_host.h"
 #include "doubles/recording_windows.h"
 #include "doubles/scripted_desktop.h"
-#include "platform/windows/voice_windows.h"
+#include "platform/windows/windows_voice_windows.h"
 #include "windows/voice_client.h"
 
 namespace kestrel::platform {

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/windows/voice_windows.h"
+#include "platform/windows/windows_voice_windows.h"
 #include "radio/transmit.h"
 #include "radio/voice_bridge.h"
 #include "windows/voice_client.h"

@@ -24,7 +24,7 @@
 
 #include "base/profile_file.h"
 #include "core/global_keys.h"
-#include "platform/voice_windows.h"
+#include "platform/make_seams.h"
 #include "shell/core/run_station.h"
 #include "shell/parts/look.h"
 

@@ -13,8 +13,8 @@
 #include <utility>
 
 #include "core/shortcuts.h"
-#include "platform/global_keys.h"
 #include "platform/linux/key_symbols.h"
+#include "platform/make_seams.h"
 
 namespace kestrel::platform {
 namespace {

@@ -10,7 +10,7 @@
 #include <algorithm>
 
 #include "shell/parts/colour_button.h"
-#include "shell/parts/text.h"
+#include "shell/parts/unicode_text.h"
 
 namespace kestrel::shell {
 namespace {

@@ -28,7 +28,7 @@
 #include "shell/parts/colour_button.h"
 #include "shell/parts/dialogs.h"
 #include "shell/parts/plain_text.h"
-#include "shell/parts/text.h"
+#include "shell/parts/unicode_text.h"
 
 namespace kestrel::shell {
 namespace {

@@ -6,7 +6,7 @@
 #include "shell/parts/guard.h"
 #include "shell/parts/look.h"
 #include "shell/parts/plain_text.h"
-#include "shell/parts/text.h"
+#include "shell/parts/unicode_text.h"
 #include "ui_about_frm.h"
 
 namespace kestrel::shell {

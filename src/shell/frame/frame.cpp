@@ -27,7 +27,7 @@
 #include "shell/parts/dialogs.h"
 #include "shell/parts/guard.h"
 #include "shell/parts/plain_text.h"
-#include "shell/parts/text.h"
+#include "shell/parts/unicode_text.h"
 #include "shell/theaters/mdf_theaters_frm.h"
 
 namespace kestrel::shell {

@@ -9,8 +9,8 @@
 #include "link/client_details.h"
 #include "shell/link/clients_pictures.h"
 #include "shell/parts/guard.h"
-#include "shell/parts/text.h"
 #include "shell/parts/typed_text.h"
+#include "shell/parts/unicode_text.h"
 #include "ui_clients_frm.h"
 
 namespace kestrel::shell {

@@ -5,7 +5,7 @@
 
 #include "link/client_details.h"
 #include "shell/link/clients_pictures.h"
-#include "shell/parts/text.h"
+#include "shell/parts/unicode_text.h"
 
 namespace kestrel::shell {
 

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "link/phonebook.h"
-#include "shell/parts/text.h"
 #include "shell/parts/typed_text.h"
+#include "shell/parts/unicode_text.h"
 
 // The two fields of a phonebook entry, as the windows that show them share them.
 namespace kestrel::shell {

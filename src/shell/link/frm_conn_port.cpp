@@ -1,9 +1,9 @@
 #include "shell/link/frm_conn_port.h"
 
-#include "core/phonebook.h"
+#include "core/phonebook_edits.h"
 #include "link/phonebook.h"
 #include "shell/parts/guard.h"
-#include "shell/parts/text.h"
+#include "shell/parts/unicode_text.h"
 #include "ui_frm_conn_port.h"
 
 namespace kestrel::shell {

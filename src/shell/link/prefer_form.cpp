@@ -2,10 +2,10 @@
 
 #include <QSignalBlocker>
 
-#include "core/phonebook.h"
+#include "core/phonebook_edits.h"
 #include "shell/link/entry_fields.h"
 #include "shell/parts/guard.h"
-#include "shell/parts/text.h"
+#include "shell/parts/unicode_text.h"
 #include "ui_prefer_form.h"
 
 namespace kestrel::shell {

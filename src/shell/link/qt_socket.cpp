@@ -16,7 +16,7 @@
 #include <system_error>
 
 #include "shell/parts/guard.h"
-#include "shell/parts/text.h"
+#include "shell/parts/unicode_text.h"
 
 namespace kestrel::shell {
 namespace {

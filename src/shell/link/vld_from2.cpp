@@ -1,9 +1,9 @@
 #include "shell/link/vld_from2.h"
 
-#include "core/phonebook.h"
+#include "core/phonebook_edits.h"
 #include "shell/link/entry_fields.h"
 #include "shell/parts/guard.h"
-#include "shell/parts/text.h"
+#include "shell/parts/unicode_text.h"
 #include "ui_vld_from2.h"
 
 namespace kestrel::shell {

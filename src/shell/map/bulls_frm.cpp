@@ -7,7 +7,7 @@
 
 #include "map/cursor_tools.h"
 #include "shell/map/read_out.h"
-#include "shell/parts/text.h"
+#include "shell/parts/unicode_text.h"
 
 namespace kestrel::shell {
 

@@ -7,7 +7,7 @@
 #include <QRgb>
 #include <QString>
 
-#include "map/options.h"
+#include "map/map_options.h"
 #include "map/view_state.h"
 
 class QPainter;

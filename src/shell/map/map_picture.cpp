@@ -17,9 +17,9 @@
 #include "map/cursor_tools.h"
 #include "map/geometry.h"
 #include "shell/parts/guard.h"
+#include "shell/parts/key_events.h"
 #include "shell/parts/look.h"
 #include "shell/parts/tool_frm.h"
-#include "shell/parts/virtual_keys.h"
 
 namespace kestrel::shell {
 namespace {

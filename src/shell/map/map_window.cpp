@@ -3,7 +3,7 @@
 #include <QVBoxLayout>
 
 #include "link/session.h"
-#include "shell/parts/text.h"
+#include "shell/parts/unicode_text.h"
 
 namespace kestrel::shell {
 

@@ -4,8 +4,8 @@
 
 #include "shell/parts/colour_button.h"
 #include "shell/parts/guard.h"
-#include "shell/parts/text.h"
-#include "shell/parts/virtual_keys.h"
+#include "shell/parts/key_events.h"
+#include "shell/parts/unicode_text.h"
 
 namespace kestrel::shell {
 namespace {

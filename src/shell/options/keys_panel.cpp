@@ -7,7 +7,7 @@
 #include "shell/options/key_field.h"
 #include "shell/options/panel_parts.h"
 #include "shell/parts/guard.h"
-#include "shell/parts/text.h"
+#include "shell/parts/unicode_text.h"
 
 namespace kestrel::shell {
 namespace {

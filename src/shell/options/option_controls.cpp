@@ -12,7 +12,7 @@
 #include "shell/parts/character_filter.h"
 #include "shell/parts/colour_button.h"
 #include "shell/parts/guard.h"
-#include "shell/parts/text.h"
+#include "shell/parts/unicode_text.h"
 
 namespace kestrel::shell {
 namespace {

@@ -13,7 +13,7 @@
 #include "shell/parts/colour_button.h"
 #include "shell/parts/guard.h"
 #include "shell/parts/line_icon.h"
-#include "shell/parts/text.h"
+#include "shell/parts/unicode_text.h"
 
 namespace kestrel::shell {
 namespace {

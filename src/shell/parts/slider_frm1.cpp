@@ -7,8 +7,8 @@
 #include <QSlider>
 
 #include "map/geometry.h"
-#include "shell/parts/text.h"
 #include "shell/parts/tool_frm.h"
+#include "shell/parts/unicode_text.h"
 
 namespace kestrel::shell {
 namespace {

@@ -8,7 +8,7 @@
 #include "core/tapes.h"
 #include "shell/parts/guard.h"
 #include "shell/parts/line_icon.h"
-#include "shell/parts/text.h"
+#include "shell/parts/unicode_text.h"
 #include "ui_rec_frm.h"
 
 namespace kestrel::shell {

@@ -3,7 +3,7 @@
 #include "base/numbers.h"
 #include "core/catalogue_edits.h"
 #include "core/theater_switch.h"
-#include "shell/parts/text.h"
+#include "shell/parts/unicode_text.h"
 
 namespace kestrel::shell {
 namespace {

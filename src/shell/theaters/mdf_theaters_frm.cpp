@@ -4,7 +4,7 @@
 #include "core/catalogue_edits.h"
 #include "core/theater_switch.h"
 #include "shell/parts/dialogs.h"
-#include "shell/parts/text.h"
+#include "shell/parts/unicode_text.h"
 #include "shell/theaters/theate_details_frm.h"
 
 namespace kestrel::shell {

@@ -11,8 +11,8 @@
 #include "shell/parts/character_filter.h"
 #include "shell/parts/guard.h"
 #include "shell/parts/plain_text.h"
-#include "shell/parts/text.h"
 #include "shell/parts/typed_text.h"
+#include "shell/parts/unicode_text.h"
 #include "ui_theate_details_frm.h"
 
 namespace kestrel::shell {

@@ -6,7 +6,7 @@
 #include <QPushButton>
 #include <initializer_list>
 
-#include "core/phonebook.h"
+#include "core/phonebook_edits.h"
 #include "shell/commit_text.h"
 #include "shell/link/frm_conn_port.h"
 #include "shell/link/prefer_form.h"

@@ -1,11 +1,11 @@
-#include "platform/windows/voice_windows.h"
+#include "platform/windows/windows_voice_windows.h"
 
 #include <windows.h>
 
 #include <algorithm>
 
 #include "base/code_page.h"
-#include "platform/voice_windows.h"
+#include "platform/make_seams.h"
 
 namespace kestrel::platform {
 namespace {

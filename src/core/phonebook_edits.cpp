@@ -1,4 +1,4 @@
-#include "core/phonebook.h"
+#include "core/phonebook_edits.h"
 
 #include <string>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "shell/parts/virtual_keys.h"
+#include "shell/parts/key_events.h"
 
 #include <algorithm>
 #include <array>

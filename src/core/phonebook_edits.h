@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "core/program.h"
-#include "link/options.h"
+#include "link/link_options.h"
 
 // What the connection windows do when a button is pressed: the phonebook and the port.
 namespace kestrel::core {

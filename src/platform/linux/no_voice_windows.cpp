@@ -1,4 +1,4 @@
-#include "platform/voice_windows.h"
+#include "platform/make_seams.h"
 
 namespace kestrel::platform {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/windows/global_keys.h"
+#include "platform/windows/windows_global_keys.h"
 
 #include <windows.h>
 
@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "core/shortcuts.h"
-#include "platform/global_keys.h"
+#include "platform/make_seams.h"
 
 namespace kestrel::platform {
 namespace {

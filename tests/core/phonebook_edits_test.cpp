@@ -1,4 +1,4 @@
-#include "core/phonebook.h"
+#include "core/phonebook_edits.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
