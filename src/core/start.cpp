@@ -23,7 +23,7 @@ void ClearFlags(Program& program) {
   program.State.Session.Connected = false;
   program.State.Session.Channel = 1;
   program.State.Loading = false;
-  program.State.Plots.Empty();
+  program.State.Plots.Clear();
 }
 
 /// "a.ini is gone" and the like, for one file or many.
@@ -104,7 +104,7 @@ void MakeTapesFolder(Program& program) {
 
 void EmptyTables(Program& program) {
   Station& station = program.State;
-  station.Plots.Empty();
+  station.Plots.Clear();
   station.Plots.FriendlyList.Clear();
   station.Session.Connected = false;
   station.View.Resolution = 1;

@@ -36,7 +36,7 @@ void SaveViewShorts(Station& station) {
 void LoadElevation(Program& program) {
   Station& station = program.State;
   station.Elevations = {};
-  station.Elevations.Load(DataPath(station, "_Elevation.dat"), station.Catalogue.Current().Size);
+  station.Elevations.SetSource(DataPath(station, "_Elevation.dat"), station.Catalogue.Current().Size);
 }
 
 constexpr TheaterData rows[] = {

@@ -182,7 +182,7 @@ void Session::EndConnection() {
   session.Sync = {};
   session.Connected = false;
   DeselectPlot(session);  // the table that it points into is emptied
-  plots.Empty();
+  plots.Clear();
   owner.RecordingEnd();
   pending |= Changed::Connection | Changed::Roster | Changed::AIList | Changed::Plots;
 }

@@ -58,7 +58,7 @@ void Tables::TakeOut(std::size_t index) {
   untouched = before;
 }
 
-void Tables::Empty() {
+void Tables::Clear() {
   Clients.Clear();
   AIPlots.Clear();
   AIHistory.Clear();

@@ -88,7 +88,7 @@ struct Tables {
   /// Takes out the client at `index`, which FindClient has given.
   void TakeOut(std::size_t index);
   /// Empties Clients, AIPlots and AIHistory, not FriendlyList.
-  void Empty();
+  void Clear();
 
   /// What the list of the clients need not look at: untouched since this was last asked. One asks, the model of the
   /// list.

@@ -305,7 +305,7 @@ void Player::Close(const PlayerAround& around) {
   state.CurPoint = 0;
   state.BarValue = 1;
   link::DeselectPlot(around.Session);
-  around.Plots.Empty();
+  around.Plots.Clear();
   around.Host.UseBullseye(std::nullopt);
   around.Host.Refresh(Changed::Tape | Changed::Roster | Changed::AIList | Changed::Map);
 }

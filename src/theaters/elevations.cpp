@@ -11,7 +11,7 @@
 
 namespace kestrel::theaters {
 
-void Elevations::Load(std::filesystem::path file, double size) {
+void Elevations::SetSource(std::filesystem::path file, double size) {
   source = std::move(file);
   extent = size;
   read = false;

@@ -13,8 +13,8 @@ namespace kestrel::theaters {
 
 class Elevations {
  public:
-  /// LoadElevation: from now on the heights are those of `file`, for a theater of `size` map units.
-  void Load(std::filesystem::path file, double size);
+  /// From now on the heights are those of `file`, for a theater of `size` map units; there are none until Read.
+  void SetSource(std::filesystem::path file, double size);
   /// Reads the file unless that has been done. A missing file gives a single height of 0, a shorter one leaves the rest
   /// 0; what it holds beyond `size` is not read. RuntimeFailure, once, for a file that cannot be read or a size beyond
   /// MaxSize, whose heights are 128 MiB; there are no heights then. True when a file has been read now.

@@ -100,18 +100,18 @@ TEST(Tables, TellsWhichClientsAreUntouched) {
   EXPECT_EQ(left.Front + left.Back, 0u);
   left = tables.TakeUntouched();
   EXPECT_GE(left.Front, 5u);
-  tables.Empty();
+  tables.Clear();
   left = tables.TakeUntouched();
   EXPECT_EQ(left.Front + left.Back, 0u);
 }
 
-TEST(Tables, EmptyKeepsTheFriendlyList) {
+TEST(Tables, ClearKeepsTheFriendlyList) {
   Tables tables;
   Add(tables, 3);
   tables.AIPlots.Append({});
   tables.AIHistory.Append({});
   tables.FriendlyList.Append("Viper");
-  tables.Empty();
+  tables.Clear();
   EXPECT_TRUE(tables.Clients.Empty());
   EXPECT_TRUE(tables.AIPlots.Empty());
   EXPECT_TRUE(tables.AIHistory.Empty());

@@ -175,7 +175,7 @@ TEST_F(CursorTools, ElevationIsBlankAtTheEdgeAndBeyond) {
   bytes[2 * 1023 * 1024 + 1] = static_cast<char>(0xFF);
   test::WriteBytes(folder / "heights", bytes);
   theaters::Elevations elevations;
-  elevations.Load(folder / "heights", 1024);
+  elevations.SetSource(folder / "heights", 1024);
   elevations.Read();
   struct Case {
     double x, y;

@@ -26,7 +26,7 @@ class ElevationsOf : public testing::Test {
   Elevations Loaded(const std::string& bytes, double size) {
     test::WriteBytes(folder / "one_Elevation.dat", bytes);
     Elevations elevations;
-    elevations.Load(folder / "one_Elevation.dat", size);
+    elevations.SetSource(folder / "one_Elevation.dat", size);
     elevations.Read();
     return elevations;
   }
@@ -76,7 +76,7 @@ TEST_F(ElevationsOf, WhatALongerFileHoldsBeyondIsNotRead) {
 
 TEST_F(ElevationsOf, AMissingFileGivesASingleHeight) {
   Elevations heights;
-  heights.Load(folder / "none_Elevation.dat", 1024);
+  heights.SetSource(folder / "none_Elevation.dat", 1024);
   EXPECT_FALSE(heights.Read());
   EXPECT_EQ(heights.At(0.5, 0.5), 0);
   EXPECT_EQ(heights.At(1, 0), std::nullopt);
@@ -92,7 +92,7 @@ TEST_F(ElevationsOf, ASizeThatIsNotWholeTakesItsWholePartForTheRows) {
 
 TEST_F(ElevationsOf, NothingIsReadBeforeItIsNeededNorTwice) {
   Elevations heights;
-  heights.Load(folder / "one_Elevation.dat", 1);
+  heights.SetSource(folder / "one_Elevation.dat", 1);
   EXPECT_EQ(heights.At(0, 0), std::nullopt);
   test::WriteBytes(folder / "one_Elevation.dat", Bytes({7}));
   EXPECT_TRUE(heights.Read());
@@ -100,7 +100,7 @@ TEST_F(ElevationsOf, NothingIsReadBeforeItIsNeededNorTwice) {
   test::WriteBytes(folder / "one_Elevation.dat", Bytes({8}));
   EXPECT_FALSE(heights.Read());
   EXPECT_EQ(heights.At(0, 0), 7);
-  heights.Load(folder / "one_Elevation.dat", 1);
+  heights.SetSource(folder / "one_Elevation.dat", 1);
   heights.Read();
   EXPECT_EQ(heights.At(0, 0), 8);
 }
@@ -115,7 +115,7 @@ TEST_F(ElevationsOf, ATheaterBeyondTheLimitFailsOnceAndHasNone) {
   test::WriteBytes(folder / "one_Elevation.dat", Bytes({7}));
   for (const double size : {MaxSize + 1, 1e18, HUGE_VAL}) {
     Elevations heights;
-    heights.Load(folder / "one_Elevation.dat", size);
+    heights.SetSource(folder / "one_Elevation.dat", size);
     EXPECT_THROW(heights.Read(), base::RuntimeFailure) << size;
     EXPECT_NO_THROW(heights.Read());
     EXPECT_EQ(heights.At(0, 0), std::nullopt);

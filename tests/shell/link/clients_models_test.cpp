@@ -87,7 +87,7 @@ TEST(ClientsModel, AnyComingAndGoingIsShown) {
           UpdateClientStatus(std::to_string(id) + "\x1e" + name + "\x1e\x1eX", tables);
           break;
         default:
-          if (random() % 20 == 0) tables.Empty();
+          if (random() % 20 == 0) tables.Clear();
       }
     }
     model.Load(tables);
