@@ -50,8 +50,8 @@ void DrawGrid(const Scene& scene, Surface& surface) {
   if (!scene.Display.SHOWGRID) return;
   const double feet = scene.View.Size * link::FeetPerMapUnit;
   const LatLong upperRight = LatLongFromFeet(scene.TheaterCorner, feet, feet);
-  const Range lats = WholeDegrees(scene.TheaterCorner.CoordLat, upperRight.Lat);
-  const Range lons = WholeDegrees(scene.TheaterCorner.CoordLong, upperRight.Long);
+  const Range lats = WholeDegrees(scene.TheaterCorner.Lat, upperRight.Lat);
+  const Range lons = WholeDegrees(scene.TheaterCorner.Long, upperRight.Long);
   if (scene.Display.SHOWGRID_SEC) {
     DrawCells(scene, surface, lats, lons, 0.5, {.Color = scene.Display.GRID_SEC_COLOR, .DrawWidth = 1});
   }

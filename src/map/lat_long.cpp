@@ -24,21 +24,21 @@ std::string Text(double value, char positive, char negative, const char* degreeF
 
 }  // namespace
 
-LatLong LatLongFromFeet(Corner corner, double xFeet, double yFeet) {
-  const double lat = (corner.CoordLat * FeetPerDegree + yFeet) / EarthRadius;
+LatLong LatLongFromFeet(theaters::Corner corner, double xFeet, double yFeet) {
+  const double lat = (corner.Lat * FeetPerDegree + yFeet) / EarthRadius;
   const double c = std::cos(lat);
-  const double lon = (corner.CoordLong * RadiansPerDegree * EarthRadius * c + xFeet) / (c * EarthRadius);
+  const double lon = (corner.Long * RadiansPerDegree * EarthRadius * c + xFeet) / (c * EarthRadius);
   return {lat * DegreesPerRadian, lon * DegreesPerRadian};
 }
 
-Feet FeetFromLatLong(Corner corner, double lat, double lon) {
+Feet FeetFromLatLong(theaters::Corner corner, double lat, double lon) {
   const double c = std::cos(lat * RadiansPerDegree);
-  const double x = lon * RadiansPerDegree * EarthRadius * c - corner.CoordLong * RadiansPerDegree * EarthRadius * c;
-  const double y = lat * RadiansPerDegree * EarthRadius - corner.CoordLat * FeetPerDegree;
+  const double x = lon * RadiansPerDegree * EarthRadius * c - corner.Long * RadiansPerDegree * EarthRadius * c;
+  const double y = lat * RadiansPerDegree * EarthRadius - corner.Lat * FeetPerDegree;
   return {x, y};
 }
 
-LatLongText FormatLatLong(Corner corner, double mapX, double mapY) {
+LatLongText FormatLatLong(theaters::Corner corner, double mapX, double mapY) {
   const LatLong place = LatLongFromFeet(corner, mapX * link::FeetPerMapUnit, mapY * link::FeetPerMapUnit);
   return {Text(place.Lat, 'N', 'S', "00"), Text(place.Long, 'E', 'W', "000")};
 }

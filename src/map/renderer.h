@@ -25,7 +25,7 @@ ClipRect VisibleRect(const ViewState& view);
 struct Scene {
   const base::Picture& MapPicture;
   const ViewState& View;
-  Corner TheaterCorner;
+  theaters::Corner TheaterCorner;
   const Options& Display;
   const link::Options& LinkOptions;
   const link::Tables& Plots;

@@ -37,6 +37,12 @@ struct Catalogue {
   const Theater& Current() const { return Theaters[static_cast<std::size_t>(CurrentTheater)]; }
 };
 
+/// The lower-left corner of a map, degrees.
+struct Corner {
+  double Lat = 0;   ///< north
+  double Long = 0;  ///< east
+};
+
 /// A place on the map with Y growing downward from the upper edge, map units: the system of AI positions.
 struct DownPoint {
   double X = 0;

@@ -2,13 +2,9 @@
 
 #include <string_view>
 
-namespace kestrel::theaters {
+#include "theaters/theater.h"
 
-/// The lower-left corner of a map, degrees.
-struct Corner {
-  double Lat = 0;   ///< north
-  double Long = 0;  ///< east
-};
+namespace kestrel::theaters {
 
 /// Takes the corner out of the bytes of the simulator's map file ("theater.map"), a record of 1112 bytes of which
 /// nothing else is used here. Older files end before it. RuntimeFailure for those, and when the corner is no place on

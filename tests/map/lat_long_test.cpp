@@ -47,7 +47,7 @@ TEST(LatLong, ComesBackForRandomPlaces) {
   std::uniform_real_distribution<double> lon(-179, 179);
   std::uniform_real_distribution<double> feet(0, 4e6);
   for (int round = 0; round < 1000; ++round) {
-    const Corner corner{lat(numbers), lon(numbers)};
+    const theaters::Corner corner{lat(numbers), lon(numbers)};
     const double x = feet(numbers);
     const double y = feet(numbers);
     const LatLong place = LatLongFromFeet(corner, x, y);

@@ -53,7 +53,7 @@ struct SceneFixture {
 
   base::Picture Picture;
   map::ViewState View;
-  map::Corner Corner{33, 123};
+  theaters::Corner Corner{33, 123};
   map::Options Display;
   link::Options LinkOptions;
   link::Tables Plots;
