@@ -41,7 +41,7 @@ struct ViewState {
   bool PointerSeen = false;  ///< the pointer has been over the map; before that its places mean nothing
   double CursorMapX = 0;     ///< map units, north up: the pointer
   double CursorMapY = 0;
-  bool ViewChanging = false;                 ///< while SetCenterOfScreen or MoveScreen runs
+  bool ViewChanging = false;                 ///< while the map centres: a pointer that moves begins no line
   std::int16_t AnchorPlotIndex = 0;          ///< Clients index that the anchor follows; 0 in this version
   std::array<ViewShort, 3> ViewShorts = {};  ///< slots 1 to 3
 };

@@ -115,7 +115,6 @@ Changed SetCenterOfScreen(ViewState& view) {
 }
 
 Changed MoveScreen(ViewState& view, std::int32_t direction) {
-  view.ViewChanging = true;
   const double stepX = view.SurfaceWidth / 2 / view.Resolution;
   const double stepY = view.SurfaceHeight / 2 / view.Resolution;
   switch (direction) {
@@ -139,7 +138,6 @@ Changed MoveScreen(ViewState& view, std::int32_t direction) {
   }
   ClampCentre(view);
   RefreshMarks(view);
-  view.ViewChanging = false;
   return ViewMoved;
 }
 
