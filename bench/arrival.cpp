@@ -45,7 +45,6 @@ class StillDesktop final : public base::Desktop {
   }
   std::optional<base::Colour> PickColour(base::Colour) override { return std::nullopt; }
   std::optional<base::FontRecord> PickFont(const base::FontRecord&, bool) override { return std::nullopt; }
-  bool ModalOpen() const override { return false; }
 };
 
 class StillHost final : public link::SessionHost {

@@ -1,14 +1,17 @@
 // Bytes of a server, cut into arrivals, through the session into the tables.
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <string>
 #include <string_view>
 
 #include "doubles/fake_clock.h"
 #include "doubles/fake_socket.h"
 #include "doubles/recording_host.h"
 #include "doubles/scripted_desktop.h"
+#include "link/friendly_index.h"
 #include "link/plot_feed.h"
 #include "link/session.h"
 
@@ -28,6 +31,13 @@ void CheckClient(const link::PlotRecord& client) {
   Require(client.Id == client.ClientId);
 }
 
+/// Entry by entry, without the index that the program makes.
+bool IsFriendly(std::string_view name, const base::Table<std::string>& FriendlyList) {
+  const std::string_view text = link::FlightText(name);
+  return std::ranges::any_of(FriendlyList.Live(),
+                             [text](const std::string& entry) { return entry.find(text) != std::string::npos; });
+}
+
 void CheckTables(const link::Tables& tables) {
   for (const link::PlotRecord& client : tables.Clients.Slots()) CheckClient(client);
   for (std::size_t i = 1; i <= tables.Clients.UpperBound(); ++i) {
@@ -38,7 +48,7 @@ void CheckTables(const link::Tables& tables) {
     const link::AIPlotRecord& plot = tables.AIPlots[i];
     Require(std::isfinite(plot.X) && std::isfinite(plot.Y) && std::isfinite(plot.Bearing) && std::isfinite(plot.Range));
     Require(plot.Name.size() == 9 || plot.Name.size() == 10);
-    Require(plot.Hostile == (link::IsFriendly(plot.Name, tables.FriendlyList) ? 0 : 1));
+    Require(plot.Hostile == (IsFriendly(plot.Name, tables.FriendlyList) ? 0 : 1));
     Require(i == 1 || tables.AIPlots[i - 1].Name <= plot.Name);
   }
   std::uint8_t before = link::DroppedAge;

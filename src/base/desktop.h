@@ -13,8 +13,8 @@ enum class MessageIcon { None, Information, Question, Exclamation, Critical };
 enum class MessageButtons { Ok, YesNo, YesNoCancel };
 enum class Answer { Ok, Yes, No, Cancel };
 
-/// Seam: what the rooms ask of the person and of the windowing system. It alone sets ModalOpen and suspends the
-/// floating windows (ShowAllWindows) around each box. The scripted double in tests answers from a list and keeps what
+/// Seam: what the rooms ask of the person and of the windowing system. It alone counts a box as open and suspends the
+/// floating windows (ShowAllWindows) around it. The scripted double in tests answers from a list and keeps what
 /// was shown.
 class Desktop {
  public:
@@ -41,8 +41,6 @@ class Desktop {
   virtual std::optional<Colour> PickColour(Colour present) = 0;
   /// Asks for a font, and for its colour when `withColour`, beginning at `present`. Nothing when the person cancels.
   virtual std::optional<FontRecord> PickFont(const FontRecord& present, bool withColour) = 0;
-  /// True while a dialog of the program is on the screen.
-  virtual bool ModalOpen() const = 0;
 
   /// Shows a box with OK once what is being handled now has been, and waits for nothing: what told of it goes on.
   virtual void MessageSoon(std::string_view title, std::string_view text, MessageIcon icon) {

@@ -172,9 +172,4 @@ fs::path PathOfText(std::string_view text) {
 #endif
 }
 
-std::string_view BareName(std::string_view name) {
-  const auto slash = name.find_last_of("/\\");
-  return slash == std::string_view::npos ? name : name.substr(slash + 1);
-}
-
 }  // namespace kestrel::base

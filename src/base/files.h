@@ -54,7 +54,4 @@ std::string PathForMessage(const std::filesystem::path& path);
 std::string TextOfPath(const std::filesystem::path& path);
 std::filesystem::path PathOfText(std::string_view text);
 
-/// The last part of a name with either slash.
-std::string_view BareName(std::string_view name);
-
 }  // namespace kestrel::base

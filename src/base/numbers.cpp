@@ -202,12 +202,6 @@ double ParseInvariantNumber(std::string& text) {
 
 double InvariantNumber(std::string_view text) { return ReadLeading(text, true); }
 
-std::optional<double> WholeNumber(std::string_view text) {
-  const double value = ReadWhole(text);
-  if (!std::isfinite(value)) return std::nullopt;
-  return value;
-}
-
 double WholeNumberOrZero(std::string_view text) {
   const double value = ReadWhole(text);
   return std::isfinite(value) ? value : 0;

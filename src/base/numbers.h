@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -18,10 +17,8 @@ double ParseInvariantNumber(std::string& text);
 /// The same number without changing the caller's text. For the feed: no allocation.
 double InvariantNumber(std::string_view text);
 
-/// The whole of `text`, blanks at its ends aside, as a number with "." or "," as its decimal sign; nothing when any
-/// other character stands in it or it is empty.
-std::optional<double> WholeNumber(std::string_view text);
-/// The same, 0 for nothing. For the feed: the quicker one.
+/// The whole of `text`, blanks at its ends aside, as a number with "." or "," as its decimal sign; 0 when any other
+/// character stands in it or it is empty.
 double WholeNumberOrZero(std::string_view text);
 
 /// The whole of `text`, blanks at its ends aside, as a whole decimal number of 16 bits, with or without sign.

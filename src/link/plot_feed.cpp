@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <limits>
 #include <span>
-#include <utility>
 #include <vector>
 
 #include "base/failure.h"
@@ -193,25 +192,6 @@ void PlaceAIPlots(theaters::DownPoint bullseye, Tables& tables) {
 
 void AddPlotDots(base::Colour AICOLOR, Tables& tables) {
   for (const AIPlotRecord& plot : tables.AIPlots.Live()) tables.AIHistory.Append(DotOf(plot, AICOLOR));
-}
-
-void SortAIPlots(Tables& tables, std::size_t Low, std::size_t High) {
-  if (Low >= High) return;
-  const std::span<AIPlotRecord> range = tables.AIPlots.Slots().subspan(Low, High - Low + 1);
-  std::vector<std::string_view> names;
-  names.reserve(range.size());
-  for (const AIPlotRecord& plot : range) names.push_back(plot.Name);
-  std::vector<AIPlotRecord> sorted;
-  sorted.reserve(range.size());
-  for (const std::uint32_t i : NameOrder(names, Low)) sorted.push_back(std::move(range[i]));
-  std::move(sorted.begin(), sorted.end(), range.begin());
-}
-
-bool IsFriendly(std::string_view name, const base::Table<std::string>& FriendlyList) {
-  const std::string_view text = FlightText(name);
-  const auto entries = FriendlyList.Live();
-  return std::any_of(entries.begin(), entries.end(),
-                     [text](const std::string& entry) { return entry.find(text) != std::string::npos; });
 }
 
 bool HasShownPosition(const PlotRecord& client) { return !client.PosText.empty() && client.PosText != NotYetMoved; }

@@ -41,16 +41,9 @@ void AddPlotDots(base::Colour AICOLOR, Tables& tables);
 /// without PosText, or when that slot is exactly 0, 0.
 double CalcSpeed(const PlotRecord& client, std::int32_t IntervalMs);
 
-/// 14 digits in the order of the wire: (size - Y) then X, in feet, each "0000000". `size`: the theater's Size.
+/// 14 digits in the order of the wire: (size - Y) then X, in feet, each "0000000". `size`: the theater's Size. Nothing
+/// calls it; this stands.
 std::string XYToFeetStr(double X, double Y, double size);
-
-/// Sorts AIPlots(Low..High) by Name, byte by byte, by plain partition exchange with the middle one as pivot (the order
-/// of equal names is the one that this gives).
-void SortAIPlots(Tables& tables, std::size_t Low, std::size_t High);
-
-/// True when an entry of FriendlyList holds the trimmed name less its last character (the number in the flight), by
-/// exact case; an empty name is held by any entry.
-bool IsFriendly(std::string_view name, const base::Table<std::string>& FriendlyList);
 
 /// A plot is shown from its second position on: PosText is not empty and not "0000.0000000.000".
 bool HasShownPosition(const PlotRecord& client);

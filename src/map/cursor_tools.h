@@ -34,6 +34,7 @@ struct BRTexts {
 BRTexts UpdateBRs(const ViewState& view);
 
 /// Moves the anchor to the plot that it follows, if any. An AnchorPlotIndex beyond the table changes nothing.
+/// Nothing calls it; this stands.
 base::Changed ReBind(ViewState& view, const link::Tables& plots);
 
 /// lblElevation: the height under the pointer, like "1200 ft"; a single blank where there is none.

@@ -43,9 +43,7 @@ class ScriptedDesktop final : public base::Desktop {
   base::Answer Ask(std::string_view title, std::string_view text, base::MessageIcon icon, base::MessageButtons buttons,
                    base::Answer enter) override {
     Boxes.push_back({std::string(title), std::string(text), icon, buttons, enter});
-    modal = true;
     if (WhileOpen) WhileOpen();
-    modal = false;
     if (!Answers.empty()) {
       const base::Answer answer = Answers.front();
       Answers.pop_front();
@@ -93,8 +91,6 @@ class ScriptedDesktop final : public base::Desktop {
     return Next(FontAnswers);
   }
 
-  bool ModalOpen() const override { return modal; }
-
   std::vector<Box> Boxes;               ///< in the order shown
   std::deque<base::Answer> Answers;     ///< used up from the front
   std::vector<Opened> Files;            ///< what Open was called with
@@ -119,8 +115,6 @@ class ScriptedDesktop final : public base::Desktop {
     answers.pop_front();
     return answer;
   }
-
-  bool modal = false;
 };
 
 }  // namespace kestrel::doubles

@@ -3,18 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
 #include <random>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "link/plot_feed.h"
-
 namespace kestrel::link {
 namespace {
 
-using Named = std::pair<std::string, int>;
+using Named = std::pair<std::string, std::size_t>;
 
 /// Plain partition exchange of whole records, counted from `low` as the table counts.
 void NaiveSort(std::vector<Named>& table, int low, int high) {
@@ -42,41 +39,24 @@ std::vector<std::string> RandomNames(std::mt19937& random, std::size_t count, st
   return names;
 }
 
-TEST(SortAIPlots, GivesTheOrderOfPlainPartitionExchange) {
+TEST(NameOrder, IsThatOfPlainPartitionExchange) {
   const auto seed = std::random_device()();
   SCOPED_TRACE("seed " + std::to_string(seed));
   std::mt19937 random(seed);
   for (int round = 0; round < 2000; ++round) {
     const bool longNames = round % 4 == 3;
     const auto names = RandomNames(random, 1 + random() % 60, longNames ? 0 : 9, longNames ? 14 : 10);
-    const int count = static_cast<int>(names.size());
-    Tables tables;
-    std::vector<Named> naive = {{"", 0}};
-    for (int i = 0; i < count; ++i) {
-      AIPlotRecord plot;
-      plot.Name = names[static_cast<std::size_t>(i)];
-      plot.Bearing = i + 1;
-      tables.AIPlots.Append(plot);
-      naive.emplace_back(plot.Name, i + 1);
-    }
-    const int low = 1 + static_cast<int>(random() % static_cast<unsigned>(count));
-    const int high = low + static_cast<int>(random() % static_cast<unsigned>(count - low + 1));
-    NaiveSort(naive, low, high);
-    SortAIPlots(tables, static_cast<std::size_t>(low), static_cast<std::size_t>(high));
-    for (std::size_t i = 0; i < naive.size(); ++i) {
-      ASSERT_EQ(tables.AIPlots[i].Name, naive[i].first) << round;
-      ASSERT_EQ(tables.AIPlots[i].Bearing, naive[i].second) << round;
-    }
+    const std::size_t low = 1 + random() % 60;
+    std::vector<Named> naive(low);
+    for (std::size_t i = 0; i < names.size(); ++i) naive.emplace_back(names[i], i);
+    NaiveSort(naive, static_cast<int>(low), static_cast<int>(naive.size()) - 1);
+    const std::vector<std::uint32_t> order = NameOrder(std::vector<std::string_view>(names.begin(), names.end()), low);
+    ASSERT_EQ(order.size(), names.size());
+    for (std::size_t i = 0; i < order.size(); ++i) ASSERT_EQ(order[i], naive[low + i].second) << round;
   }
 }
 
-TEST(SortAIPlots, EmptyRangeIsLeftAlone) {
-  Tables tables;
-  SortAIPlots(tables, 1, 0);
-  tables.AIPlots.Append({});
-  SortAIPlots(tables, 1, 1);
-  EXPECT_EQ(tables.AIPlots.UpperBound(), 1u);
-}
+TEST(NameOrder, OfNoNamesIsEmpty) { EXPECT_TRUE(NameOrder({}, 1).empty()); }
 
 /// Names that make the middle name the smallest one of each part: quadratic for the plain exchange.
 std::vector<std::string> SlowNames(std::size_t count) {

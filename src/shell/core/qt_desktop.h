@@ -37,7 +37,6 @@ class QtDesktop final : public base::Desktop {
                                       std::string_view defaultName) override;
   std::optional<base::Colour> PickColour(base::Colour present) override;
   std::optional<base::FontRecord> PickFont(const base::FontRecord& present, bool withColour) override;
-  bool ModalOpen() const override { return modal.Open(); }
 
  private:
   /// What is asked for about a file.

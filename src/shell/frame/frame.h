@@ -33,7 +33,6 @@ class MDIForm1 final : public QMainWindow {
   MainFrm& Map() { return *map; }
   StatusStrip& Strip() { return *strip; }
   ToolWindows& Tools() { return *tools; }
-  ModalCount& Modal() { return modal; }
   core::Program& Program() { return program; }
   BullseyeWindows& Bullseyes() { return *bullseyes; }
   /// True from the moment the closing begins.

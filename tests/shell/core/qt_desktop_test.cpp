@@ -41,7 +41,7 @@ class Desktop : public testing::Test {
       auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
       ASSERT_NE(box, nullptr);
       EXPECT_EQ(box->objectName(), QStringLiteral("MessageBox"));
-      modalWhileShown = desktop.ModalOpen();
+      modalWhileShown = dialogs.Open();
       act(*box);
     });
   }
@@ -70,7 +70,7 @@ TEST_F(Desktop, EachButtonGivesItsAnswer) {
     });
     EXPECT_EQ(desktop.Ask("Title", "Text", MessageIcon::Question, each.Buttons, each.Expected), each.Expected);
     EXPECT_TRUE(modalWhileShown);
-    EXPECT_FALSE(desktop.ModalOpen());
+    EXPECT_FALSE(dialogs.Open());
   }
 }
 
@@ -157,11 +157,11 @@ TEST_F(Desktop, BoxOnABoxCountsAsOneThatIsOpen) {
   InBox([this](QMessageBox& outer) {
     InBox([](QMessageBox& inner) { inner.close(); });
     desktop.Message("Inner", "Text", MessageIcon::None);
-    EXPECT_TRUE(desktop.ModalOpen());
+    EXPECT_TRUE(dialogs.Open());
     outer.close();
   });
   desktop.Message("Outer", "Text", MessageIcon::None);
-  EXPECT_FALSE(desktop.ModalOpen());
+  EXPECT_FALSE(dialogs.Open());
 }
 
 TEST_F(Desktop, ChosenFileComesWithItsPath) {
@@ -177,7 +177,7 @@ TEST_F(Desktop, ChosenFileComesWithItsPath) {
     EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Load a picture"));
     EXPECT_EQ(dialog->nameFilters(),
               QStringList({QStringLiteral("Images (*.bmp *.jpg)"), QStringLiteral("All (*.*)")}));
-    EXPECT_TRUE(desktop.ModalOpen());
+    EXPECT_TRUE(dialogs.Open());
     auto* name = dialog->findChild<QLineEdit*>();
     EXPECT_EQ(name->text(), QStringLiteral("M\u00fcnchen.BMP"));
     QTest::keyClick(name, Qt::Key_Return);
@@ -186,7 +186,7 @@ TEST_F(Desktop, ChosenFileComesWithItsPath) {
   EXPECT_EQ(
       desktop.OpenFile("Load a picture", "Images |*.bmp;*.jpg|All|*.*", folder.path().toStdString(), "M\xFCnchen.BMP"),
       path.toStdString());
-  EXPECT_FALSE(desktop.ModalOpen());
+  EXPECT_FALSE(dialogs.Open());
 }
 
 TEST_F(Desktop, FileThatIsNotChosenIsNone) {
@@ -198,7 +198,7 @@ TEST_F(Desktop, ChosenColourHasRedInItsLowByte) {
   QTimer::singleShot(0, qApp, [this] {
     auto* dialog = qobject_cast<QColorDialog*>(QApplication::activeModalWidget());
     ASSERT_NE(dialog, nullptr);
-    EXPECT_TRUE(desktop.ModalOpen());
+    EXPECT_TRUE(dialogs.Open());
     EXPECT_EQ(dialog->currentColor(), QColor(0x11, 0x22, 0x33));
     dialog->setCurrentColor(QColor(0x44, 0x55, 0x66));
     dialog->accept();
@@ -225,7 +225,7 @@ TEST_F(Desktop, ABoxThatMayComeSoonLetsItsCallerGoOn) {
   QWidget frame;
   desktop.SetOwner(&frame);
   desktop.MessageSoon("Recording", "The disk is full.", MessageIcon::Exclamation);
-  EXPECT_FALSE(desktop.ModalOpen()) << "nothing is waited for";
+  EXPECT_FALSE(dialogs.Open()) << "nothing is waited for";
   QString text;
   InBox([&text](QMessageBox& box) {
     text = box.text();
@@ -233,7 +233,7 @@ TEST_F(Desktop, ABoxThatMayComeSoonLetsItsCallerGoOn) {
   });
   EXPECT_TRUE(QTest::qWaitFor([&text] { return !text.isEmpty(); }));
   EXPECT_EQ(text, QStringLiteral("The disk is full."));
-  EXPECT_FALSE(desktop.ModalOpen());
+  EXPECT_FALSE(dialogs.Open());
 }
 
 TEST_F(Desktop, ABoxForAFrameThatHasGoneDoesNotCome) {
@@ -251,7 +251,7 @@ TEST_F(Desktop, ChosenFontComesWithItsStyleAndColor) {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     ASSERT_NE(dialog, nullptr);
     EXPECT_EQ(dialog->objectName(), QStringLiteral("PickFont"));
-    EXPECT_TRUE(desktop.ModalOpen());
+    EXPECT_TRUE(dialogs.Open());
     auto* fonts = dialog->findChild<QFontDialog*>();
     QFont chosen(QStringLiteral("DejaVu Sans Mono"), 14, QFont::Bold);
     chosen.setStrikeOut(true);
@@ -276,7 +276,7 @@ TEST_F(Desktop, ChosenFontComesWithItsStyleAndColor) {
   EXPECT_TRUE(font->FontBold && font->FontStrike && font->FontUnder);
   EXPECT_FALSE(font->FontItalic);
   EXPECT_EQ(font->Color, base::Colour{0x665544});
-  EXPECT_FALSE(desktop.ModalOpen());
+  EXPECT_FALSE(dialogs.Open());
 }
 
 TEST_F(Desktop, AFontThatTheSystemDoesNotHaveStaysUnlessAnotherIsChosen) {
@@ -344,7 +344,7 @@ TEST_F(Desktop, PageIsHandedToTheSystem) {
 
 TEST_F(Desktop, MissingProgramIsNotNoticed) {
   desktop.Open("ravenfix.exe", "-s", ".");
-  EXPECT_FALSE(desktop.ModalOpen());
+  EXPECT_FALSE(dialogs.Open());
 }
 
 #ifdef Q_OS_WIN
