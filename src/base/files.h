@@ -46,7 +46,7 @@ std::optional<std::uint64_t> FreeSpace(const std::filesystem::path& folder);
 
 /// The last part of a path, for a message: bytes of the code page, "?" for what it does not hold.
 std::string NameForMessage(const std::filesystem::path& path);
-/// The same of the whole path.
+/// The whole path, for a message, as NameForMessage gives its last part.
 std::string PathForMessage(const std::filesystem::path& path);
 
 /// A path as the narrow text that the seam Desktop takes and gives, and back: UTF-8 on Windows, where names can hold

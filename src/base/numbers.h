@@ -14,7 +14,7 @@ double LeadingNumber(std::string_view text);
 /// Turns every "," of `text` into "." in place, then reads it as LeadingNumber does: "12,5" is 12.5, "1.234,5"
 /// is 1.234.
 double ParseInvariantNumber(std::string& text);
-/// The same number without changing the caller's text. For the feed: no allocation.
+/// The number of ParseInvariantNumber without a change of the caller's text. For the feed: no allocation.
 double InvariantNumber(std::string_view text);
 
 /// The whole of `text`, blanks at its ends aside, as a number with "." or "," as its decimal sign; 0 when any other
@@ -27,7 +27,7 @@ std::int16_t Int16FromText(std::string_view text);
 
 /// To the nearest whole number, halves to the even one (conversion of numbers to whole numbers everywhere).
 double RoundHalfEven(double value);
-/// The same, as a number of N bits; RuntimeFailure when it does not fit or is not a number.
+/// RoundHalfEven as a number of N bits; RuntimeFailure when it does not fit or is not a number.
 std::int16_t ToInt16(double value);
 std::int32_t ToInt32(double value);
 
@@ -36,7 +36,7 @@ std::int32_t ToInt32(double value);
 /// judged on the 15 significant digits of the value, so 1.005 in "0.00" is 1.01. Zero has no sign. Infinite and
 /// not-a-number values, which have no digits, come out as 0.
 std::string FormatInvariant(double value, std::string_view pattern);
-/// The same, appended to `out` (no allocation when it has room).
+/// Appends to `out` what FormatInvariant gives (no allocation when it has room).
 void AppendFormat(std::string& out, double value, std::string_view pattern);
 
 }  // namespace kestrel::base

@@ -35,7 +35,7 @@ class Picture {
 /// Loads a BMP, JPEG, GIF, PNG or DDS file, told by its first bytes. RuntimeFailure with a clear text when the file is
 /// missing, of another kind, damaged or too large.
 Picture LoadPicture(const std::filesystem::path& path);
-/// The same from the bytes of a file.
+/// The picture in the bytes of a file, as LoadPicture gives it.
 Picture DecodePicture(std::string_view bytes);
 
 /// Largest side of a picture that a new map is made from, in pixels: squaring and saving hold it several times.

@@ -284,7 +284,7 @@ class FieldWriter {
   void Clear();
   /// What has been walked since, piece behind piece; good until the next call or a change of what was walked.
   std::span<std::span<const std::byte>> Pieces();
-  /// The same for what has no blocks.
+  /// What has been walked since as one piece, for what has no blocks.
   std::string_view Bytes() const { return small.Bytes(); }
   /// Characters without a length: a file's first word.
   void Characters(std::string_view text) { small.Text(text); }
@@ -300,7 +300,7 @@ class FieldWriter {
   void Flag(bool value) { small.I16(value ? -1 : 0); }
   void Text(std::string_view text);
   void PaddedText(std::string_view text, std::size_t width) { small.PaddedText(text, width); }
-  /// Of either kind of table.
+  /// An array of either kind of table.
   template <class Head, class AnyTable, class Fields>
   void Array(Head head, const AnyTable& table, const Fields& fields) {
     const std::size_t slots = table.UpperBound() + 1;

@@ -9,13 +9,13 @@
 // is, since what they write depends on Shift and on the layout.
 namespace kestrel::base {
 
-/// Of a Latin letter, whatever its case; 0 for any other character.
+/// The key of a Latin letter, whatever its case; 0 for any other character.
 constexpr std::int32_t KeyOfLetter(char32_t character) {
   if (character >= U'a' && character <= U'z') return static_cast<std::int32_t>(character - U'a') + 65;
   return character >= U'A' && character <= U'Z' ? static_cast<std::int32_t>(character) : 0;
 }
 
-/// Of a digit or sign as it is written on a US keyboard, with Shift or without; 0 for any other character.
+/// The key of a digit or sign as it is written on a US keyboard, with Shift or without; 0 for any other character.
 constexpr std::int32_t KeyOfSign(char32_t character) {
   struct Sign {
     char32_t Plain, Shifted;
@@ -37,7 +37,7 @@ constexpr std::int32_t KeyOfSign(char32_t character) {
 /// The scan codes of Linux's input devices; an X key code is one of these plus 8.
 inline constexpr std::uint32_t ScanCodeOfXKey = 8;
 
-/// Of a key's place among the digits and signs of the keyboard; 0 for any other place.
+/// The key at a place among the digits and signs of the keyboard; 0 for any other place.
 constexpr std::int32_t KeyOfSignPlace(std::uint32_t scanCode) {
   struct Place {
     std::uint32_t ScanCode;
@@ -54,7 +54,7 @@ constexpr std::int32_t KeyOfSignPlace(std::uint32_t scanCode) {
   return 0;
 }
 
-/// Of a key's place among the letters of a US keyboard, for layouts of other scripts; 0 for any other place.
+/// The key at a place among the letters of a US keyboard, for layouts of other scripts; 0 for any other place.
 constexpr std::int32_t KeyOfLetterPlace(std::uint32_t scanCode) {
   struct Row {
     std::uint32_t First;
@@ -69,7 +69,7 @@ constexpr std::int32_t KeyOfLetterPlace(std::uint32_t scanCode) {
   return 0;
 }
 
-/// Of a key that writes something: `character` is what it writes, 0 when unknown; `scanCode` its place, 0 when unknown.
+/// The key that writes something: `character` is what it writes, 0 when unknown; `scanCode` its place, 0 when unknown.
 /// 0 when neither tells.
 constexpr std::int32_t KeyOfWriting(char32_t character, std::uint32_t scanCode) {
   if (const std::int32_t letter = KeyOfLetter(character); letter != 0) return letter;

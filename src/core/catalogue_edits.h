@@ -19,7 +19,7 @@ struct TheaterEdit {
   std::size_t Index = 0;  ///< in the catalogue; 0 makes a new theater
   theaters::TheaterDetails Details;
   std::optional<theaters::TheaterDetails> Shown;  ///< what the person was shown of a stored theater before the edit
-  theaters::Bullseye Default;                     ///< of a new theater; its name is not used
+  theaters::Bullseye Default;                     ///< the bullseye of a new theater; its name is not used
   base::Picture Held;  ///< becomes the theater's picture; an empty one leaves the picture as it is
 };
 

@@ -57,7 +57,7 @@ struct Tapes {
   /// How much room a folder has: the system's answer, and a test's own.
   std::function<std::optional<std::uint64_t>(const std::filesystem::path&)> FreeSpace = base::FreeSpace;
   tape::Player Player;
-  /// Of the loaded tape; in force instead of the theater's, if it is a place.
+  /// The bullseye of the loaded tape; in force instead of the theater's, if it is a place.
   std::optional<tape::BullseyePlace> Bullseye;
 };
 

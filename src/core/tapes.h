@@ -15,8 +15,8 @@ void RecordingStart(Program& program);
 /// Menu entry mnuStopRecording and the end of a connection: closes the tape. Nothing while not recording. A tape that
 /// cannot be closed properly is told.
 void RecordingEnd(Program& program);
-/// The same at the unload of the map window, where the person is told before the closing goes on. The tape on show is
-/// let go of too.
+/// RecordingEnd at the unload of the map window, where the person is told before the closing goes on. The tape on show
+/// is let go of too.
 void UnloadTapes(Program& program);
 /// SYNCRO: one record, while recording. When the tape cannot be written that is told once, the tape is closed with what
 /// it has, and the session goes on. When the disk will be full in less than ten minutes that is told, and again only

@@ -26,7 +26,7 @@ struct OptionRow {
   OptionField Bound;
   base::Changed Redraw;              ///< the cheapest that shows a change
   void (*Also)(Program&) = nullptr;  ///< what else a change does, once it is stored
-  double Greatest = 0;               ///< of a typed number: beyond it, it becomes 0. 0: no limit
+  double Greatest = 0;               ///< a typed number beyond it becomes 0. 0: no limit
 };
 
 /// Every control that has a setting. The pointers go into `station`.

@@ -21,8 +21,8 @@ struct SessionState;
 /// What the detail fields show.
 struct ClientDetails {
   bool Enabled = false;           ///< the fields can be used
-  std::string Caption = "USER:";  ///< of Label10
-  std::int16_t Id = 0;            ///< of the client shown
+  std::string Caption = "USER:";  ///< Label10's text
+  std::int16_t Id = 0;            ///< the client shown
   std::string Label;              ///< callsign
   base::Colour Color = 0;
   bool ShowAllHistory = false;

@@ -28,7 +28,7 @@ class FriendlyIndex {
   static std::size_t BucketOf(const char* two);
 
   std::string entries;                                    ///< all entries, a NUL behind each
-  std::array<std::uint32_t, BucketCount + 1> start = {};  ///< of each bucket in `places`
+  std::array<std::uint32_t, BucketCount + 1> start = {};  ///< where each bucket begins in `places`
   std::vector<std::uint32_t> places;                      ///< offsets in `entries`, bucket by bucket
 };
 

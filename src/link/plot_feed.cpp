@@ -62,7 +62,7 @@ Direction DirectionOf(double degrees) {
   return {std::sin(radians), std::cos(radians)};
 }
 
-/// The same from a table for the whole degrees of the circle, which is what servers send.
+/// DirectionOf from a table for the whole degrees of the circle, which is what servers send.
 Direction KnownDirection(double degrees) {
   constexpr std::size_t circle = 360;
   static const std::array<Direction, circle> table = [] {
@@ -101,7 +101,7 @@ class HostileTest {
 
  private:
   FriendlyIndex friends;
-  std::string_view flight;  ///< of the name before: those of one flight stand together
+  std::string_view flight;  ///< that of the name before: those of one flight stand together
   std::uint8_t hostile;
 };
 

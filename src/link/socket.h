@@ -36,8 +36,8 @@ class Socket {
   virtual std::size_t Read(std::string& to, std::size_t limit) = 0;
   /// Sends what has been handed over, then closes. State() is Closed at once and no event of this connection follows.
   virtual void Close() = 0;
-  /// The same, but when the peer of a connection that stood ends its side later, OnClose tells it, unless a Connect or
-  /// Close comes first.
+  /// Closes as Close does, but when the peer of a connection that stood ends its side later, OnClose tells it, unless
+  /// a Connect or Close comes first.
   virtual void Drop() = 0;
 };
 

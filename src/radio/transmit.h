@@ -29,7 +29,7 @@ void PressTransmit(Transmission& state, VoiceBridge& voice, TransmitKey key);
 /// The key went up: the client gets the release whether or not it is connected or was sent the press.
 void ReleaseTransmit(Transmission& state, VoiceBridge& voice, TransmitKey key);
 
-/// The same for each key that is down; true when one was.
+/// Releases each key that is down; true when one was.
 bool ReleaseHeld(Transmission& state, VoiceBridge& voice);
 
 /// What the key's present picture says.

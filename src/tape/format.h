@@ -22,7 +22,7 @@ inline constexpr std::uint64_t FirstRecordAt = 41;
 
 /// Bounds of what is read at all, far above every session: they keep a damaged tape from filling the memory.
 inline constexpr std::uint64_t MaxRecordBytes = std::uint64_t{256} << 20;
-inline constexpr std::int32_t MaxSlots = 1 << 18;  ///< of AI and of Clients, with slot 0
+inline constexpr std::int32_t MaxSlots = 1 << 18;  ///< AI or Clients, with slot 0
 
 /// The file is no tape: its first characters are not Magic.
 class WrongFormat : public base::RuntimeFailure {
@@ -35,7 +35,7 @@ struct TapeHeader {
   std::int32_t RecordCount = 0;   ///< 0 until the tape is closed properly
   std::int32_t SyncInterval = 0;  ///< milliseconds between the last two SYNCRO
   double StartTime = 0;           ///< days since 1899-12-30, local
-  double BullX = 0;               ///< of the current bullseye at the start, map units, as in theaters::Bullseye
+  double BullX = 0;               ///< the current bullseye at the start, map units, as in theaters::Bullseye
   double BullY = 0;               ///< as in theaters::Bullseye
 };
 

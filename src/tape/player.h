@@ -61,14 +61,14 @@ enum class PlayerPhase { NoFile, Loading, Stopped, Playing, Paused };
 /// What RecFrm shows.
 struct PlayerState {
   PlayerPhase Phase = PlayerPhase::NoFile;
-  std::string FileTitle;         ///< of the tape, empty when there is none
+  std::string FileTitle;         ///< name of the tape, empty when there is none
   std::int32_t CurPoint = 0;     ///< number of the record on show; 0 with no file
   std::int32_t RecordCount = 0;  ///< from the header
   double CurTime = 0;            ///< days since 1899-12-30: Time of the record on show
   std::int32_t SecsBetween = 0;  ///< whole seconds from the record on show to the next one
   std::int16_t Speed = 1;        ///< replay multiplier
   std::int16_t ScrollScale = 1;  ///< records to a step of the position bar
-  std::int32_t BarMinimum = 0;   ///< of the position bar: where the first record is
+  std::int32_t BarMinimum = 0;   ///< the position bar's least value: where the first record is
   std::int32_t BarMaximum = 0;
   std::int32_t BarValue = 0;
   std::int32_t TimerInterval = 0;  ///< milliseconds from tick to tick while playing; with 0 the timer never fires

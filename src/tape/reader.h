@@ -12,14 +12,14 @@ namespace kestrel::tape {
 
 /// What a record holds, found without reading its histories.
 struct RecordShape {
-  std::uint64_t Position = 0;      ///< of its first byte in the file
-  std::uint64_t Next = 0;          ///< of the byte behind it, where the next record stands
+  std::uint64_t Position = 0;      ///< where its first byte stands in the file
+  std::uint64_t Next = 0;          ///< where the next record stands, behind it
   double Time = 0;                 ///< days since 1899-12-30
   std::uint32_t AIPlots = 0;       ///< without slot 0
   std::uint32_t Clients = 0;       ///< without slot 0
-  std::uint64_t AIBytes = 0;       ///< of the array with its descriptor
-  std::uint64_t ClientBytes = 0;   ///< of the array with its descriptor, without the histories
-  std::uint64_t HistoryBytes = 0;  ///< of the histories with their descriptors
+  std::uint64_t AIBytes = 0;       ///< the array with its descriptor
+  std::uint64_t ClientBytes = 0;   ///< the array with its descriptor, without the histories
+  std::uint64_t HistoryBytes = 0;  ///< the histories with their descriptors
 };
 
 /// Reads a tape one record at a time; the file is never held whole, and its positions have 64 bits. Whatever the bytes

@@ -58,7 +58,7 @@ class Recorder {
   std::int32_t count = 0;
   std::uint64_t size = 0;
   bool countWritten = false;
-  std::uint64_t lastBytes = 0;      ///< of the last record
+  std::uint64_t lastBytes = 0;      ///< the size of the last record
   std::size_t lastClients = 0;      ///< in the last record
   std::deque<std::int32_t> cycles;  ///< milliseconds, of the latest records that have a cycle, oldest first
 };

@@ -16,7 +16,7 @@ namespace kestrel::theaters {
 /// The current bullseye as it stands in the list, or one without a name in the middle of the map when the theater has
 /// none (an index out of range counts as none).
 Bullseye CurrentBullseyePlace(const Theater& theater);
-/// The same place with Y turned over: Size - Y.
+/// The place of the current bullseye with Y turned over: Size - Y.
 DownPoint CurrentBullseye(const Theater& theater);
 
 /// Extent that a theater gets when its file has none that can be used, map units.

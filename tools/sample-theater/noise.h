@@ -7,7 +7,7 @@ namespace kestrel::land {
 
 /// 32 well mixed bits for a lattice point.
 std::uint32_t Hash(std::int32_t x, std::int32_t y, std::uint32_t seed);
-/// The same as a number from 0 to below 1.
+/// Hash as a number from 0 to below 1.
 double HashUnit(std::int32_t x, std::int32_t y, std::uint32_t seed);
 
 /// Smooth gradient noise, about -1 to 1, with features of size 1.

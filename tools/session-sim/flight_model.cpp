@@ -14,7 +14,7 @@ constexpr double LongestStep = 0.5;                  ///< seconds
 
 double Towards(double value, double aim, double most) { return value + std::clamp(aim - value, -most, most); }
 
-/// The same angle from -pi to pi.
+/// An angle as one from -pi to pi.
 double Wrapped(double angle) { return std::remainder(angle, 2 * Pi); }
 
 void FlyStep(Motion& motion, const Goal& goal, const Limits& limits, double seconds) {

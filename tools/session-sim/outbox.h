@@ -38,7 +38,7 @@ class Outbox {
     Clock::time_point Due;
   };
   std::deque<Piece> pieces;
-  std::size_t sent = 0;  ///< of the first piece
+  std::size_t sent = 0;  ///< bytes of the first piece
   std::size_t bytes = 0;
 };
 

@@ -23,7 +23,7 @@ struct Player {
   std::int16_t Id = 0;
   std::string Name;  ///< as recorded, in the code page
   double First = 0;  ///< time of the first record with him, days since 1899-12-30
-  double Last = 0;   ///< of the last one
+  double Last = 0;   ///< time of the last one
   std::uint64_t Records = 0;
 };
 
@@ -33,8 +33,8 @@ struct Survey {
   std::uint64_t FileBytes = 0;  ///< when the last record was looked for: the tape may be growing
   std::uint64_t WholeRecords = 0;
   std::uint64_t WholeBytes = tape::FirstRecordAt;  ///< where the last whole record ends
-  double FirstTime = 0;                            ///< of the first record
-  double LastTime = 0;                             ///< of the last one
+  double FirstTime = 0;                            ///< the first record's
+  double LastTime = 0;                             ///< the last one's
   Span Players;                                    ///< in a record
   Span AIAircraft;                                 ///< in a record
   std::uint64_t TimeBytes = 0;

@@ -162,7 +162,7 @@ class X11GlobalKeys::Connection {
   int opcode;
   Heard heard;
   std::bitset<KeyCodes> held;  ///< keys that are down, as of the last event that was taken
-  XkbStateRec state{};         ///< of the keyboard, asked at the last event
+  XkbStateRec state{};         ///< the keyboard's, asked at the last event
   bool lost = false;
 };
 

@@ -29,7 +29,7 @@ class WindowsGlobalKeys final : public core::GlobalKeys {
   struct Hook;
 
   std::thread hookThread;
-  std::uint32_t threadId = 0;  ///< of the hook's thread, as the system counts; 0: it has no hook
+  std::uint32_t threadId = 0;  ///< the hook's thread, as the system counts; 0: it has no hook
 };
 
 }  // namespace kestrel::platform

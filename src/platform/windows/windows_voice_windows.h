@@ -30,7 +30,7 @@ class WindowsVoiceWindows final : public radio::VoiceWindows {
   struct Message;
   std::uintptr_t Send(const Message& message);
 
-  std::uint64_t deadline = 0;  ///< of the operation, by the system's tick count in milliseconds
+  std::uint64_t deadline = 0;  ///< where the operation ends, by the system's tick count in milliseconds
 };
 
 }  // namespace kestrel::platform

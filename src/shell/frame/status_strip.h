@@ -63,7 +63,7 @@ class StatusStrip final : public QWidget {
   QLabel* lblLat;
   QLabel* lblLong;
   QLabel* lblElevation;
-  int fixedWidth = 0;  ///< of everything but the read-outs, with the lamps' words, pixels
+  int fixedWidth = 0;  ///< everything but the read-outs, with the lamps' words, pixels
   QTimer TimerAct{this};
   bool ActivityOn = false;
 };

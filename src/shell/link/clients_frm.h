@@ -62,7 +62,7 @@ class ClientsFrm final : public ToolFrm {
   std::unique_ptr<Ui::ClientsFrm> form;
   ClientsModel* clients;
   AIListModel* aircraft;
-  std::optional<std::int16_t> popUpId;  ///< of the client that PopUp3 was opened on
+  std::optional<std::int16_t> popUpId;  ///< the client that PopUp3 was opened on
   bool updating = false;  ///< the tree is being changed by us: what it selects meanwhile is no one's choice
 };
 

@@ -8,7 +8,7 @@
 namespace kestrel::shell {
 namespace {
 
-/// Of the progress bar, pixels.
+/// The progress bar, pixels.
 constexpr int BarWidth = 280;
 
 }  // namespace

@@ -128,7 +128,7 @@ class QtSurface final : public map::Surface {
   std::size_t lastSheet = 0;                        ///< used last, and so most likely next
   std::size_t sheetBytes = 0;                       ///< bytes of the shapes of all sheets
   std::vector<Ring> rings;
-  std::vector<int> dotHalfWidths;  ///< of the rows of a dot, from its top
+  std::vector<int> dotHalfWidths;  ///< a dot, row by row from its top
 };
 
 }  // namespace kestrel::shell

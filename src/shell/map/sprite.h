@@ -16,7 +16,7 @@ using BlockBytes = std::array<std::uint8_t, BlockPixels * 4>;
 
 /// Some neighbouring pixels of a sprite, at least one of them inked.
 struct InkBlock {
-  std::int16_t X = 0;  ///< of the first, relative to the sprite's position
+  std::int16_t X = 0;  ///< the first pixel, relative to the sprite's position
   std::int16_t Y = 0;
   BlockBytes Coverage = {};  ///< 0..128 for each channel of each pixel: 0 leaves and 128 hides what is below
 };

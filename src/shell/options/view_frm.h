@@ -20,7 +20,7 @@ class ViewFrm final : public ToolFrm {
   ~ViewFrm() override;
 
  protected:
-  /// Of the zoom and of settings that have changed elsewhere.
+  /// Shows the zoom and settings that have changed elsewhere.
   void ShowChanged(base::Changed what) override;
 
  private:

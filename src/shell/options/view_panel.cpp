@@ -37,7 +37,7 @@ constexpr Arrow arrows[] = {
     {"cmdDown", IconKind::RollDown, "Move the map half a screen down", 2, 2, 1},
 };
 constexpr int ArrowSide = 28;
-/// Of a button that shows a number, pixels.
+/// A button that shows a number, pixels.
 constexpr int NumberWidth = 40;
 
 QString Words(const char* text) { return QString::fromLatin1(text); }

@@ -62,7 +62,7 @@ class KeyedTree final : public QAbstractItemModel {
   /// The rows are these now, children in the order of the list. A row whose parent does not stand before it is at the
   /// top of the tree. The view keeps by key what is open and what is selected, and it keeps its place.
   void Refresh(std::vector<Row> rows);
-  /// The same with all nodes closed. The node `key` is selected and brought into view; none is, when there is none.
+  /// Refresh with all nodes closed. The node `key` is selected and brought into view; none is, when there is none.
   void RefreshClosed(std::vector<Row> rows, const QString& key);
   /// Selects the node `key` and brings it into view, opening those above it; when there is none, nothing is selected.
   void Select(const QString& key);

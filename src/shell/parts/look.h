@@ -27,7 +27,7 @@ QColor MapSurround(const QPalette& palette);
 
 /// The window icon: a hovering bird over the rings of a radar, drawn at every size.
 QIcon ProgramIcon();
-/// The same at one size, pixels.
+/// The picture of that icon at one size, pixels.
 QPixmap ProgramPicture(int side);
 
 }  // namespace kestrel::shell

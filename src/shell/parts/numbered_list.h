@@ -15,7 +15,7 @@ class NumberedList final : public QAbstractTableModel {
   Q_OBJECT
  public:
   using Count = std::function<std::size_t()>;                          ///< elements in the table
-  using Text = std::function<QString(std::size_t index, int column)>;  ///< of the columns behind "#"
+  using Text = std::function<QString(std::size_t index, int column)>;  ///< the columns behind "#"
 
   using Marked = std::function<bool(std::size_t index)>;
   using Mark = std::function<void(std::size_t index, bool on)>;

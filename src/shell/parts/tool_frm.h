@@ -82,7 +82,7 @@ class ToolFrm : public QWidget {
  private:
   /// How a caption is held.
   struct Grip {
-    QPoint Offset;                        ///< of the pointer from the window's corner
+    QPoint Offset;                        ///< from the window's corner to the pointer
     QPoint Before;                        ///< the corner before the latest move
     std::optional<quint64> MovedAt = {};  ///< time of that move's event
   };
@@ -103,7 +103,7 @@ class ToolFrm : public QWidget {
 
   core::ToolWindow kind;
   base::Changed views;   ///< what it shows
-  base::Changed behind;  ///< of that, what has changed since it was brought up to date
+  base::Changed behind;  ///< what of that has changed since it was brought up to date
   QWidget* body;
   QLabel* Label1 = nullptr;
   QToolButton* CMD1 = nullptr;

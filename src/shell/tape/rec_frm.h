@@ -39,7 +39,7 @@ class RecFrm final : public ToolFrm {
   std::unique_ptr<Ui::RecFrm> form;
   QTimer Timer1;
   bool ticking = false;           ///< what is shown comes from Timer1
-  std::uint32_t timerStarts = 0;  ///< of the player, when Timer1 was set last
+  std::uint32_t timerStarts = 0;  ///< the player's count of them, when Timer1 was set last
 };
 
 }  // namespace kestrel::shell

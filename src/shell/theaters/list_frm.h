@@ -22,7 +22,7 @@ class ListFrm : public QDialog {
  protected:
   struct Words {
     const char* Name;     ///< objectName of the window
-    const char* Title;    ///< of the window
+    const char* Title;    ///< the window's caption
     const char* Adds;     ///< what "Add..." does
     const char* Edits;    ///< what "Edit..." does
     const char* Deletes;  ///< what "Delete" does
