@@ -11,8 +11,8 @@
 
 #include "base/failure.h"
 #include "base/files.h"
+#include "base/program_title.h"
 #include "base/text.h"
-#include "link/session.h"
 
 namespace kestrel::core {
 namespace fs = std::filesystem;
@@ -71,7 +71,7 @@ void CopyFile(const fs::path& from, const fs::path& to) {
 /// that wrote it. The one that is shipped does not.
 bool SavedByThisVersion(const fs::path& folder) {
   if (!HasMainFile(folder)) return false;
-  const std::string title = '"' + link::ProgramTitle() + ' ';
+  const std::string title = base::BannerHead();
   std::string head(title.size(), ' ');
   const std::size_t count =
       base::ReadHead(base::FindFile(folder, MainFileName), std::as_writable_bytes(std::span(head)));

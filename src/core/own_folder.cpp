@@ -6,6 +6,7 @@
 #include "base/debug_log.h"
 #include "base/failure.h"
 #include "base/files.h"
+#include "base/program_title.h"
 #include "core/default_files.h"
 #include "core/tell.h"
 
@@ -42,7 +43,7 @@ enum class Outcome { Taken, Refused, NotOffered };
 
 bool PersonAgrees(Program& program) {
   const Station& station = program.State;
-  return program.Desk.Ask(link::ProgramTitle(),
+  return program.Desk.Ask(base::ProgramTitle(),
                           "The program folder cannot be written:\n" + base::PathForMessage(station.ProgramPath) +
                               "\n\nThe station can keep its files in a folder of your own from now on:\n" +
                               base::PathForMessage(station.OwnFolder) +

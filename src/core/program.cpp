@@ -3,9 +3,8 @@
 #include <exception>
 #include <string>
 
-#include "base/numbers.h"
+#include "base/program_title.h"
 #include "core/tell.h"
-#include "version.h"
 
 namespace kestrel::core {
 namespace {
@@ -13,10 +12,6 @@ namespace {
 void EndStart(Program& program, const std::string& title, const std::string& text) {
   program.State.Loading = false;
   Tell(program, text, title, base::MessageIcon::Critical);
-}
-
-std::string NoTheatersTitle() {
-  return "KESTRELS v" + base::FormatInvariant(VersionMajor, "0") + "." + base::FormatInvariant(VersionMinor, "0");
 }
 
 std::string StartFailureText(std::string_view where) {
@@ -37,7 +32,7 @@ bool Main(Program& program) {
     try {
       if (step.Run) step.Run(program);
     } catch (const NoTheaters&) {
-      EndStart(program, NoTheatersTitle(), "No Theaters are installed. Exiting now...");
+      EndStart(program, base::NoTheatersTitle(), "No Theaters are installed. Exiting now...");
       return false;
     } catch (const std::exception& failure) {
       program.Log.LogLine(std::string(step.What) + ": " + failure.what());

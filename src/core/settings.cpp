@@ -11,6 +11,7 @@
 #include "base/files.h"
 #include "base/numbers.h"
 #include "base/profile_file.h"
+#include "base/program_title.h"
 #include "theaters/catalogue.h"
 #include "theaters/theater_file.h"
 
@@ -202,7 +203,7 @@ void WritePhonebook(const link::Options& options, base::ProfileFile& ini) {
 
 base::ProfileFile MainFile(const Station& station) {
   base::ProfileFile ini;
-  ini.AppendLine(Banner("Main"));
+  ini.AppendLine(base::Banner("Main"));
   // The rows point into the station for reading as well; here nothing is written through them.
   for (const SettingsRow& row : SettingsTable(const_cast<Station&>(station))) {
     if (row.Use != Access::ReadOnly) ini.WriteIniValue(row.Section, row.Key, Written(row));
@@ -227,10 +228,6 @@ std::filesystem::path TheaterPath(const Station& station, std::string_view name)
   return path;
 }
 
-std::string Banner(std::string_view kind) {
-  return '"' + link::ProgramTitle() + ' ' + std::string(kind) + " INI File\"";
-}
-
 std::vector<std::string> LoadSavedVars(Station& station) {
   const base::ProfileFile ini = base::ProfileFile::Load(IniFile(station));
   ReadRows(ini, station);
@@ -251,7 +248,7 @@ void SaveVars(const Station& station) {
   // The theater files first, so that the main file never names one that is not there yet.
   for (const theaters::Theater& theater : station.Catalogue.Theaters.Live()) {
     attempt([&] {
-      theaters::WriteTheaterFile(theater, Banner("Theater")).Save(TheaterPath(station, theater.TheaterFile));
+      theaters::WriteTheaterFile(theater, base::Banner("Theater")).Save(TheaterPath(station, theater.TheaterFile));
     });
   }
   attempt([&] { MainFile(station).Save(IniFile(station)); });

@@ -56,7 +56,4 @@ void SaveVars(const Station& station);
 /// The phonebook alone: NUM and the CONNLIST<n> sections, leaving the rest of the file as it is. RuntimeFailure.
 void SaveConnList(const Station& station);
 
-/// First line of a settings file, in double quotes: "KESTREL v1.0.0 Main INI File". `kind`: "Main" or "Theater".
-std::string Banner(std::string_view kind);
-
 }  // namespace kestrel::core

@@ -6,9 +6,9 @@
 
 #include "base/failure.h"
 #include "base/numbers.h"
+#include "base/program_title.h"
 #include "link/plot_feed.h"
 #include "link/roster.h"
-#include "version.h"
 
 namespace kestrel::link {
 namespace {
@@ -318,25 +318,15 @@ void Session::Box(std::string_view title, std::string_view text, base::MessageIc
   desktop.Message(title, text, icon);
 }
 
-std::string ProgramTitle() {
-  std::string title = "KESTREL v";
-  base::AppendFormat(title, VersionMajor, "0");
-  title += '.';
-  base::AppendFormat(title, VersionMinor, "0");
-  title += '.';
-  base::AppendFormat(title, VersionRevision, "0");
-  return title;
-}
-
 std::string FrameCaption(const SessionState& state) {
-  if (!state.Connected) return ProgramTitle();
+  if (!state.Connected) return base::ProgramTitle();
   switch (state.Channel) {
     case 1:
-      return ProgramTitle() + " - BLUE CHANNEL";
+      return base::ProgramTitle() + " - BLUE CHANNEL";
     case 2:
-      return ProgramTitle() + " - RED CHANNEL";
+      return base::ProgramTitle() + " - RED CHANNEL";
     default:
-      return ProgramTitle() + " - BOTH CHANNELS";
+      return base::ProgramTitle() + " - BOTH CHANNELS";
   }
 }
 

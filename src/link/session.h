@@ -136,9 +136,7 @@ class Session final : public SocketEvents {
   base::Changed pending = base::Changed::Nothing;
 };
 
-/// The caption of the frame: "KESTREL v1.0.0", with " - BLUE CHANNEL" and the like while connected.
+/// The caption of the frame: base::ProgramTitle, with " - BLUE CHANNEL" and the like while connected.
 std::string FrameCaption(const SessionState& state);
-/// "KESTREL v" + major + "." + minor + "." + revision.
-std::string ProgramTitle();
 
 }  // namespace kestrel::link

@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "base/picture_files.h"
+#include "base/program_title.h"
 #include "core/settings.h"
 #include "core/theater_switch.h"
 #include "falcon/campaign_bytes.h"
@@ -218,7 +219,7 @@ TEST_F(CatalogueEdits, PictureOfATheaterThatNamesNoneIsToldAsSuch) {
     TheaterEdit edit = OfKorea();
     edit.Held = base::BlankPicture(7);
     EXPECT_FALSE(StoreTheater(around.All, edit));
-    ExpectBox(link::ProgramTitle(),
+    ExpectBox(base::ProgramTitle(),
               "The theater could not be stored: its settings file korea.ini names no picture (PIC) that could be "
               "written.");
     EXPECT_EQ(Korea().DisplayName, "Korea");
@@ -323,10 +324,10 @@ TEST_F(CatalogueEdits, ImageThatCannotBeLoadedIsTold) {
   for (const std::string& bytes : {std::string(), std::string("no picture"), TinyBmp(2).substr(0, 60)}) {
     folder.Write("map.bmp", bytes);
     EXPECT_FALSE(OpenMapImage(around.All, folder.Path / "map.bmp"));
-    ExpectBox(link::ProgramTitle(), "Error loading image file.");
+    ExpectBox(base::ProgramTitle(), "Error loading image file.");
   }
   EXPECT_FALSE(OpenMapImage(around.All, folder.Path / "missing.bmp"));
-  ExpectBox(link::ProgramTitle(), "Error loading image file.");
+  ExpectBox(base::ProgramTitle(), "Error loading image file.");
   EXPECT_FALSE(OpenMapImage(around.All, folder.Path));
 }
 
@@ -341,7 +342,7 @@ TEST_F(CatalogueEdits, CornerIsReadFromAMapFile) {
 TEST_F(CatalogueEdits, MapFileThatIsTooShortIsTold) {
   folder.Write("theater.map", std::string(1100, 'x'));
   EXPECT_FALSE(OpenMapFile(around.All, folder.Path / "theater.map"));
-  ExpectBox(link::ProgramTitle(), "The corner cannot be read from \"theater.map\": the file ends too early.");
+  ExpectBox(base::ProgramTitle(), "The corner cannot be read from \"theater.map\": the file ends too early.");
 }
 
 TEST_F(CatalogueEdits, NewBullseyeBecomesCurrentAndIsPlaced) {
@@ -411,7 +412,7 @@ TEST_F(CatalogueEdits, BullseyeOfACampaignIsNamedAsItsFileAndCurrent) {
 TEST_F(CatalogueEdits, CampaignThatCannotBeReadLeavesTheList) {
   folder.Write("bad.cam", "no campaign");
   EXPECT_FALSE(AddCampaignBullseye(around.All, folder.Path / "bad.cam"));
-  ExpectBox(link::ProgramTitle(), "The bullseye cannot be read from \"bad.cam\": it is no campaign file.");
+  ExpectBox(base::ProgramTitle(), "The bullseye cannot be read from \"bad.cam\": it is no campaign file.");
   EXPECT_FALSE(AddCampaignBullseye(around.All, folder.Path / "missing.cam"));
   EXPECT_EQ(Korea().Bulls.UpperBound(), 2u);
   EXPECT_EQ(Korea().CurrentBull, 1);

@@ -11,6 +11,7 @@
 
 #include "base/failure.h"
 #include "base/files.h"
+#include "base/program_title.h"
 #include "core/default_files.h"
 #include "core/settings.h"
 #include "core/theater_switch.h"
@@ -121,10 +122,10 @@ TEST_F(OwnFolder, ANewerPackedProgramOverAUsedOneChangesNoFileAndBringsWhatIsMis
 TEST_F(OwnFolder, WhatThePersonDeletesStaysAwayUntilAnotherVersionComes) {
   Pack();
   const auto has = [this] { return program.Has("Theaters/balkans.bmp") || program.Has("TAPES/Demo.tap"); };
-  program.Write("KESTREL.ini", '"' + link::ProgramTitle() + " Main INI File\"\r\n");
+  program.Write("KESTREL.ini", '"' + base::ProgramTitle() + " Main INI File\"\r\n");
   ChooseFolder(around.All);
   EXPECT_FALSE(has());
-  program.Write("KESTREL.ini", '"' + link::ProgramTitle() + "0 Main INI File\"\r\n");
+  program.Write("KESTREL.ini", '"' + base::ProgramTitle() + "0 Main INI File\"\r\n");
   ChooseFolder(around.All);
   EXPECT_TRUE(has());
 }
@@ -256,17 +257,17 @@ class ReadOnlyProgram : public OwnFolder {
     return seen + around.State.AppPath.string() + "\n" + around.State.ProgramPath.string() + "\n";
   }
   std::string Offer() {
-    return link::ProgramTitle() + ": The program folder cannot be written:\n" + program.Path.string() +
+    return base::ProgramTitle() + ": The program folder cannot be written:\n" + program.Path.string() +
            "\n\nThe station can keep its files in a folder of your own from now on:\n" +
            around.State.OwnFolder.string() +
            "\n\nCopy them there? With No the station runs on, but settings, logs and tapes will not be kept.\n";
   }
   std::string SaveFails() {
-    return link::ProgramTitle() +
+    return base::ProgramTitle() +
            ": The station could not save the settings: korea.ini cannot be written.\n\nThe closing goes on.\n";
   }
   static std::string NotKept(const fs::path& folder) {
-    return link::ProgramTitle() + ": The folder cannot be written:\n" + folder.string() +
+    return base::ProgramTitle() + ": The folder cannot be written:\n" + folder.string() +
            "\n\nThe station runs on, but settings, logs and tapes will not be kept.\n";
   }
 };
@@ -359,7 +360,7 @@ TEST_F(ReadOnlyProgram, ARefusalIsAskedAgainAtTheNextStart) {
 
 TEST_F(ReadOnlyProgram, ACopyThatFailsIsToldAndTheStationRunsOn) {
   fs::permissions(own.Path, fs::perms(0555));
-  const std::string failed = link::ProgramTitle() + ": folder ";
+  const std::string failed = base::ProgramTitle() + ": folder ";
   const std::string seen = Run([this] {
     around.Desk.Answers = {base::Answer::Yes};
     return Live();

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "base/program_title.h"
 #include "core/settings.h"
 #include "station_folder.h"
 
@@ -68,7 +69,7 @@ class PhonebookEdits : public testing::Test {
   }
   void ExpectSaveFailure(const char* what) {
     ASSERT_THAT(around.Desk.Boxes, SizeIs(1));
-    EXPECT_EQ(around.Desk.Boxes[0].Title, link::ProgramTitle());
+    EXPECT_EQ(around.Desk.Boxes[0].Title, base::ProgramTitle());
     EXPECT_THAT(around.Desk.Boxes[0].Text, HasSubstr(what));
     EXPECT_THAT(around.Desk.Boxes[0].Text, HasSubstr("could not be saved"));
   }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "base/files.h"
+#include "base/program_title.h"
 #include "core/theater_data.h"
 #include "station_folder.h"
 
@@ -133,7 +134,7 @@ TEST_F(Life, ATheaterWhoseFileIsGoneIsLeftOutAndTold) {
   std::filesystem::remove(folder.Path / "Theaters/korea.ini");
   EXPECT_TRUE(Start());
   ASSERT_THAT(around.Desk.Boxes, SizeIs(1));
-  EXPECT_EQ(around.Desk.Boxes[0].Title, link::ProgramTitle());
+  EXPECT_EQ(around.Desk.Boxes[0].Title, base::ProgramTitle());
   EXPECT_EQ(around.Desk.Boxes[0].Text, "The theater file korea.ini is gone. Its theater is left out.");
   EXPECT_EQ(around.State.Catalogue.Theaters.UpperBound(), 1u);
   EXPECT_EQ(around.State.Catalogue.Current().Name, "balkans") << "the first that is there is current";
@@ -322,7 +323,7 @@ TEST_F(Life, AFailedSaveIsToldAndTheClosingGoesOn) {
   around.Shown.Calls.clear();
   Close(around.All);
   ASSERT_THAT(around.Desk.Boxes, SizeIs(1));
-  EXPECT_EQ(around.Desk.Boxes[0].Title, link::ProgramTitle());
+  EXPECT_EQ(around.Desk.Boxes[0].Title, base::ProgramTitle());
   EXPECT_THAT(around.Desk.Boxes[0].Text, HasSubstr("save the settings"));
   EXPECT_THAT(around.Desk.Boxes[0].Text, HasSubstr("KESTREL.ini"));
   EXPECT_THAT(around.Shown.Calls, ElementsAre("saving message", "no saving message", "UnloadWindows"));

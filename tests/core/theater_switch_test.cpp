@@ -5,6 +5,7 @@
 
 #include "areas/area_tree.h"
 #include "base/failure.h"
+#include "base/program_title.h"
 #include "core/settings.h"
 #include "core/theater_data.h"
 #include "station_folder.h"
@@ -236,7 +237,7 @@ TEST_F(TheaterSwitch, AFailedSaveIsToldAndTheSwitchGoesOn) {
   std::filesystem::create_directories(folder.Path / "KESTREL.ini/in the way");
   SwitchTheater(around.All, 2);
   ASSERT_THAT(around.Desk.Boxes, SizeIs(1));
-  EXPECT_EQ(around.Desk.Boxes[0].Title, link::ProgramTitle());
+  EXPECT_EQ(around.Desk.Boxes[0].Title, base::ProgramTitle());
   EXPECT_THAT(around.Desk.Boxes[0].Text, HasSubstr("KESTREL.ini"));
   EXPECT_EQ(station.Catalogue.Current().Name, "balkans");
 }

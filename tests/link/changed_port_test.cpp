@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/program_title.h"
 #include "link/session_fixture.h"
 
 namespace kestrel::link {
@@ -24,7 +25,7 @@ TEST_F(ChangedPort, ClosesTheSocketAndLeavesTheTablesAsTheyAre) {
   session.DropSocket();
   EXPECT_EQ(socket.Log, (Lines{"close"})) << "neither AWAEND nor anything else is sent";
   EXPECT_TRUE(state.Connected);
-  EXPECT_EQ(FrameCaption(state), ProgramTitle() + " - BLUE CHANNEL");
+  EXPECT_EQ(FrameCaption(state), base::ProgramTitle() + " - BLUE CHANNEL");
   EXPECT_EQ(tables.Clients.UpperBound(), 1u);
   session.DropSocket();
   EXPECT_EQ(socket.Log.size(), 1u);
@@ -42,7 +43,7 @@ TEST_F(ChangedPort, WhatItLeftStandsUntilThePeerEndsItsSide) {
   EXPECT_EQ(ended, 1);
   EXPECT_FALSE(state.Connected);
   EXPECT_TRUE(tables.Clients.Empty());
-  EXPECT_EQ(FrameCaption(state), ProgramTitle());
+  EXPECT_EQ(FrameCaption(state), base::ProgramTitle());
   EXPECT_FALSE(session.Open());
   EXPECT_TRUE(desktop.Boxes.empty());
   socket.PeerCloses();
@@ -90,7 +91,7 @@ TEST_F(ChangedPort, WhatItLeftIsClearedByWhateverComesNext) {
     EXPECT_EQ(socket.Sent, "") << "the former server is told nothing any more";
     EXPECT_FALSE(state.Connected);
     EXPECT_TRUE(tables.Clients.Empty());
-    EXPECT_EQ(FrameCaption(state), ProgramTitle());
+    EXPECT_EQ(FrameCaption(state), base::ProgramTitle());
     socket.Accept();
     EXPECT_EQ(socket.Port, name == "Disconnect" ? 5556 : 7000);
     session.Disconnect();

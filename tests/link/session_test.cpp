@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/program_title.h"
 #include "link/session_fixture.h"
 #include "version.h"
 
@@ -42,7 +43,7 @@ TEST_F(SessionTest, ConnectingAsksForTheChannelAndAnnouncesTheStation) {
 }
 
 TEST_F(SessionTest, CaptionTellsTheChannel) {
-  const std::string title = ProgramTitle();
+  const std::string title = base::ProgramTitle();
   EXPECT_EQ(title, "KESTREL v" + std::to_string(VersionMajor) + "." + std::to_string(VersionMinor) + "." +
                        std::to_string(VersionRevision));
   EXPECT_EQ(FrameCaption(state), title);

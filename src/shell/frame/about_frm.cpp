@@ -2,7 +2,7 @@
 
 #include <QMouseEvent>
 
-#include "link/session.h"
+#include "base/program_title.h"
 #include "shell/parts/guard.h"
 #include "shell/parts/look.h"
 #include "shell/parts/plain_text.h"
@@ -21,7 +21,7 @@ AboutFrm::AboutFrm(core::Program& running, QWidget* frame)
   Ui::AboutFrm ui;
   ui.setupUi(this);
   ui.picIcon->setPixmap(ProgramIcon().pixmap(QSize(IconSide, IconSide), devicePixelRatioF()));
-  ui.lblTitle->setText(FromBytes(link::ProgramTitle()));
+  ui.lblTitle->setText(FromBytes(base::ProgramTitle()));
   QFont large = font();
   large.setPointSizeF(large.pointSizeF() * 1.5);
   large.setBold(true);

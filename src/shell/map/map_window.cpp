@@ -2,14 +2,14 @@
 
 #include <QVBoxLayout>
 
-#include "link/session.h"
+#include "base/program_title.h"
 #include "shell/parts/unicode_text.h"
 
 namespace kestrel::shell {
 
 MainFrm::MainFrm(core::Program& running, QMenu& popUp2, QWidget* owner) : QWidget(owner) {
   setObjectName(QStringLiteral("MainFrm"));
-  setWindowTitle(FromBytes(link::ProgramTitle()) + u'b');
+  setWindowTitle(FromBytes(base::MapTitle()));
   Picture1 = new MapPicture(running, popUp2, this);
   auto* fill = new QVBoxLayout(this);
   fill->setContentsMargins(0, 0, 0, 0);

@@ -2,6 +2,7 @@
 
 #include <QMenuBar>
 
+#include "base/program_title.h"
 #include "falcon/campaign_bytes.h"
 #include "shell/theaters/mdf_bulls_frm.h"
 #include "shell/theaters/theater_windows_fixture.h"
@@ -343,7 +344,7 @@ TEST_F(Bullseyes, CampaignFileThatCannotBeReadLeavesTheList) {
   Write("bad.tac", "no campaign");
   Choose("bad.tac");
   Action("mnuGetBullseyFromTac").trigger();
-  ExpectBox(link::ProgramTitle().c_str(), "The bullseye cannot be read from \"bad.tac\": it is no campaign file.");
+  ExpectBox(base::ProgramTitle().c_str(), "The bullseye cannot be read from \"bad.tac\": it is no campaign file.");
   EXPECT_EQ(Current().Bulls.UpperBound(), 2u);
   Action("mnuGetBullseyFromTac").trigger();
   EXPECT_TRUE(desk.Boxes.empty()) << "a cancelled choice is no failure";

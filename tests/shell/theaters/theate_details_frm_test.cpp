@@ -1,6 +1,7 @@
 #include "shell/theaters/theate_details_frm.h"
 
 #include "base/picture_files.h"
+#include "base/program_title.h"
 #include "shell/near.h"
 #include "shell/theaters/theater_windows_fixture.h"
 
@@ -66,7 +67,7 @@ TEST_F(TheateDetails, TheaterWithoutItsPictureShowsTheKeptSize) {
 TEST_F(TheateDetails, UnreadablePictureIsToldAndTheWindowStays) {
   Write("Theaters/two.png", "no picture");
   Open(2);
-  ExpectBox(link::ProgramTitle().c_str(), "Error loading image file.");
+  ExpectBox(base::ProgramTitle().c_str(), "Error loading image file.");
   EXPECT_TRUE(window->isVisible());
 }
 
@@ -78,7 +79,7 @@ TEST_F(TheateDetails, PictureOutsideTheFolderCountsAsUnreadable) {
     log.File.Open(program.State.AppPath / "log");
     Open(2);
     log.File.Close();
-    ExpectBox(link::ProgramTitle().c_str(), "Error loading image file.");
+    ExpectBox(base::ProgramTitle().c_str(), "Error loading image file.");
     EXPECT_TRUE(Shown().isNull());
     EXPECT_TRUE(window->isVisible());
     EXPECT_TRUE(Read("log").contains("leaves")) << "the log says why";
@@ -282,7 +283,7 @@ TEST_F(TheateDetails, PictureThatCannotBeLoadedLeavesTheFormerOne) {
     SCOPED_TRACE(name);
     Choose(name);
     Press(*window, "cmdChange");
-    ExpectBox(link::ProgramTitle().c_str(), "Error loading image file.");
+    ExpectBox(base::ProgramTitle().c_str(), "Error loading image file.");
     EXPECT_EQ(Shown().toImage(), before);
     EXPECT_EQ(Label(*window, "lblPicSize"), QStringLiteral("Picture size: 1024"));
     EXPECT_TRUE(window->isVisible());
