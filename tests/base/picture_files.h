@@ -5,14 +5,12 @@
 #include <string_view>
 #include <vector>
 
+#include "base/little_endian.h"
+
 // Small picture files put together byte by byte, without the library under test.
 namespace kestrel::test {
 
-inline std::string Little(std::uint32_t value, int bytes) {
-  std::string text;
-  for (int at = 0; at < bytes; ++at) text += static_cast<char>(value >> (8 * at));
-  return text;
-}
+inline std::string Little(std::uint32_t value, std::size_t bytes) { return Bytes8(value).substr(0, bytes); }
 
 inline std::string Big32(std::uint32_t value) {
   const std::string little = Little(value, 4);

@@ -28,8 +28,8 @@ TEST(CampaignBullseye, EveryVersionHasItsPlace) {
 TEST(CampaignBullseye, StandsAtByte1946OfTheUsualDescription) {
   EXPECT_EQ(test::CampaignBlock({}).size(), 1950U);
   std::string block(1950, '\0');
-  block.replace(1934, 4, test::Le16(1024) + test::Le16(512));
-  block.replace(1946, 4, test::Le16(597) + test::Le16(20));
+  block.replace(1934, 4, test::Bytes2(1024) + test::Bytes2(512));
+  block.replace(1946, 4, test::Bytes2(597) + test::Bytes2(20));
   const CampaignFile file(test::Container({{"a.ver", "103"}, {"a.cmp", test::CampaignPiece(block)}}));
   EXPECT_EQ(ReadCampaignBullseye(file).X, 597);
   EXPECT_EQ(ReadCampaignBullseye(file).Y, 20);
@@ -87,7 +87,7 @@ TEST(CampaignBullseye, DescriptionTooShortForABullseyeIsRefused) {
 TEST(CampaignBullseye, ImpossibleUnpackedSizeIsRefused) {
   for (const std::uint32_t size : {0x80000000U, 0xFFFFFFFFU, 0x7FFFFFFFU, 0x00100001U}) {
     std::string piece = test::CampaignPiece(test::CampaignBlock({}));
-    piece.replace(4, 4, test::Le32(size));
+    piece.replace(4, 4, test::Bytes4(size));
     const CampaignFile file(test::Container({{"a.ver", "63"}, {"a.cmp", piece}}));
     EXPECT_THROW(ReadCampaignBullseye(file), base::RuntimeFailure) << size;
   }

@@ -7,14 +7,10 @@
 #include <utility>
 #include <vector>
 
+#include "base/little_endian.h"
+
 // Campaign files put together byte by byte, by a writer of its own.
 namespace kestrel::test {
-
-inline std::string Le16(int value) { return {static_cast<char>(value & 255), static_cast<char>((value >> 8) & 255)}; }
-
-inline std::string Le32(std::uint32_t value) {
-  return Le16(static_cast<int>(value & 0xFFFF)) + Le16(static_cast<int>(value >> 16));
-}
 
 /// Packed without a match: one byte of flags before every eight.
 inline std::string Literals(std::string_view plain) {
@@ -43,26 +39,26 @@ inline std::string CampaignBlock(const CampaignPlan& plan) {
   if (plan.Version >= 19) block.append(4, '\x66');
   block.append(12, '\x77');             // resupply, repair, reinforcement
   block.append(2 + 2 + 8 + 2, '\x7F');  // time stamp, group, ratios, brief
-  block += Le16(plan.Width) + Le16(plan.Height);
+  block += Bytes2(plan.Width) + Bytes2(plan.Height);
   block.append(8, '\x7E');
-  return block + Le16(plan.X) + Le16(plan.Y);
+  return block + Bytes2(plan.X) + Bytes2(plan.Y);
 }
 
 /// The piece as it stands in the file. `packedSize` is what its head says, which no reader may trust.
 inline std::string CampaignPiece(std::string_view block, std::uint32_t packedSize = 0x7FFFFFFF) {
-  return Le32(packedSize) + Le32(static_cast<std::uint32_t>(block.size())) + Literals(block);
+  return Bytes4(packedSize) + Bytes4(static_cast<std::uint32_t>(block.size())) + Literals(block);
 }
 
 using Pieces = std::vector<std::pair<std::string, std::string>>;
 
 inline std::string Container(const Pieces& pieces, std::string_view behind = "") {
-  std::string bytes(4, '\0'), directory = Le32(static_cast<std::uint32_t>(pieces.size()));
+  std::string bytes(4, '\0'), directory = Bytes4(static_cast<std::uint32_t>(pieces.size()));
   for (const auto& [name, content] : pieces) {
-    directory += static_cast<char>(name.size()) + name + Le32(static_cast<std::uint32_t>(bytes.size())) +
-                 Le32(static_cast<std::uint32_t>(content.size()));
+    directory += static_cast<char>(name.size()) + name + Bytes4(static_cast<std::uint32_t>(bytes.size())) +
+                 Bytes4(static_cast<std::uint32_t>(content.size()));
     bytes += content;
   }
-  bytes.replace(0, 4, Le32(static_cast<std::uint32_t>(bytes.size())));
+  bytes.replace(0, 4, Bytes4(static_cast<std::uint32_t>(bytes.size())));
   return bytes + directory + std::string(behind);
 }
 

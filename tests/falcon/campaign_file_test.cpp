@@ -69,11 +69,11 @@ TEST(CampaignFile, DirectoryThatLiesIsRefused) {
     return bad.replace(at, bytes.size(), bytes);
   };
   ASSERT_EQ(CampaignFile(good).DataVersion(), 63);
-  EXPECT_THROW(CampaignFile(with(0, test::Le32(0))), base::RuntimeFailure) << "directory within its own position";
-  EXPECT_THROW(CampaignFile(with(0, test::Le32(0xFFFFFFFF))), base::RuntimeFailure) << "directory outside";
-  EXPECT_THROW(CampaignFile(with(6, test::Le32(0xFFFFFFFF))), base::RuntimeFailure) << "too many entries";
-  EXPECT_THROW(CampaignFile(with(16, test::Le32(1000))), base::RuntimeFailure) << "piece behind the end";
-  EXPECT_THROW(CampaignFile(with(20, test::Le32(0xFFFFFFFE))), base::RuntimeFailure) << "piece longer than the file";
+  EXPECT_THROW(CampaignFile(with(0, test::Bytes4(0))), base::RuntimeFailure) << "directory within its own position";
+  EXPECT_THROW(CampaignFile(with(0, test::Bytes4(0xFFFFFFFF))), base::RuntimeFailure) << "directory outside";
+  EXPECT_THROW(CampaignFile(with(6, test::Bytes4(0xFFFFFFFF))), base::RuntimeFailure) << "too many entries";
+  EXPECT_THROW(CampaignFile(with(16, test::Bytes4(1000))), base::RuntimeFailure) << "piece behind the end";
+  EXPECT_THROW(CampaignFile(with(20, test::Bytes4(0xFFFFFFFE))), base::RuntimeFailure) << "piece longer than the file";
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "base/failure.h"
+#include "base/little_endian.h"
 #include "base/temp_folder.h"
 #include "theaters/catalogue.h"
 
@@ -14,10 +15,7 @@ namespace {
 /// `values` as they lie in the file.
 std::string Bytes(std::initializer_list<int> values) {
   std::string bytes;
-  for (const int value : values) {
-    bytes += static_cast<char>(value & 0xff);
-    bytes += static_cast<char>(value >> 8 & 0xff);
-  }
+  for (const int value : values) bytes += test::Bytes2(value);
   return bytes;
 }
 
