@@ -4,7 +4,6 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -15,6 +14,7 @@
 
 #include "base/failure.h"
 #include "base/files.h"
+#include "doubles/full_disk.h"
 #include "temp_folder.h"
 
 namespace kestrel::base {
@@ -48,9 +48,7 @@ TEST(FilesFault, ADiskFullAtAnyByteLeavesTheOldFile) {
   for (rlim_t room = 0; room <= fresh.size(); ++room) {
     test::WriteBytes(path, old);
     const int result = InChild([&] {
-      signal(SIGXFSZ, SIG_IGN);
-      const rlimit limit{room, room};
-      setrlimit(RLIMIT_FSIZE, &limit);
+      const doubles::FullDisk disk(room);
       WriteWholeFile(path, fresh);
     });
     EXPECT_EQ(result, room < fresh.size() ? Refused : 0) << room;

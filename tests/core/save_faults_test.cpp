@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -14,6 +13,7 @@
 
 #include "core/settings.h"
 #include "core/theater_data.h"
+#include "doubles/full_disk.h"
 #include "station_folder.h"
 
 namespace kestrel::core {
@@ -108,9 +108,7 @@ TEST_F(SaveFaults, ADiskThatIsFullAfterAnyByteLeavesEachFileOldOrNew) {
     const pid_t child = fork();
     ASSERT_GE(child, 0);
     if (child == 0) {
-      signal(SIGXFSZ, SIG_IGN);
-      const rlimit full = {limit, limit};
-      if (setrlimit(RLIMIT_FSIZE, &full) != 0) _exit(3);
+      const doubles::FullDisk disk(limit);
       _exit(SaveAll(next).empty() ? 0 : 1);
     }
     int status = 0;

@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -14,6 +13,7 @@
 
 #include "base/failure.h"
 #include "base/temp_folder.h"
+#include "doubles/full_disk.h"
 #include "tape/golden_tape.h"
 #include "tape/recorder.h"
 
@@ -22,26 +22,6 @@ namespace {
 
 constexpr double Start = 46347.25;
 const TapeHeader head = {.SyncInterval = 250, .BullX = 512, .BullY = 300};
-
-/// While it lives no file of this process grows beyond `room` bytes.
-class FullDisk {
- public:
-  explicit FullDisk(rlim_t room) : handler(signal(SIGXFSZ, SIG_IGN)) {
-    getrlimit(RLIMIT_FSIZE, &former);
-    const rlimit limit{room, former.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~FullDisk() {
-    setrlimit(RLIMIT_FSIZE, &former);
-    signal(SIGXFSZ, handler);
-  }
-  FullDisk(const FullDisk&) = delete;
-  FullDisk& operator=(const FullDisk&) = delete;
-
- private:
-  rlimit former{};
-  void (*handler)(int);
-};
 
 TEST(RecorderFault, ADiskFullAtAnyByteLeavesTheWholeRecordsAndTellsOnce) {
   const test::TempFolder folder;
@@ -60,7 +40,7 @@ TEST(RecorderFault, ADiskFullAtAnyByteLeavesTheWholeRecordsAndTellsOnce) {
     Recorder recorder;
     int told = 0;
     {
-      const FullDisk disk(room);
+      const doubles::FullDisk disk(room);
       try {
         recorder.RecordingStart(folder.Path(), Start, head);
         for (int cycle = 0; cycle < Cycles; ++cycle) {
@@ -98,7 +78,7 @@ TEST(RecorderFault, AfterAFullDiskTheNextTapeIsWhole) {
   const test::TempFolder folder;
   Recorder recorder;
   {
-    const FullDisk disk(100);
+    const doubles::FullDisk disk(100);
     recorder.RecordingStart(folder.Path(), Start, head);
     EXPECT_THROW(recorder.ComputeRecData(test::SampleTables(2, 1, 1), Start, 1000), base::RuntimeFailure);
   }
@@ -118,7 +98,7 @@ TEST(RecorderFault, ACountThatCannotBeWrittenIsToldAndTheTapeClosed) {
   const link::Tables tables = test::SampleTables(1, 1, 0);
   recorder.ComputeRecData(tables, Start, 1000);
   {
-    const FullDisk disk(9);
+    const doubles::FullDisk disk(9);
     EXPECT_THROW(recorder.RecordingEnd(1000), base::RuntimeFailure);
   }
   EXPECT_FALSE(recorder.Recording());
@@ -135,7 +115,7 @@ TEST(RecorderFault, ACountThatIsLostAfterAFailedRecordIsKnown) {
   const link::Tables tables = test::SampleTables(1, 1, 0);
   recorder.ComputeRecData(tables, Start, 1000);
   {
-    const FullDisk disk(9);
+    const doubles::FullDisk disk(9);
     EXPECT_THROW(recorder.ComputeRecData(tables, Start + 1, 1000), base::RuntimeFailure);
   }
   EXPECT_FALSE(recorder.Recording());
