@@ -7,13 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "doubles/fake_clock.h"
-#include "doubles/fake_socket.h"
-#include "doubles/recording_host.h"
-#include "doubles/scripted_desktop.h"
 #include "link/friendly_index.h"
+#include "link/lone_session.h"
 #include "link/plot_feed.h"
-#include "link/session.h"
 
 namespace {
 
@@ -63,38 +59,30 @@ void CheckTables(const link::Tables& tables) {
 
 /// The first byte of each piece says how long the arrival is and what happens behind it.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  doubles::FakeClock clock;
-  doubles::FakeSocket socket;
-  doubles::ScriptedDesktop desktop;
-  doubles::RecordingHost host;
-  base::DebugLog log(clock);
-  link::Capture capture(clock);
-  link::SessionState state;
-  state.Bull = {512, 512};
-  link::Tables tables;
-  tables.FriendlyList.Append("Viper1");
-  tables.FriendlyList.Append("");
-  link::Options options;
-  link::Session session(socket, desktop, host, log, capture, state, tables, options);
+  link::LoneSession around;
+  around.state.Bull = {512, 512};
+  around.tables.FriendlyList.Append("Viper1");
+  around.tables.FriendlyList.Append("");
 
   std::string_view left(reinterpret_cast<const char*>(data), size);
   while (!left.empty()) {
     const auto head = static_cast<std::uint8_t>(left.front());
     left.remove_prefix(1);
-    if (socket.State() == link::SocketState::Closed) {
-      session.ConnectTo("server");
-      socket.Accept();
+    if (around.socket.State() == link::SocketState::Closed) {
+      around.session.ConnectTo("server");
+      around.socket.Accept();
     }
     const std::string_view arrival = left.substr(0, head < 128 ? head : 16 * (head - 127U));
     left.remove_prefix(arrival.size());
-    clock.Ticks += head * 1000U;
-    socket.Arrive(arrival);
-    CheckTables(tables);
-    if (head % 32 == 31) socket.PeerCloses();
-    if (head % 64 == 33) socket.Fail("broken");
-    if (head % 64 == 34) session.Disconnect();
-    Require(state.Connected || desktop.Boxes.size() > 0 || socket.State() == link::SocketState::Closed);
+    around.clock.Ticks += head * 1000U;
+    around.socket.Arrive(arrival);
+    CheckTables(around.tables);
+    if (head % 32 == 31) around.socket.PeerCloses();
+    if (head % 64 == 33) around.socket.Fail("broken");
+    if (head % 64 == 34) around.session.Disconnect();
+    Require(around.state.Connected || around.desktop.Boxes.size() > 0 ||
+            around.socket.State() == link::SocketState::Closed);
   }
-  CheckTables(tables);
+  CheckTables(around.tables);
   return 0;
 }

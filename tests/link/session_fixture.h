@@ -6,17 +6,13 @@
 #include <vector>
 
 #include "base/temp_folder.h"
-#include "doubles/fake_clock.h"
-#include "doubles/fake_socket.h"
-#include "doubles/recording_host.h"
-#include "doubles/scripted_desktop.h"
 #include "link/feed_text.h"
-#include "link/session.h"
+#include "link/lone_session.h"
 
 namespace kestrel::link {
 
 /// A session whose server, person and clock are the test.
-class SessionTest : public testing::Test {
+class SessionTest : public testing::Test, protected LoneSession {
  protected:
   /// Connects and lets the person choose a channel.
   void Connect() {
@@ -32,16 +28,6 @@ class SessionTest : public testing::Test {
   }
 
   test::TempFolder folder;
-  doubles::FakeClock clock;
-  doubles::FakeSocket socket;
-  doubles::ScriptedDesktop desktop;
-  doubles::RecordingHost host;
-  base::DebugLog log{clock};
-  Capture capture{clock};
-  SessionState state;
-  Tables tables;
-  Options options;
-  Session session{socket, desktop, host, log, capture, state, tables, options};
 };
 
 }  // namespace kestrel::link
