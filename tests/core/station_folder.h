@@ -9,14 +9,8 @@
 #include <string>
 #include <string_view>
 
-#include "core/program.h"
-#include "doubles/fake_clock.h"
-#include "doubles/fake_global_keys.h"
-#include "doubles/fake_socket.h"
-#include "doubles/fake_voice.h"
-#include "doubles/recording_host.h"
-#include "doubles/recording_windows.h"
-#include "doubles/scripted_desktop.h"
+#include "base/picture_files.h"
+#include "doubles/station_around.h"
 
 namespace kestrel::core {
 
@@ -65,35 +59,13 @@ inline std::string Dos(std::string_view text) {
 /// A picture of `side` by `side` pixels, 24 bits each, as a BMP file.
 inline std::string TinyBmp(int side) {
   const int row = (side * 3 + 3) / 4 * 4;
-  std::string bytes = "BM";
-  const auto number = [&bytes](int value, int width) {
-    for (int i = 0; i < width; ++i) bytes += static_cast<char>(value >> (8 * i));
-  };
-  for (const int value : {54 + row * side, 0, 54, 40, side, side}) number(value, 4);
-  number(1, 2);
-  number(24, 2);
-  for (const int value : {0, row * side, 2835, 2835, 0, 0}) number(value, 4);
-  bytes.append(static_cast<std::size_t>(row * side), '\x60');
-  return bytes;
+  return test::Bmp(static_cast<std::uint32_t>(side), side, 24, "",
+                   std::string(static_cast<std::size_t>(row * side), '\x60'));
 }
 
 /// A station in `folder` with doubles around it.
-struct Around {
+struct Around : doubles::StationAround<> {
   explicit Around(const std::filesystem::path& folder) { State.AppPath = folder; }
-
-  Station State;
-  doubles::FakeClock Clock;
-  doubles::ScriptedDesktop Desk;
-  doubles::RecordingWindows Shown;
-  base::DebugLog Log{Clock};
-  link::Capture Raw{Clock};
-  doubles::FakeSocket WS1;
-  doubles::RecordingHost Host;
-  link::Session Link{WS1, Desk, Host, Log, Raw, State.Session, State.Plots, State.LinkOptions};
-  doubles::FakeGlobalKeys Keys;
-  doubles::FakeVoice VoiceWindows;
-  radio::VoiceBridge Voice{VoiceWindows, State.VoiceWindowName};
-  Program All{State, Desk, Shown, Log, Raw, Link, Keys, Voice};
 };
 
 /// The files of a station that starts: theaters "korea" (2 by 2 pixels, two bullseyes) and "balkans" (3 by 3, none).

@@ -1,12 +1,9 @@
 #include "core/tapes.h"
 
-#include "core/taping_fixture.h"
-#ifndef _WIN32
-#include <signal.h>
-#include <sys/resource.h>
-#endif
-
 #include <optional>
+
+#include "core/taping_fixture.h"
+#include "doubles/full_disk.h"
 
 namespace kestrel::core {
 namespace {
@@ -18,41 +15,22 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
 
-#ifndef _WIN32
-/// Files cannot grow beyond so many bytes while this lives.
-class FileLimit {
- public:
-  explicit FileLimit(rlim_t bytes) {
-    signal(SIGXFSZ, SIG_IGN);
-    getrlimit(RLIMIT_FSIZE, &before);
-    const rlimit less{bytes, before.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &less);
-  }
-  ~FileLimit() { setrlimit(RLIMIT_FSIZE, &before); }
-  FileLimit(const FileLimit&) = delete;
-  FileLimit& operator=(const FileLimit&) = delete;
-
- private:
-  rlimit before{};
-};
-#endif
-
 TEST_F(Taping, RecordingIsOffUntilThereIsAConnection) {
-  EXPECT_FALSE(MayRecord(all));
+  EXPECT_FALSE(MayRecord(All));
   Connect();
-  EXPECT_TRUE(MayRecord(all));
-  EXPECT_EQ(RecordingTip(station), "Not recording");
+  EXPECT_TRUE(MayRecord(All));
+  EXPECT_EQ(RecordingTip(State), "Not recording");
 }
 
 TEST_F(Taping, AStartMakesATapeNamedByItsTimeWithTheBullseyeOfTheTheater) {
   Connect();
   Synchronise();
   Synchronise();
-  clock.Date = 46347.5;
-  RecordingStart(all);
-  EXPECT_TRUE(station.Tapes.Recorder.Recording());
-  EXPECT_FALSE(MayRecord(all));
-  EXPECT_FALSE(MayLoadTape(station));
+  Clock.Date = 46347.5;
+  RecordingStart(All);
+  EXPECT_TRUE(State.Tapes.Recorder.Recording());
+  EXPECT_FALSE(MayRecord(All));
+  EXPECT_FALSE(MayLoadTape(State));
   EXPECT_TRUE(Has(AllRefreshed(), Changed::Tape));
   EXPECT_EQ(std::filesystem::file_size(TapePath()), 41u) << "nothing else before the next SYNCRO";
   EXPECT_EQ(Header().RecordCount, 0);
@@ -60,28 +38,28 @@ TEST_F(Taping, AStartMakesATapeNamedByItsTimeWithTheBullseyeOfTheTheater) {
   EXPECT_EQ(Header().StartTime, 46347.5);
   EXPECT_EQ(Header().BullX, 100);
   EXPECT_EQ(Header().BullY, 200);
-  EXPECT_THAT(RecordingTip(station), StartsWith("Recording: 41 bytes on the tape, "));
+  EXPECT_THAT(RecordingTip(State), StartsWith("Recording: 41 bytes on the tape, "));
 }
 
 TEST_F(Taping, ATheaterWithoutBullseyesRecordsItsMiddle) {
   Connect();
-  SwitchTheater(all, 2);
-  RecordingStart(all);
+  SwitchTheater(All, 2);
+  RecordingStart(All);
   EXPECT_EQ(Header().BullX, 1024);
   EXPECT_EQ(Header().BullY, 1024);
 }
 
 TEST_F(Taping, StartAndStopWithoutASynchronisationLeave41Bytes) {
   Connect();
-  RecordingStart(all);
-  RecordingEnd(all);
-  EXPECT_FALSE(station.Tapes.Recorder.Recording());
-  EXPECT_TRUE(MayRecord(all));
-  EXPECT_TRUE(MayLoadTape(station));
+  RecordingStart(All);
+  RecordingEnd(All);
+  EXPECT_FALSE(State.Tapes.Recorder.Recording());
+  EXPECT_TRUE(MayRecord(All));
+  EXPECT_TRUE(MayLoadTape(State));
   EXPECT_EQ(std::filesystem::file_size(TapePath()), 41u);
   EXPECT_EQ(Header().RecordCount, 0);
-  RecordingEnd(all);
-  EXPECT_THAT(desk.Boxes, IsEmpty());
+  RecordingEnd(All);
+  EXPECT_THAT(Desk.Boxes, IsEmpty());
 }
 
 TEST_F(Taping, EachSynchronisationWritesOneRecordWithItsTime) {
@@ -102,15 +80,15 @@ TEST_F(Taping, EachSynchronisationWritesOneRecordWithItsTime) {
 
 TEST_F(Taping, ASecondStartWhileRecordingChangesNothing) {
   Connect();
-  RecordingStart(all);
+  RecordingStart(All);
   Synchronise();
-  clock.Date += 60.0 / 86400;
-  shown.Refreshes.clear();
-  RecordingStart(all);
-  EXPECT_THAT(shown.Refreshes, IsEmpty());
-  EXPECT_THAT(desk.Boxes, IsEmpty());
+  Clock.Date += 60.0 / 86400;
+  Shown.Refreshes.clear();
+  RecordingStart(All);
+  EXPECT_THAT(Shown.Refreshes, IsEmpty());
+  EXPECT_THAT(Desk.Boxes, IsEmpty());
   Synchronise();
-  RecordingEnd(all);
+  RecordingEnd(All);
   EXPECT_EQ(Header().RecordCount, 2);
   int tapes = 0;
   for (const auto& entry : std::filesystem::directory_iterator(folder.Path / "TAPES")) tapes += entry.is_regular_file();
@@ -132,84 +110,84 @@ TEST_F(Taping, TheDummiesOfBothTablesAreZerosAndEmptyTexts) {
 
 TEST_F(Taping, ALostConnectionClosesTheTapeAfterItsTimesAreZero) {
   Connect();
-  RecordingStart(all);
+  RecordingStart(All);
   Synchronise();
   Synchronise();
   WS1.PeerCloses();
-  EXPECT_FALSE(station.Tapes.Recorder.Recording());
-  EXPECT_FALSE(MayRecord(all));
+  EXPECT_FALSE(State.Tapes.Recorder.Recording());
+  EXPECT_FALSE(MayRecord(All));
   EXPECT_EQ(Header().RecordCount, 2);
   EXPECT_EQ(Header().SyncInterval, 0) << "the sync values have been zeroed first";
 }
 
 TEST_F(Taping, TheServersEndAndDisconnectCloseTheTapeToo) {
   Connect();
-  RecordingStart(all);
+  RecordingStart(All);
   Synchronise();
   WS1.Arrive(std::string("DISCON\0", 7));
   EXPECT_EQ(Header().RecordCount, 1);
-  session.Disconnect();
+  Link.Disconnect();
   Connect();
-  clock.Date = 46347.5;
-  RecordingStart(all);
-  session.Disconnect();
-  EXPECT_FALSE(station.Tapes.Recorder.Recording());
+  Clock.Date = 46347.5;
+  RecordingStart(All);
+  Link.Disconnect();
+  EXPECT_FALSE(State.Tapes.Recorder.Recording());
 }
 
 TEST_F(Taping, TheUnloadOfTheMapWindowClosesTheTape) {
   Connect();
-  RecordingStart(all);
+  RecordingStart(All);
   Synchronise();
   Synchronise();
-  RunSteps(MapUnloadSteps(), all);
-  EXPECT_FALSE(station.Tapes.Recorder.Recording());
+  RunSteps(MapUnloadSteps(), All);
+  EXPECT_FALSE(State.Tapes.Recorder.Recording());
   EXPECT_EQ(Header().RecordCount, 2);
   EXPECT_EQ(Header().SyncInterval, 1000);
 }
 
 TEST_F(Taping, AfterAChangeOfThePortRecordingCannotBeginAnew) {
   Connect();
-  RecordingStart(all);
-  session.DropSocket();
-  EXPECT_TRUE(station.Tapes.Recorder.Recording());
-  RecordingEnd(all);
-  EXPECT_FALSE(MayRecord(all)) << "the socket is closed";
+  RecordingStart(All);
+  Link.DropSocket();
+  EXPECT_TRUE(State.Tapes.Recorder.Recording());
+  RecordingEnd(All);
+  EXPECT_FALSE(MayRecord(All)) << "the socket is closed";
 }
 
 TEST_F(Taping, ATapeThatCannotBeMadeIsToldAndTheSessionGoesOn) {
   Connect();
   std::filesystem::create_directory(TapePath());  // the name is taken by a folder
-  RecordingStart(all);
-  ASSERT_THAT(desk.Boxes, SizeIs(1));
-  EXPECT_EQ(desk.Boxes[0].Title, "Recording");
-  EXPECT_THAT(desk.Boxes[0].Text, StartsWith("The tape could not be made: "));
-  EXPECT_TRUE(MayRecord(all));
+  RecordingStart(All);
+  ASSERT_THAT(Desk.Boxes, SizeIs(1));
+  EXPECT_EQ(Desk.Boxes[0].Title, "Recording");
+  EXPECT_THAT(Desk.Boxes[0].Text, StartsWith("The tape could not be made: "));
+  EXPECT_TRUE(MayRecord(All));
   Synchronise();
-  EXPECT_TRUE(station.Session.Connected);
+  EXPECT_TRUE(State.Session.Connected);
 }
 
 #ifndef _WIN32
 TEST_F(Taping, AFullDiskIsToldOnceAndTheTapeKeepsItsWholeRecords) {
   Connect();
-  RecordingStart(all);
+  RecordingStart(All);
   Synchronise();
   const std::uintmax_t one = std::filesystem::file_size(TapePath());
   {
-    const FileLimit limit(one + 5);
+    const doubles::FullDisk disk(one + 5);
     Synchronise();
     Synchronise();
   }
-  ASSERT_THAT(desk.Boxes, SizeIs(1));
-  EXPECT_THAT(desk.Boxes[0].Text, StartsWith("The recording has ended: 21-11-26_120000.tap cannot be written: "));
-  EXPECT_THAT(desk.Boxes[0].Text, EndsWith(". The tape has been closed with 1 record. The session goes on."));
-  EXPECT_FALSE(station.Tapes.Recorder.Recording());
-  EXPECT_TRUE(MayRecord(all));
-  EXPECT_TRUE(MayLoadTape(station));
+  ASSERT_THAT(Desk.Boxes, SizeIs(1));
+  EXPECT_THAT(Desk.Boxes[0].Text, StartsWith("The recording has ended: 21-11-26_120000.tap cannot be written: "));
+  EXPECT_THAT(Desk.Boxes[0].Text, EndsWith(". The tape has been closed with 1 record. The session goes on."));
+  EXPECT_FALSE(State.Tapes.Recorder.Recording());
+  EXPECT_TRUE(MayRecord(All));
+  EXPECT_TRUE(MayLoadTape(State));
   EXPECT_EQ(std::filesystem::file_size(TapePath()), one);
   EXPECT_EQ(Header().RecordCount, 1);
   EXPECT_EQ(Header().SyncInterval, 1000);
-  EXPECT_EQ(station.Session.DroppedMessages, 0u);
-  EXPECT_TRUE(station.Session.Connected);
+  EXPECT_EQ(State.Session.DroppedMessages, 0u);
+  EXPECT_TRUE(State.Session.Connected);
 }
 
 /// What follows when a count cannot be written any more.
@@ -219,12 +197,12 @@ constexpr const char* CountIsLost =
 
 TEST_F(Taping, ACountThatIsLostAfterAFailedRecordIsTold) {
   Connect();
-  RecordingStart(all);
+  RecordingStart(All);
   Synchronise();
   Synchronise();
   const std::uintmax_t two = std::filesystem::file_size(TapePath());
   {
-    const FileLimit limit(tape::RecordCountAt);
+    const doubles::FullDisk disk(tape::RecordCountAt);
     Synchronise();
     Synchronise();
   }
@@ -233,7 +211,7 @@ TEST_F(Taping, ACountThatIsLostAfterAFailedRecordIsTold) {
   EXPECT_THAT(RecordingBoxes()[0], EndsWith("." + std::string(CountIsLost) + " The session goes on."));
   EXPECT_EQ(std::filesystem::file_size(TapePath()), two);
   EXPECT_EQ(Header().RecordCount, 0);
-  EXPECT_TRUE(station.Session.Connected);
+  EXPECT_TRUE(State.Session.Connected);
 }
 
 struct ClosingCase {
@@ -248,97 +226,97 @@ TEST_F(Taping, ATapeThatCannotBeClosedProperlyIsToldOnce) {
       {"the unload", [](Program& program, doubles::FakeSocket&) { RunSteps(MapUnloadSteps(), program); }}};
   for (const ClosingCase& each : cases) {
     SCOPED_TRACE(each.Name);
-    desk.Boxes.clear();
-    clock.Date += 1;
-    session.Disconnect();
+    Desk.Boxes.clear();
+    Clock.Date += 1;
+    Link.Disconnect();
     Connect();
-    RecordingStart(all);
+    RecordingStart(All);
     Synchronise();
     Synchronise();
     {
-      const FileLimit limit(tape::RecordCountAt);
-      each.Close(all, WS1);
+      const doubles::FullDisk disk(tape::RecordCountAt);
+      each.Close(All, WS1);
     }
-    EXPECT_FALSE(station.Tapes.Recorder.Recording());
+    EXPECT_FALSE(State.Tapes.Recorder.Recording());
     ASSERT_THAT(RecordingBoxes(), SizeIs(1));
     EXPECT_THAT(RecordingBoxes()[0], StartsWith("The tape could not be closed properly: "));
     EXPECT_THAT(RecordingBoxes()[0], EndsWith("." + std::string(CountIsLost)));
-    EXPECT_EQ(tape::TapeReader(station.Tapes.Recorder.Path()).Header().RecordCount, 0);
+    EXPECT_EQ(tape::TapeReader(State.Tapes.Recorder.Path()).Header().RecordCount, 0);
   }
 }
 #endif
 
 TEST_F(Taping, EachSynchronisationLooksAtTheRoomBesideTheTape) {
   Connect();
-  RecordingStart(all);
-  ASSERT_TRUE(station.Tapes.FreeBytes) << "the system tells it";
+  RecordingStart(All);
+  ASSERT_TRUE(State.Tapes.FreeBytes) << "the system tells it";
   std::filesystem::path asked;
   std::uint64_t room = 77;
-  station.Tapes.FreeSpace = [&](const std::filesystem::path& place) {
+  State.Tapes.FreeSpace = [&](const std::filesystem::path& place) {
     asked = place;
     return room;
   };
   Synchronise();
   EXPECT_EQ(asked, folder.Path / "TAPES");
-  EXPECT_EQ(station.Tapes.FreeBytes, 77u);
+  EXPECT_EQ(State.Tapes.FreeBytes, 77u);
   room = 76;
   Synchronise();
-  EXPECT_EQ(station.Tapes.FreeBytes, 76u);
+  EXPECT_EQ(State.Tapes.FreeBytes, 76u);
 }
 
 TEST_F(Taping, LessThanTenMinutesOfRoomAreToldOnce) {
   std::optional<std::uint64_t> room = 10000;
-  station.Tapes.FreeSpace = [&room](const std::filesystem::path&) { return room; };
+  State.Tapes.FreeSpace = [&room](const std::filesystem::path&) { return room; };
   Connect();
   WS1.Arrive(NewPlayer);
-  RecordingStart(all);
+  RecordingStart(All);
   // The first one has no cycle.
   for (int n = 0; n < 10; ++n) Synchronise();
-  EXPECT_THAT(desk.Boxes, IsEmpty()) << "no rate is known yet";
+  EXPECT_THAT(Desk.Boxes, IsEmpty()) << "no rate is known yet";
   Synchronise();
-  ASSERT_THAT(desk.Boxes, SizeIs(1));
-  EXPECT_THAT(desk.Boxes[0].Text,
+  ASSERT_THAT(Desk.Boxes, SizeIs(1));
+  EXPECT_THAT(Desk.Boxes[0].Text,
               StartsWith("The disk will be full in less than 10 minutes if the recording goes on as "
                          "it does: 10.0 kB are free"));
   room = 9000;
   Synchronise();
-  EXPECT_THAT(desk.Boxes, SizeIs(1));
-  EXPECT_THAT(RecordingTip(station), HasSubstr(", 9.0 kB free"));
+  EXPECT_THAT(Desk.Boxes, SizeIs(1));
+  EXPECT_THAT(RecordingTip(State), HasSubstr(", 9.0 kB free"));
   room = std::nullopt;
   Synchronise();
-  EXPECT_THAT(desk.Boxes, SizeIs(1));
+  EXPECT_THAT(Desk.Boxes, SizeIs(1));
   // Another tape is told of anew.
-  RecordingEnd(all);
-  clock.Date = 46348;
+  RecordingEnd(All);
+  Clock.Date = 46348;
   room = 9000;
-  RecordingStart(all);
+  RecordingStart(All);
   for (int n = 0; n < 10; ++n) Synchronise();
-  EXPECT_THAT(desk.Boxes, SizeIs(2));
+  EXPECT_THAT(Desk.Boxes, SizeIs(2));
 }
 
 TEST_F(Taping, RoomThatRunsOutAgainIsToldAgain) {
   std::uint64_t room = 9000;
-  station.Tapes.FreeSpace = [&room](const std::filesystem::path&) { return room; };
-  const auto minutes = [&] { return station.Tapes.Recorder.MinutesLeft(room).value(); };
+  State.Tapes.FreeSpace = [&room](const std::filesystem::path&) { return room; };
+  const auto minutes = [&] { return State.Tapes.Recorder.MinutesLeft(room).value(); };
   Connect();
   WS1.Arrive(NewPlayer);
-  RecordingStart(all);
+  RecordingStart(All);
   for (int n = 0; n < 11; ++n) Synchronise();
-  ASSERT_THAT(desk.Boxes, SizeIs(1));
+  ASSERT_THAT(Desk.Boxes, SizeIs(1));
   room = 6'000'000;
   Synchronise();
   ASSERT_GT(minutes(), 10);
   ASSERT_LT(minutes(), 20);
   room = 9000;
   Synchronise();
-  EXPECT_THAT(desk.Boxes, SizeIs(1)) << "it has only wavered";
+  EXPECT_THAT(Desk.Boxes, SizeIs(1)) << "it has only wavered";
   room = 60'000'000;
   Synchronise();
   ASSERT_GT(minutes(), 20);
-  EXPECT_THAT(desk.Boxes, SizeIs(1));
+  EXPECT_THAT(Desk.Boxes, SizeIs(1));
   room = 9000;
   Synchronise();
-  EXPECT_THAT(desk.Boxes, SizeIs(2));
+  EXPECT_THAT(Desk.Boxes, SizeIs(2));
 }
 
 struct SizeCase {

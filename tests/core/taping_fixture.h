@@ -33,72 +33,64 @@ class TapeHost final : public link::SessionHost {
   Program* Owner = nullptr;
 };
 
-class Taping : public testing::Test {
+struct TapedOutside {
+  doubles::RecordingWindows Shown;
+  TapeHost Host;
+};
+
+class Taping : public testing::Test, protected doubles::StationAround<TapedOutside> {
  protected:
   Taping() {
     WriteInstallation(folder);
-    host.Owner = &all;
-    station.AppPath = folder.Path;
-    EXPECT_TRUE(Main(all));
-    RunSteps(FrameLoadSteps(), all);
-    RunSteps(MapLoadSteps(), all);
-    shown.Refreshes.clear();
-    clock.Date = 46347.5;  // 2026-11-21, noon
-    clock.Ticks = 5000;
+    Host.Owner = &All;
+    State.AppPath = folder.Path;
+    EXPECT_TRUE(Main(All));
+    RunSteps(FrameLoadSteps(), All);
+    RunSteps(MapLoadSteps(), All);
+    Shown.Refreshes.clear();
+    Clock.Date = 46347.5;  // 2026-11-21, noon
+    Clock.Ticks = 5000;
   }
 
   void Connect() {
-    session.ConnectToEntry(1);
+    Link.ConnectToEntry(1);
     WS1.Accept();
-    ASSERT_TRUE(station.Session.Connected);
+    ASSERT_TRUE(State.Session.Connected);
   }
   void Synchronise() {
-    clock.Ticks += 1000;
-    clock.Date += 1.0 / 86400;
+    Clock.Ticks += 1000;
+    Clock.Date += 1.0 / 86400;
     WS1.Arrive(std::string("SYNCRO\0", 7));
   }
   /// A session with one player and a tape of `records` records, closed.
   void RecordTape(int records) {
     Connect();
     WS1.Arrive(NewPlayer);
-    RecordingStart(all);
+    RecordingStart(All);
     for (int n = 0; n < records; ++n) Synchronise();
-    RecordingEnd(all);
+    RecordingEnd(All);
   }
   std::filesystem::path TapePath() const { return folder.Path / "TAPES" / "21-11-26_120000.tap"; }
   tape::TapeHeader Header() { return tape::TapeReader(TapePath()).Header(); }
   void Load() {
-    desk.FileAnswers = {TapePath().string()};
-    LoadTape(all);
+    Desk.FileAnswers = {TapePath().string()};
+    LoadTape(All);
   }
   /// The boxes about the recording, of all that were shown.
   std::vector<std::string> RecordingBoxes() const {
     std::vector<std::string> texts;
-    for (const auto& box : desk.Boxes) {
+    for (const auto& box : Desk.Boxes) {
       if (box.Title == "Recording") texts.push_back(box.Text);
     }
     return texts;
   }
   base::Changed AllRefreshed() const {
     base::Changed what = base::Changed::Nothing;
-    for (const base::Changed each : shown.Refreshes) what |= each;
+    for (const base::Changed each : Shown.Refreshes) what |= each;
     return what;
   }
 
   ProgramFolder folder;
-  Station station;
-  doubles::FakeClock clock;
-  doubles::ScriptedDesktop desk;
-  doubles::RecordingWindows shown;
-  base::DebugLog log{clock};
-  link::Capture raw{clock};
-  doubles::FakeSocket WS1;
-  TapeHost host;
-  link::Session session{WS1, desk, host, log, raw, station.Session, station.Plots, station.LinkOptions};
-  doubles::FakeGlobalKeys keys;
-  doubles::FakeVoice voiceWindows;
-  radio::VoiceBridge voice{voiceWindows, station.VoiceWindowName};
-  Program all{station, desk, shown, log, raw, session, keys, voice};
 };
 
 }  // namespace kestrel::core

@@ -12,15 +12,17 @@
 #include <QTest>
 #include <string>
 
-#include "core/program.h"
-#include "doubles/fake_clock.h"
-#include "doubles/fake_global_keys.h"
-#include "doubles/fake_socket.h"
-#include "doubles/fake_voice.h"
-#include "doubles/scripted_desktop.h"
+#include "doubles/station_around.h"
 #include "shell/core/station_windows.h"
 
 namespace kestrel::shell {
+
+/// The windows of the program, which host its session too.
+struct RealWindows {
+  ModalCount Dialogs;
+  StationWindows Shown{Dialogs};
+  StationWindows& Host = Shown;
+};
 
 /// A program folder with two theaters and a phonebook of two, and the whole station over it with its real windows, a
 /// socket whose peer is the test and a desktop that answers from a list.
@@ -104,19 +106,17 @@ class StationTest : public testing::Test {
   }
 
   QTemporaryDir folder;
-  doubles::FakeClock clock;
-  base::DebugLog log{clock};
-  link::Capture capture{clock};
-  core::Station station;
-  ModalCount dialogs;
-  doubles::ScriptedDesktop desk;
-  StationWindows windows{dialogs};
-  doubles::FakeSocket socket;
-  link::Session session{socket, desk, windows, log, capture, station.Session, station.Plots, station.LinkOptions};
-  doubles::FakeGlobalKeys globalKeys;
-  doubles::FakeVoice voiceWindows;
-  radio::VoiceBridge voice{voiceWindows, station.VoiceWindowName};
-  core::Program program{station, desk, windows, log, capture, session, globalKeys, voice};
+  doubles::StationAround<RealWindows> around;
+  core::Station& station = around.State;
+  core::Program& program = around.All;
+  StationWindows& windows = around.Shown;
+  ModalCount& dialogs = around.Dialogs;
+  doubles::FakeClock& clock = around.Clock;
+  doubles::ScriptedDesktop& desk = around.Desk;
+  doubles::FakeSocket& socket = around.WS1;
+  link::Session& session = around.Link;
+  doubles::FakeGlobalKeys& globalKeys = around.Keys;
+  doubles::FakeVoice& voiceWindows = around.VoiceWindows;
 };
 
 }  // namespace kestrel::shell
