@@ -2,21 +2,19 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <utility>
 
 #include "e2e/other_program.h"
 #include "e2e/screen.h"
-#include "e2e/station_folder.h"
+#include "e2e/station_on_screen.h"
 
 namespace kestrel::e2e {
 namespace {
 
-class Activation : public testing::Test {
+class Activation : public StationOnScreen {
  protected:
   void SetUp() override {
-    folder = place.filePath(S("station"));
-    CopyStation(folder);
+    StationOnScreen::SetUp();
     // Two floating windows are open, apart from each other: pixels 80, 120 and 600, 120.
     QString settings =
         S("[LOG]\r\nDEBUG=1\r\n[MAPS]\r\nTOTALMAPS=1\r\nMAP1=SampleStrait.ini\r\nCURRENTMAP=1\r\n[OPTIONS]\r\n"
@@ -25,10 +23,8 @@ class Activation : public testing::Test {
     for (const char* hidden : {"BULL", "FREQ", "CURSOR", "VIEW", "AREAS", "REC"}) {
       settings += QString::fromLatin1(hidden) + S("FORMHID=1\r\n");
     }
-    WriteText(folder + S("/KESTREL.ini"), settings);
-    station = std::make_unique<Child>(folder + S("/kestrel"), QStringList{}, screen.Environment());
-    frame = screen.Window(S("^KESTREL v"));
-    ASSERT_FALSE(frame.isEmpty()) << qPrintable(station->Output());
+    WriteText(Settings(), settings);
+    StartStation();
     screen.Activate(frame);
     ASSERT_TRUE(Floating(true)) << qPrintable(Log());
   }
@@ -39,15 +35,6 @@ class Activation : public testing::Test {
         [&] { return screen.HasWindow(S("^CLIENTS$")) == shown && screen.HasWindow(S("^MINIMAP$")) == shown; });
   }
   QPoint Corner(const char* title) { return screen.Geometry(screen.Window(QString::fromLatin1(title))).topLeft(); }
-  QString Log() const { return ReadText(folder + S("/KESTRELLog.txt")); }
-  /// How often they have been taken away since the start.
-  qsizetype Hidings() const { return Log().count(S("Showallwindows False")); }
-
-  QTemporaryDir place;
-  QString folder;
-  Screen screen;
-  std::unique_ptr<Child> station;
-  QString frame;
 };
 
 TEST_F(Activation, AnotherProgramTakesThemAwayAndTheStationBringsThemBack) {

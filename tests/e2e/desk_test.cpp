@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "e2e/screen.h"
-#include "e2e/station_folder.h"
+#include "e2e/station_on_screen.h"
 
 namespace kestrel::e2e {
 namespace {
@@ -65,16 +65,15 @@ QByteArray Place(const char* id, double north, double east) {
   return QByteArray(id) + '\x1e' + Feet(north * feetToUnit) + Feet(east * feetToUnit) + Feet(21000);
 }
 
-class Desk : public testing::Test {
+class Desk : public StationOnScreen {
  protected:
   void SetUp() override {
-    folder = place.filePath(S("station"));
-    CopyStation(folder);
+    StationOnScreen::SetUp();
     // Addresses that the phonebook which ships does not hold.
     const quint16 port = first.Listen(S("127.0.0.2"), 0);
     ASSERT_NE(port, 0);
     ASSERT_EQ(second.Listen(S("127.0.0.3"), port), port);
-    settings = ReadText(folder + S("/KESTREL.ini"));
+    settings = ReadText(Settings());
     Set("LOG", "DEBUG", S("1"));
     Set("OPTIONS", "CONNPORT", QString::number(port));
     // Only the roster is open, rolled down and out of the middle of the map: pixels 80, 120.
@@ -86,10 +85,8 @@ class Desk : public testing::Test {
     Set("OPTIONS", "CLIENTSFORMY", S("1800"));
     Set("OPTIONS", "CLIENTSFORMMIN", S("0"));
     Set("OPTIONS", "CLIENTSFORMHID", S("0"));
-    WriteText(folder + S("/KESTREL.ini"), settings);
-    station = std::make_unique<Child>(folder + S("/kestrel"), QStringList{}, screen.Environment());
-    frame = screen.Window(S("^KESTREL v"));
-    ASSERT_FALSE(frame.isEmpty()) << qPrintable(station->Output());
+    WriteText(Settings(), settings);
+    StartStation();
   }
 
   /// Puts a key in front of its section, so that it is the first of its name there.
@@ -100,11 +97,6 @@ class Desk : public testing::Test {
                      header + S("\r\n") + QString::fromLatin1(key) + u'=' + value + S("\r\n"));
   }
 
-  /// Keys in the menu bar, from the File menu on: Alt+N is shared by Connection and Links.
-  void Menu(const QStringList& keys) {
-    screen.Activate(frame);
-    screen.Press(QStringList{S("alt+f")} + keys);
-  }
   /// The first entry of the Connection menu, filled in by typing.
   void ConnectTo(const char* name, const char* address) {
     Menu({S("Right"), S("Return")});
@@ -126,7 +118,6 @@ class Desk : public testing::Test {
   bool Told(const char* line) {
     return WaitFor([&] { return diary.contains(QString::fromLatin1(line)); });
   }
-  QString Log() const { return ReadText(folder + S("/KESTRELLog.txt")); }
   /// The middle of the map, where the watched player flies.
   QImage MiddleOfMap() const {
     const QImage all = screen.Picture();
@@ -137,20 +128,15 @@ class Desk : public testing::Test {
     return WaitFor([&] { return wanted(MiddleOfMap()); });
   }
   QString Section(const char* name) const {
-    const QString text = ReadText(folder + S("/KESTREL.ini"));
+    const QString text = ReadText(Settings());
     const qsizetype at = text.indexOf(u'[' + QString::fromLatin1(name) + S("]\r\n"));
     return at < 0 ? QString() : text.mid(at, text.indexOf(u'[', at + 1) - at);
   }
 
-  QTemporaryDir place;
-  QString folder;
   QString settings;
   QStringList diary;
   RawServer first{S("first"), diary};
   RawServer second{S("second"), diary};
-  Screen screen;
-  std::unique_ptr<Child> station;
-  QString frame;
 };
 
 TEST_F(Desk, ControllerConnectsWatchesEditsMovesOnAndLeavesEverythingSaved) {
@@ -208,14 +194,10 @@ TEST_F(Desk, ControllerConnectsWatchesEditsMovesOnAndLeavesEverythingSaved) {
   EXPECT_FALSE(screen.Window(S("^KESTREL v[0-9.]+ - BLUE CHANNEL$")).isEmpty());
 
   // The end, while connected.
-  Menu({S("x")});
-  ASSERT_TRUE(station->Ends()) << "the station did not end";
-  EXPECT_FALSE(station->Crashed());
-  EXPECT_EQ(station->ExitCode(), 0) << qPrintable(station->Output());
+  Exit();
   EXPECT_TRUE(Told("second hears AWAEND")) << qPrintable(diary.join(u'\n'));
 
   // The settings.
-  EXPECT_TRUE(ReadText(folder + S("/KESTREL.ini")).startsWith(S("\"KESTREL v1.0.0 Main INI File\"\r\n")));
   EXPECT_EQ(Section("CONNLIST"), S("[CONNLIST]\r\nNUM=3\r\n"));
   EXPECT_EQ(Section("CONNLIST1"), S("[CONNLIST1]\r\nNAME=Demo session\r\nIP=127.0.0.1\r\n"));
   EXPECT_EQ(Section("CONNLIST2"), S("[CONNLIST2]\r\nNAME=Red Flag\r\nIP=127.0.0.2\r\n"));
@@ -287,8 +269,7 @@ TEST_F(Desk, TheOptionsAreReachedAndChangedByKeysAlone) {
   ASSERT_TRUE(WaitFor([&] { return screen.Geometry(options).height() > rolled; }));
   // Past the other two and the tabs to the first box.
   screen.Press({S("Tab"), S("Tab"), S("Tab"), S("Tab"), S("space")});
-  Menu({S("x")});
-  ASSERT_TRUE(station->Ends());
+  Exit();
   EXPECT_TRUE(Section("OPTIONS").contains(S("\r\nVIEWFORMMIN=0\r\n")));
   EXPECT_TRUE(Section("OPTIONS").contains(S("\r\nREALVISIBLE=0\r\n")));
 }

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "e2e/screen.h"
-#include "e2e/station_folder.h"
+#include "e2e/station_on_screen.h"
 
 namespace kestrel::e2e {
 namespace {
@@ -14,26 +14,8 @@ namespace {
 const char* const Open[] = {"CLIENTS", "BULLSEYE", "CURSOR", "MINIMAP"};
 const char* const Hidden[] = {"OPTIONS", "AREAS", "PLAYBACK", "FREQUENCIES"};
 
-class FirstStart : public testing::Test {
+class FirstStart : public StationOnScreen {
  protected:
-  void SetUp() override {
-    folder = place.filePath(S("station"));
-    CopyStation(folder);
-  }
-
-  void Start() {
-    station = std::make_unique<Child>(folder + S("/kestrel"), QStringList{}, screen.Environment());
-    frame = screen.Window(S("^KESTREL v"));
-    ASSERT_FALSE(frame.isEmpty()) << qPrintable(station->Output());
-  }
-
-  void Exit() {
-    screen.Activate(frame);
-    screen.Press({S("alt+f"), S("x")});
-    ASSERT_TRUE(station->Ends()) << "the station did not end";
-    EXPECT_EQ(station->ExitCode(), 0) << qPrintable(station->Output());
-  }
-
   static QString Title(const char* caption) { return u'^' + S(caption) + u'$'; }
 
   /// Where the open windows stand once they stay where they are.
@@ -46,16 +28,10 @@ class FirstStart : public testing::Test {
     })) << "the windows do not rest";
     return last;
   }
-
-  QTemporaryDir place;
-  QString folder;
-  Screen screen;
-  std::unique_ptr<Child> station;
-  QString frame;
 };
 
 TEST_F(FirstStart, OpensFourWindowsSideBySideAndTheNextStartPutsThemThereAgain) {
-  ASSERT_NO_FATAL_FAILURE(Start());
+  ASSERT_NO_FATAL_FAILURE(StartStation());
   const QMap<QString, QRect> first = Places();
   const QRect within = screen.Geometry(frame);
   for (auto one = first.begin(); one != first.end(); ++one) {
@@ -68,7 +44,7 @@ TEST_F(FirstStart, OpensFourWindowsSideBySideAndTheNextStartPutsThemThereAgain) 
   for (const char* caption : Hidden) EXPECT_FALSE(screen.HasWindow(Title(caption))) << caption;
   ASSERT_NO_FATAL_FAILURE(Exit());
 
-  ASSERT_NO_FATAL_FAILURE(Start());
+  ASSERT_NO_FATAL_FAILURE(StartStation());
   EXPECT_EQ(Places(), first);
   for (const char* caption : Hidden) EXPECT_FALSE(screen.HasWindow(Title(caption))) << caption;
   ASSERT_NO_FATAL_FAILURE(Exit());

@@ -4,13 +4,12 @@
 
 #include <atomic>
 #include <chrono>
-#include <memory>
 #include <random>
 #include <thread>
 
 #include "e2e/other_program.h"
 #include "e2e/screen.h"
-#include "e2e/station_folder.h"
+#include "e2e/station_on_screen.h"
 
 namespace kestrel::e2e {
 namespace {
@@ -54,11 +53,10 @@ constexpr Tool Tools[] = {
     {"PLAYBACK", "REC", {400, 700}},    {"OPTIONS", "VIEW", {900, 120}},
 };
 
-class Floating : public testing::Test {
+class Floating : public StationOnScreen {
  protected:
   void SetUp() override {
-    folder = place.filePath(S("station"));
-    CopyStation(folder);
+    StationOnScreen::SetUp();
     QString settings =
         S("[LOG]\r\nDEBUG=1\r\n[MAPS]\r\nTOTALMAPS=1\r\nMAP1=SampleStrait.ini\r\nCURRENTMAP=1\r\n[OPTIONS]\r\n");
     for (const Tool& each : Tools) {
@@ -67,10 +65,8 @@ class Floating : public testing::Test {
                       .arg(each.Place.x() * 15)
                       .arg(each.Place.y() * 15);
     }
-    WriteText(folder + S("/KESTREL.ini"), settings);
-    station = std::make_unique<Child>(folder + S("/kestrel"), QStringList{}, screen.Environment());
-    frame = screen.Window(S("^KESTREL v"));
-    ASSERT_FALSE(frame.isEmpty()) << qPrintable(station->Output());
+    WriteText(Settings(), settings);
+    StartStation();
     screen.Activate(frame);
     for (const Tool& each : Tools) {
       ASSERT_TRUE(WaitFor([&] { return Place(each).topLeft() == each.Place; })) << each.Caption;
@@ -97,15 +93,6 @@ class Floating : public testing::Test {
       });
     });
   }
-  QString Log() const { return ReadText(folder + S("/KESTRELLog.txt")); }
-  /// How often the floating windows have been taken away since the start.
-  qsizetype Hidings() const { return Log().count(S("Showallwindows False")); }
-
-  QTemporaryDir place;
-  QString folder;
-  Screen screen;
-  std::unique_ptr<Child> station;
-  QString frame;
 };
 
 TEST_F(Floating, StayWhereTheyAreWhenTheyAreHiddenAndShownAgainAndThenRolled) {

@@ -5,7 +5,7 @@
 #include <QRegularExpression>
 
 #include "e2e/screen.h"
-#include "e2e/station_folder.h"
+#include "e2e/station_on_screen.h"
 #include "project_paths.h"
 
 namespace kestrel::e2e {
@@ -20,28 +20,18 @@ int HostilePixels(const QImage& picture) {
   return count;
 }
 
-class StationSession : public testing::Test {
+class StationSession : public StationOnScreen {
  protected:
-  /// A copy of the program folder with the log on, a server with `faults`, and the station on a screen.
+  /// A server with `faults`, and the station with its log on.
   void Start(const QStringList& faults) {
-    folder = place.filePath(S("station"));
-    CopyStation(folder);
-    server = std::make_unique<Child>(
-        S(KESTREL_BINARY_DIR "/tools/session-sim"),
-        QStringList{S("--port"), S("0"), S("--players"), S("8"), S("--ai"), S("40"), S("--period-ms"), S("200"),
-                    S("--seed"), S("7"), S("--duration-s"), S("240")} +
-            faults);
-    static const QRegularExpression listening(S("listening on (\\d+)"));
-    QRegularExpressionMatch port;
-    ASSERT_TRUE(WaitFor([&] { return (port = listening.match(server->Output())).hasMatch(); }));
-    QString settings = ReadText(folder + S("/KESTREL.ini"));
-    settings.replace(QRegularExpression(S("CONNPORT=\\d+")), S("CONNPORT=") + port.captured(1));
+    QString port;
+    StartServer(QStringList{S("--period-ms"), S("200"), S("--duration-s"), S("240")} + faults, port);
+    QString settings = ReadText(Settings());
+    settings.replace(QRegularExpression(S("CONNPORT=\\d+")), S("CONNPORT=") + port);
     settings.replace(QRegularExpression(S("DEBUG=\\d")), S("DEBUG=1"));
-    WriteText(folder + S("/KESTREL.ini"), settings);
-    station = std::make_unique<Child>(folder + S("/kestrel"), QStringList{}, screen.Environment());
-    window = screen.Window(S("^KESTREL v"));
-    ASSERT_FALSE(window.isEmpty()) << qPrintable(station->Output());
-    screen.Activate(window);
+    WriteText(Settings(), settings);
+    StartStation();
+    screen.Activate(frame);
   }
 
   /// Right of the File menu (Alt+N is shared with Links): Connection, Phonebook, Demo session, then blue by the
@@ -53,24 +43,6 @@ class StationSession : public testing::Test {
     ASSERT_TRUE(WaitFor([&] { return server->Output().contains(S("received NAWACS1")); }))
         << qPrintable(server->Output());
   }
-
-  QString Log() const { return ReadText(folder + S("/KESTRELLog.txt")); }
-
-  /// File menu, Exit; the station ends by itself and has written its settings.
-  void Exit() {
-    screen.Press({S("alt+f"), S("x")});
-    ASSERT_TRUE(station->Ends()) << "the station did not end";
-    EXPECT_FALSE(station->Crashed());
-    EXPECT_EQ(station->ExitCode(), 0) << qPrintable(station->Output());
-    EXPECT_TRUE(ReadText(folder + S("/KESTREL.ini")).startsWith(S("\"KESTREL v1.0.0 Main INI File\"\r\n")));
-  }
-
-  QTemporaryDir place;
-  QString folder;
-  Screen screen;
-  std::unique_ptr<Child> server;
-  std::unique_ptr<Child> station;
-  QString window;
 };
 
 TEST_F(StationSession, LivesThroughCutAndMalformedMessagesAndLeavesInOrder) {
@@ -98,7 +70,7 @@ TEST_F(StationSession, TellsThatTheServerEndedTheSessionAndRunsOn) {
   screen.Activate(box);
   screen.Press({S("Return")});
   EXPECT_TRUE(WaitFor([&] { return !screen.HasWindow(S("^Info$")); }));
-  screen.Activate(window);
+  screen.Activate(frame);
   Exit();
 }
 

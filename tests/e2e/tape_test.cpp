@@ -8,7 +8,7 @@
 #include <iterator>
 
 #include "e2e/screen.h"
-#include "e2e/station_folder.h"
+#include "e2e/station_on_screen.h"
 #include "project_paths.h"
 
 namespace kestrel::e2e {
@@ -30,43 +30,30 @@ constexpr QPoint SpeedLeft(50, 194), SpeedRight(170, 194);
 constexpr QRect TimeText(124, 84, 104, 26);
 constexpr QRect SpeedText(6, 162, 200, 20);
 
-class StationTape : public testing::Test {
+class StationTape : public StationOnScreen {
  protected:
   void SetUp() override {
-    folder = place.filePath(S("station"));
-    CopyStation(folder);
+    StationOnScreen::SetUp();
     // Two seconds and somewhat more between records, so that each gap is two or three whole seconds.
-    server = std::make_unique<Child>(
-        S(KESTREL_BINARY_DIR "/tools/session-sim"),
-        QStringList{S("--port"), S("0"), S("--players"), S("8"), S("--ai"), S("40"), S("--period-ms"), S("2100"),
-                    S("--seed"), S("7"), S("--duration-s"), S("280")});
-    static const QRegularExpression listening(S("listening on (\\d+)"));
-    QRegularExpressionMatch port;
-    ASSERT_TRUE(WaitFor([&] { return (port = listening.match(server->Output())).hasMatch(); }));
+    QString port;
+    StartServer({S("--period-ms"), S("2100"), S("--duration-s"), S("280")}, port);
     // Only the player's window is open, rolled down in a corner of the map: pixels 60, 120.
-    QString options = S("[OPTIONS]\r\nCONNPORT=") + port.captured(1) + S("\r\n");
+    QString options = S("[OPTIONS]\r\nCONNPORT=") + port + S("\r\n");
     for (const char* hidden : {"BULL", "FREQ", "CURSOR", "VIEW", "AREAS", "CLIENTS", "MINIMAP"}) {
       options += QString::fromLatin1(hidden) + S("FORMHID=1\r\n");
     }
     options += S("RECFORMX=900\r\nRECFORMY=1800\r\nRECFORMMIN=0\r\nRECFORMHID=0\r\n");
-    QString settings = ReadText(folder + S("/KESTREL.ini"));
+    QString settings = ReadText(Settings());
     settings.replace(S("DEBUG=0"), S("DEBUG=1"));
     settings.replace(QRegularExpression(S("\\[OPTIONS\\]\r?\n")), options);
-    WriteText(folder + S("/KESTREL.ini"), settings);
+    WriteText(Settings(), settings);
   }
 
-  void StartStation() {
-    station = std::make_unique<Child>(folder + S("/kestrel"), QStringList{}, screen.Environment());
-    frame = screen.Window(S("^KESTREL v"));
-    ASSERT_FALSE(frame.isEmpty()) << qPrintable(station->Output());
+  void StartPlayer() {
+    ASSERT_NO_FATAL_FAILURE(StartStation());
     const QString player = screen.Window(S("^PLAYBACK$"));
     ASSERT_FALSE(player.isEmpty());
     corner = screen.Geometry(player).topLeft();
-  }
-  /// Keys in the menu bar, from the File menu on.
-  void Menu(const QStringList& keys) {
-    screen.Activate(frame);
-    screen.Press(QStringList{S("alt+f")} + keys);
   }
   /// Connection, Phonebook, Demo session, then blue by the dialog's default.
   void Connect(int times) {
@@ -78,14 +65,6 @@ class StationTape : public testing::Test {
     ASSERT_TRUE(WaitFor([&] { return server->Output().count(S("received NAWACS1")) == times; }))
         << qPrintable(server->Output());
   }
-  void Exit() {
-    Menu({S("x")});
-    ASSERT_TRUE(station->Ends()) << "the station did not end";
-    EXPECT_FALSE(station->Crashed());
-    EXPECT_EQ(station->ExitCode(), 0) << qPrintable(station->Output());
-  }
-
-  QString Log() const { return ReadText(folder + S("/KESTRELLog.txt")); }
   void Press(QPoint button) { screen.Click(corner + button); }
   QImage Part(const QRect& part) const { return screen.Picture().copy(part.translated(corner)); }
   /// Waits until a part of the player's window looks so, or does not.
@@ -96,18 +75,12 @@ class StationTape : public testing::Test {
     return WaitFor([&] { return Part(part) != look; });
   }
 
-  QTemporaryDir place;
-  QString folder;
-  Screen screen;
-  std::unique_ptr<Child> server;
-  std::unique_ptr<Child> station;
-  QString frame;
   QPoint corner;  ///< of the player's window on the screen
 };
 
 TEST_F(StationTape, IsRecordedAndReplayedAtEverySpeed) {
   // A recording that the exit ends.
-  StartStation();
+  StartPlayer();
   Connect(1);
   // Leftward from the File menu: Help, Tools, Links, Recording.
   Menu({S("Left"), S("Left"), S("Left"), S("Left"), S("t")});
@@ -129,7 +102,7 @@ TEST_F(StationTape, IsRecordedAndReplayedAtEverySpeed) {
   EXPECT_GE(static_cast<unsigned char>(head[9]), 14) << "the count was not written at the exit";
 
   // A new start: the tape is loaded by its name, without a session.
-  StartStation();
+  StartPlayer();
   const QImage noTime = Part(TimeText);
   const int emptyMap = HostilePixels(screen.Picture());
   Press(LoadFile);
@@ -192,7 +165,7 @@ TEST_F(StationTape, IsRecordedAndReplayedAtEverySpeed) {
 }
 
 TEST_F(StationTape, EndsAConnectionWhenOneIsLoaded) {
-  StartStation();
+  StartPlayer();
   Connect(1);
   ASSERT_TRUE(WaitFor([&] { return Log().count(S("(SYNCRO)")) >= 1; }));
   const QImage noTime = Part(TimeText);

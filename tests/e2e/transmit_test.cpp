@@ -3,12 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <memory>
 #include <utility>
 
 #include "e2e/other_program.h"
 #include "e2e/screen.h"
-#include "e2e/station_folder.h"
+#include "e2e/station_on_screen.h"
 
 namespace kestrel::e2e {
 namespace {
@@ -39,20 +38,12 @@ QImage AtRest(const std::function<QImage()>& look) {
   return rests ? now : QImage();
 }
 
-class TransmitKey : public testing::Test {
+class TransmitKey : public StationOnScreen {
  protected:
   void SetUp() override {
-    CopyStation(folder);
-    station = std::make_unique<Child>(folder + S("/kestrel"), QStringList{}, screen.Environment());
-    frame = screen.Window(S("KESTREL"));
-    ASSERT_FALSE(frame.isEmpty());
+    StationOnScreen::SetUp();
+    StartStation();
   }
-
-  const QTemporaryDir place;
-  const QString folder = place.filePath(S("station"));
-  const Screen screen;
-  std::unique_ptr<Child> station;
-  QString frame;
 };
 
 TEST_F(TransmitKey, LightsItsLampWhileAnotherProgramHasTheKeyboard) {
