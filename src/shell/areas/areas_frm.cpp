@@ -13,7 +13,7 @@
 #include "shell/parts/guard.h"
 #include "shell/parts/line_icon.h"
 #include "shell/parts/plain_text.h"
-#include "shell/parts/text.h"
+#include "shell/parts/unicode_text.h"
 #include "shell/parts/typed_text.h"
 #include "ui_areas_frm.h"
 

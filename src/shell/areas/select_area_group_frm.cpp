@@ -1,7 +1,7 @@
 #include "shell/areas/select_area_group_frm.h"
 
 #include "areas/area_tree.h"
-#include "shell/parts/text.h"
+#include "shell/parts/unicode_text.h"
 #include "ui_select_area_group_frm.h"
 
 namespace kestrel::shell {
