@@ -267,11 +267,11 @@ TEST_F(MapWindow, PlotsWaitForTheMapOfANewSize) {
 
 TEST_F(MapWindow, TheLogTellsHowLongADrawOfTheMapTook) {
   const std::filesystem::path file = program.State.AppPath / "log";
-  log.File.Open(file);
+  around.Log.File.Open(file);
   clock.WhenRead = [this] { clock.Ticks += 7; };
   windows.Refresh(base::Changed::Map);
   clock.WhenRead = nullptr;
-  log.File.Close();
+  around.Log.File.Close();
   EXPECT_EQ(Read("log"), QByteArray("Drew the map in 7 ms\r\n"));
 }
 

@@ -262,7 +262,7 @@ TEST_F(ViewWindow, AutoFriendsTakesTheListAndLocksItsButton) {
 }
 
 TEST_F(ViewWindow, DebugWritesLogAndCaptureWhileItIsTicked) {
-  EXPECT_FALSE(log.On());
+  EXPECT_FALSE(around.Log.On());
   Press("chkDebug");
   socket.Arrive(test::Message("DELCLT", "20"));
   EXPECT_TRUE(Read("KESTRELLog.txt").contains("12:00:00 : Command arrived from Server: (DELCLT)20"));

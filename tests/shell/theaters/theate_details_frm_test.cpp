@@ -76,9 +76,9 @@ TEST_F(TheateDetails, PictureOutsideTheFolderCountsAsUnreadable) {
       QFile::copy(folder.filePath(QStringLiteral("Theaters/two.png")), folder.filePath(QStringLiteral("outside.png"))));
   for (const std::string& pic : {std::string("../outside.png"), PathOf("outside.png").toStdString()}) {
     station.Catalogue.Theaters[2].Pic = pic;
-    log.File.Open(program.State.AppPath / "log");
+    around.Log.File.Open(program.State.AppPath / "log");
     Open(2);
-    log.File.Close();
+    around.Log.File.Close();
     ExpectBox(base::ProgramTitle().c_str(), "Error loading image file.");
     EXPECT_TRUE(Shown().isNull());
     EXPECT_TRUE(window->isVisible());
