@@ -1,13 +1,19 @@
 #include "map/cursor_tools.h"
 
-#include "map/geometry.h"
-
 namespace kestrel::map {
 namespace {
 
 constexpr char Degree[] = "\xB0";
 
 std::string BearingText(const BearingAndRange& from) { return SafeFormat(from.Bearing, "000") + Degree; }
+
+std::string RangeText(const ViewState& view, const BearingAndRange& from) {
+  return SafeFormat(from.Range / view.Resolution, "##0.00");
+}
+
+std::string LineText(const ViewState& view, const BearingAndRange& there) {
+  return BearingText(there) + " - " + RangeText(view, there) + "nm";
+}
 
 }  // namespace
 
@@ -25,22 +31,25 @@ base::Changed SetStaticCursor(ViewState& view, Options& options, bool on) {
 }
 
 BRTexts UpdateBRs(const ViewState& view) {
-  const auto range = [&view](const BearingAndRange& from) {
-    return SafeFormat(from.Range / view.Resolution, "##0.00");
-  };
   BRTexts texts;
   if (view.CursorLineActive) {
     const BearingAndRange there = BearingRange(view.AnchorX, view.AnchorY, view.MouseX, view.MouseY);
     const BearingAndRange back = BearingRange(view.MouseX, view.MouseY, view.AnchorX, view.AnchorY);
     texts.Bearings = BearingText(there) + " / " + BearingText(back);
-    texts.Range = range(there) + " NM";
-    texts.Line = BearingText(there) + " - " + range(there) + "nm";
+    texts.Range = RangeText(view, there) + " NM";
+    texts.Line = LineText(view, there);
   }
   if (!view.PointerSeen) return texts;
   const BearingAndRange bulls = BearingRange(view.BullsX, view.BullsY, view.MouseX, view.MouseY);
   texts.BullsBearing = BearingText(bulls);
-  texts.BullsRange = range(bulls) + " NM";
+  texts.BullsRange = RangeText(view, bulls) + " NM";
   return texts;
+}
+
+MeasuredLine Measure(const ViewState& view, Point from, Point to) {
+  const Point start = SurfaceFromMap(view, from.X, from.Y);
+  const Point end = SurfaceFromMap(view, to.X, to.Y);
+  return {from, to, LineText(view, BearingRange(start.X, start.Y, end.X, end.Y))};
 }
 
 base::Changed ReBind(ViewState& view, const link::Tables& plots) {

@@ -4,6 +4,7 @@
 
 #include "base/changed.h"
 #include "link/tables.h"
+#include "map/geometry.h"
 #include "map/map_options.h"
 #include "map/view_state.h"
 #include "theaters/elevations.h"
@@ -32,6 +33,13 @@ struct BRTexts {
   std::string BullsRange;    ///< BullsFrm: like 12.50 NM
 };
 BRTexts UpdateBRs(const ViewState& view);
+
+/// A line on the map from one place to another, with its bearing and range as Label1 has them.
+struct MeasuredLine {
+  Point From, To;  ///< map units
+  std::string Text;
+};
+MeasuredLine Measure(const ViewState& view, Point from, Point to);
 
 /// Moves the anchor to the plot that it follows, if any. An AnchorPlotIndex beyond the table changes nothing.
 /// Nothing calls it; this stands.

@@ -163,6 +163,12 @@ void Draw(Surface& surface, const Stroke& stroke, Point centre, Pen pen) {
 /// So that all strokes of an icon keep their places to each other.
 double OnPixel(double units) { return base::RoundHalfEven(units / UnitsPerPixel) * UnitsPerPixel; }
 
+/// Where the strokes of an icon begin, or would.
+const Stroke* FirstStroke(std::int32_t number) {
+  return std::lower_bound(std::begin(Strokes), std::end(Strokes), number,
+                          [](const Stroke& stroke, std::int32_t icon) { return stroke.Icon < icon; });
+}
+
 static_assert(std::is_sorted(std::begin(Strokes), std::end(Strokes),
                              [](const Stroke& a, const Stroke& b) { return a.Icon < b.Icon; }));
 
@@ -172,11 +178,14 @@ std::string_view IconCaption(std::int32_t number) {
   return number >= 1 && number <= LastIcon ? Captions[static_cast<std::size_t>(number - 1)] : std::string_view();
 }
 
+bool HasShape(std::int32_t number) {
+  const Stroke* first = FirstStroke(number);
+  return first != std::end(Strokes) && first->Icon == number;
+}
+
 void DrawIcon(Surface& surface, std::int32_t number, double x, double y, base::Colour color) {
   const Point centre{OnPixel(x), OnPixel(y)};
-  const auto first = std::lower_bound(std::begin(Strokes), std::end(Strokes), number,
-                                      [](const Stroke& stroke, std::int32_t icon) { return stroke.Icon < icon; });
-  for (auto stroke = first; stroke != std::end(Strokes) && stroke->Icon == number; ++stroke) {
+  for (auto stroke = FirstStroke(number); stroke != std::end(Strokes) && stroke->Icon == number; ++stroke) {
     Draw(surface, *stroke, centre, {.Color = color, .Style = PenStyle::Solid});
   }
 }

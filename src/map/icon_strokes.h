@@ -16,6 +16,9 @@ inline constexpr int IconReach = 12;
 /// The name of an icon as lists show it; empty for a number that is none. Some names stand twice, and some misspelled.
 std::string_view IconCaption(std::int32_t number);
 
+/// Whether anything is drawn of an icon.
+bool HasShape(std::int32_t number);
+
 /// Draws icon `number` around (x, y), surface units, taken to the nearest pixel, whatever the zoom. A number that is
 /// none, or whose icon has no shape, draws nothing.
 void DrawIcon(Surface& surface, std::int32_t number, double x, double y, base::Colour color);

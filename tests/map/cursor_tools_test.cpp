@@ -103,6 +103,18 @@ TEST_F(CursorTools, NorthIs360NotZero) {
   EXPECT_EQ(texts.Range, "123.46 NM");
 }
 
+TEST_F(CursorTools, MeasuredLineBetweenTwoPlacesReadsAsTheCursorLineWhateverTheZoom) {
+  for (const double resolution : {0.125, 1.0, 16.0}) {
+    ChangeRes(view, resolution);
+    // To the east by 18.52 map units, 10 miles.
+    const MeasuredLine line = Measure(view, {100, 200}, {118.52, 200});
+    EXPECT_EQ(line.Text, "090\xB0 - 10.00nm");
+    EXPECT_EQ(line.From.X, 100);
+    EXPECT_EQ(line.To.X, 118.52);
+    EXPECT_EQ(Measure(view, {100, 200}, {100, 200 + 1.852}).Text, "360\xB0 - 1.00nm");
+  }
+}
+
 TEST_F(CursorTools, RangesAreOnTheGround) {
   for (const double resolution : {0.125, 1.0, 16.0}) {
     ChangeRes(view, resolution);

@@ -161,6 +161,13 @@ TEST(IconStrokes, AnyPlaceIsHandedOn) {
   }
 }
 
+TEST(IconStrokes, ShapeIsWhatSomethingIsDrawnOf) {
+  for (std::int32_t icon = -1; icon <= 36; ++icon) EXPECT_EQ(HasShape(icon), !Drawn(icon).empty()) << icon;
+  EXPECT_TRUE(HasShape(29));
+  EXPECT_FALSE(HasShape(23));
+  EXPECT_FALSE(HasShape(30));
+}
+
 TEST(IconStrokes, EachIconHasItsCaption) {
   EXPECT_EQ(IconCaption(1), "Dot");
   EXPECT_EQ(IconCaption(3), "SAM");

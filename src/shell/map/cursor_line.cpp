@@ -5,10 +5,12 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
-#include "map/cursor_tools.h"
+#include "map/geometry.h"
 #include "map/units.h"
 #include "shell/map/glyph_sheet.h"
+#include "shell/parts/unicode_text.h"
 
 namespace kestrel::shell {
 namespace {
@@ -79,29 +81,45 @@ QRegion RegionAlong(const QLineF& line) {
 }  // namespace
 
 QRegion CursorLine::Take(const map::ViewState& view, const map::Options& options, const QString& newText, QSize size) {
-  if (!view.CursorLineActive && !visible) return {};
-  const QRegion old = covered;
-  visible = view.CursorLineActive;
-  covered = {};
-  if (!visible) return old;
-
+  if (!view.CursorLineActive) return Hide();
   constexpr double unit = map::UnitsPerPixel;
-  const QPointF pointer(view.MouseX / unit, view.MouseY / unit);
-  const QLineF newLine = PartWithin({QPointF(view.AnchorX / unit, view.AnchorY / unit), pointer},
-                                    QRectF(QPointF(), QSizeF(size)).adjusted(-8, -8, 8, 8));
-  if (!fontMade || !SameFont(wanted, options.CURSOR_FONT)) {
-    wanted = options.CURSOR_FONT;
+  return Show({view.AnchorX / unit, view.AnchorY / unit, view.MouseX / unit, view.MouseY / unit}, newText,
+              {options.CURSOR_FONT, options.CURSOR_COLOR, options.CURSOR_TEXT_COOR, 0}, size);
+}
+
+QRegion CursorLine::Take(const map::ViewState& view, const map::FontRecord& textFont,
+                         const std::optional<map::MeasuredLine>& measured, base::Colour colour, QSize size) {
+  if (!measured) return Hide();
+  constexpr double unit = map::UnitsPerPixel;
+  const map::Point from = map::SurfaceFromMap(view, measured->From.X, measured->From.Y);
+  const map::Point to = map::SurfaceFromMap(view, measured->To.X, measured->To.Y);
+  return Show({from.X / unit, from.Y / unit, to.X / unit, to.Y / unit}, FromBytes(measured->Text),
+              {textFont, colour, colour, 1}, size);
+}
+
+QRegion CursorLine::Hide() {
+  visible = false;
+  return std::exchange(covered, {});
+}
+
+QRegion CursorLine::Show(const QLineF& whole, const QString& newText, const Look& look, QSize size) {
+  const QRegion old = Hide();
+  visible = true;
+  if (!fontMade || !SameFont(wanted, look.Font)) {
+    wanted = look.Font;
     font = LabelFontOf(wanted);
     fontMade = true;
   }
   const QFontMetricsF metrics(font);
-  const QRectF label(pointer.x() + map::LineTextOffset / unit, pointer.y() - metrics.height() / 2,
-                     metrics.horizontalAdvance(newText), metrics.height());
-  line = newLine;
+  const QPointF pointer = whole.p2();
+  const QRectF label(pointer.x() + map::LineTextOffset / map::UnitsPerPixel,
+                     pointer.y() + (look.Drop - 0.5) * metrics.height(), metrics.horizontalAdvance(newText),
+                     metrics.height());
+  line = PartWithin(whole, QRectF(QPointF(), QSizeF(size)).adjusted(-8, -8, 8, 8));
   text = newText;
   plate = label.adjusted(-PlateMargin, 0, PlateMargin, 0);
-  lineColour = Rgb(options.CURSOR_COLOR);
-  textColour = Rgb(options.CURSOR_TEXT_COOR);
+  lineColour = Rgb(look.Line);
+  textColour = Rgb(look.Text);
   covered = RegionAlong(line) + plate.toAlignedRect().adjusted(-1, -1, 1, 1);
   return old + covered;
 }

@@ -73,6 +73,7 @@ void MapPicture::DrawMap() {
   });
   ++mapDraws;
   ShowDirty();
+  TellPointer(QGuiApplication::keyboardModifiers());
 }
 
 void MapPicture::RedrawPlots() {
@@ -100,6 +101,15 @@ void MapPicture::ShowLine(const QString& text) {
   update(line.Take(program.State.View, program.State.MapOptions, text, size()));
 }
 
+void MapPicture::ShowRubber(const std::optional<map::MeasuredLine>& measured, base::Colour colour) {
+  update(rubber.Take(program.State.View, program.State.MapOptions.CURSOR_FONT, measured, colour, size()));
+}
+
+void MapPicture::TellPointer(Qt::KeyboardModifiers keys) {
+  const map::ViewState& view = program.State.View;
+  if (view.PointerSeen) Q_EMIT PointerMoved(view.CursorMapX, view.CursorMapY, keys);
+}
+
 void MapPicture::paintEvent(QPaintEvent* event) {
   // A screen of another scale: the old picture serves until the map is drawn for it, which paints must not put off.
   if (surface.Image().devicePixelRatio() != devicePixelRatioF() && !settle.isActive()) settle.start();
@@ -109,6 +119,7 @@ void MapPicture::paintEvent(QPaintEvent* event) {
   for (const QRect& part : beyond) painter.fillRect(part, MapSurround(palette()));
   painter.drawImage(QPointF(), surface.Image());
   line.Paint(painter);
+  rubber.Paint(painter);
   Q_EMIT Painted();
 }
 
@@ -130,8 +141,8 @@ void MapPicture::mousePressEvent(QMouseEvent* event) {
     sentTo.reset();
     switch (event->button()) {
       case Qt::LeftButton:
+        Q_EMIT Pressed(program.State.View.CursorMapX, program.State.View.CursorMapY, event->modifiers());
         program.Shown.Refresh(map::SetCursorStart(program.State.View));
-        Q_EMIT Pressed(program.State.View.CursorMapX, program.State.View.CursorMapY);
         break;
       case Qt::RightButton:
         popUp.popup(event->globalPosition().toPoint());
@@ -173,6 +184,7 @@ void MapPicture::mouseMoveEvent(QMouseEvent* event) {
     program.Shown.Refresh(map::TrackPointer(view, program.State.MapOptions, event->position().x() * map::UnitsPerPixelX,
                                             event->position().y() * map::UnitsPerPixelY,
                                             event->buttons().testFlag(Qt::LeftButton)));
+    TellPointer(event->modifiers());
   });
 }
 
@@ -206,12 +218,32 @@ bool MapPicture::event(QEvent* event) {
 }
 
 void MapPicture::keyPressEvent(QKeyEvent* event) {
-  Guarded(program.Log, "KeyDown", [this, event] { core::MapKey(program, VirtualKey(*event), ShiftState(*event)); });
+  Guarded(program.Log, "KeyDown", [this, event] {
+    core::MapKey(program, VirtualKey(*event), ShiftState(*event));
+    if (!IsBound(*event)) Q_EMIT UnboundKey(*event);
+  });
+  TellHeld(*event);
   // Swallowed whether or not it did anything: the map window passes no key on.
   event->accept();
 }
 
-void MapPicture::keyReleaseEvent(QKeyEvent* event) { event->accept(); }
+void MapPicture::keyReleaseEvent(QKeyEvent* event) {
+  TellHeld(*event);
+  event->accept();
+}
+
+void MapPicture::TellHeld(const QKeyEvent& event) {
+  // What the event says of the modifiers leaves out the one whose key it is about.
+  Qt::KeyboardModifier about = Qt::NoModifier;
+  if (event.key() == Qt::Key_Control) about = Qt::ControlModifier;
+  if (event.key() == Qt::Key_Shift) about = Qt::ShiftModifier;
+  if (about == Qt::NoModifier) return;
+  Guarded(program.Log, "KeyHeld", [&] {
+    Qt::KeyboardModifiers held = event.modifiers();
+    held.setFlag(about, event.type() == QEvent::KeyPress);
+    TellPointer(held);
+  });
+}
 
 void MapPicture::wheelEvent(QWheelEvent* event) {
   TurnWheel(event->angleDelta().y());

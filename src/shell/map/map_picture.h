@@ -32,6 +32,8 @@ class MapPicture final : public QWidget {
   void RedrawPlots();
   /// Line1 and Label1 as the view has them, over the map as it is: only where they were and are is painted anew.
   void ShowLine(const QString& text);
+  /// A line of the area editor's beside it, in a colour; none takes it away.
+  void ShowRubber(const std::optional<map::MeasuredLine>& measured, base::Colour colour);
   /// Centres the map on the last pointer position and takes the pointer along.
   void SetCenterOfScreen();
   /// Puts the pointer to the middle of the map by fixed distances from the frame's corner.
@@ -44,8 +46,13 @@ class MapPicture final : public QWidget {
   std::uint64_t PlotDraws() const { return plotDraws; }
 
  Q_SIGNALS:
-  /// The left button has been pressed at this place, map units with Y north.
-  void Pressed(double mapX, double mapY);
+  /// The left button has been pressed at this place, map units with Y north; the anchor of the bearing line goes there
+  /// after it.
+  void Pressed(double mapX, double mapY, Qt::KeyboardModifiers keys);
+  /// The place under the pointer, or what is held with it: the pointer has moved, the map below it or a key.
+  void PointerMoved(double mapX, double mapY, Qt::KeyboardModifiers keys);
+  /// A key has been pressed that runs no command here.
+  void UnboundKey(const QKeyEvent& key);
   /// A part of the map has been painted.
   void Painted();
 
@@ -69,6 +76,9 @@ class MapPicture final : public QWidget {
   /// MAP_AUTOFOCUS: the pointer is over the map.
   void TakeKeyboard();
   void ShowDirty();
+  void TellPointer(Qt::KeyboardModifiers keys);
+  /// The same when the key of a modifier goes down or up.
+  void TellHeld(const QKeyEvent& event);
   /// True when the key runs a command here.
   bool IsBound(const QKeyEvent& event) const;
 
@@ -76,6 +86,7 @@ class MapPicture final : public QWidget {
   QMenu& popUp;
   QtSurface surface;
   CursorLine line;
+  CursorLine rubber;
   QTimer settle;
   std::uint64_t mapDraws = 0;
   std::uint64_t plotDraws = 0;

@@ -9,16 +9,16 @@ constexpr double Corner = 3;
 /// Width of a button without a caption, pixels.
 constexpr int BareWidth = 40;
 
-QColor ReadableOn(const QColor& back) {
-  return qGray(back.rgb()) < 128 ? QColor(0xf2, 0xf6, 0xf8) : QColor(0x15, 0x18, 0x1b);
-}
-
 }  // namespace
 
 QColor ToQColor(base::Colour colour) { return {base::RedOf(colour), base::GreenOf(colour), base::BlueOf(colour)}; }
 
 base::Colour FromQColor(const QColor& colour) {
   return static_cast<base::Colour>(colour.red() | colour.green() << 8 | colour.blue() << 16);
+}
+
+QColor ReadableOn(const QColor& back) {
+  return qGray(back.rgb()) < 128 ? QColor(0xf2, 0xf6, 0xf8) : QColor(0x15, 0x18, 0x1b);
 }
 
 ColourButton::ColourButton(const QString& caption, QString meaning, QWidget* owner)

@@ -8,6 +8,8 @@ namespace kestrel::shell {
 
 QColor ToQColor(base::Colour colour);
 base::Colour FromQColor(const QColor& colour);
+/// Dark or light, whichever can be read on `back`, or can be what `back` is read on.
+QColor ReadableOn(const QColor& back);
 
 /// A button whose face is a colour, its caption dark or light upon it, whichever can be read. The colour is told in
 /// words too: "Enemy: #ff0000" in its tool tip and to those who listen.

@@ -12,11 +12,6 @@
 #include "shell/parts/choice_cell.h"
 
 namespace kestrel::shell {
-namespace {
-
-constexpr int NameColumn = 1;
-
-}  // namespace
 
 NumberedList::NumberedList(const QStringList& titles, Count count, Text text, QObject* owner)
     : QAbstractTableModel(owner),
@@ -45,11 +40,18 @@ void NumberedList::ShowIn(QTreeView& view) {
   header.setSectionsMovable(false);
   header.setHighlightSections(false);
   for (int column = 0; column < columnCount(); ++column) {
-    header.setSectionResizeMode(column, column == NameColumn ? QHeaderView::Stretch : QHeaderView::ResizeToContents);
+    const bool stretched = words == 0 ? column != 0 : column == words;
+    header.setSectionResizeMode(column, stretched ? QHeaderView::Stretch : QHeaderView::ResizeToContents);
   }
 }
 
-void NumberedList::Refresh(QTreeView& view, std::size_t current) {
+void NumberedList::ShowMarks(bool shown) {
+  if (marksShown == shown) return;
+  marksShown = shown;
+  if (rows > 0) Q_EMIT dataChanged(index(0, 0), index(rows - 1, 0));
+}
+
+void NumberedList::TakeCount() {
   const int wanted = static_cast<int>(countOf());
   // At the end, so that the view stays where it is scrolled to.
   if (wanted > rows) {
@@ -61,6 +63,16 @@ void NumberedList::Refresh(QTreeView& view, std::size_t current) {
     rows = wanted;
     endRemoveRows();
   }
+}
+
+void NumberedList::Follow(QTreeView& view, std::size_t current) {
+  TakeCount();
+  if (Selected(view) == current) return;
+  view.setCurrentIndex(index(static_cast<int>(current) - 1, 0));
+}
+
+void NumberedList::Refresh(QTreeView& view, std::size_t current) {
+  TakeCount();
   if (rows > 0) Q_EMIT dataChanged(index(0, 0), index(rows - 1, columnCount() - 1));
   view.setCurrentIndex(index(static_cast<int>(current) - 1, 0));
 }
@@ -86,8 +98,8 @@ int NumberedList::columnCount(const QModelIndex& parent) const {
 
 int NumberedList::AlignmentOf(int column) const {
   // Words at the left, numbers at the right.
-  const bool words = column == NameColumn || column == choiceColumn;
-  return int(Qt::AlignVCenter | (words ? Qt::AlignLeft : Qt::AlignRight));
+  const bool word = (column == words && words != 0) || column == choiceColumn;
+  return int(Qt::AlignVCenter | (word ? Qt::AlignLeft : Qt::AlignRight));
 }
 
 QVariant NumberedList::data(const QModelIndex& at, int role) const {
@@ -98,13 +110,13 @@ QVariant NumberedList::data(const QModelIndex& at, int role) const {
     case Qt::SizeHintRole: {
       const QFontMetrics font(QApplication::font());
       // A mark at its left, an arrow at its right.
-      const int beside = at.column() == 0 && marked    ? QApplication::style()->pixelMetric(QStyle::PM_IndicatorWidth)
-                         : at.column() == choiceColumn ? font.height() + 8
-                                                       : 0;
+      const int beside = at.column() == 0 && HasMarks() ? QApplication::style()->pixelMetric(QStyle::PM_IndicatorWidth)
+                         : at.column() == choiceColumn  ? font.height() + 8
+                                                        : 0;
       return QSize(font.horizontalAdvance(data(at, Qt::DisplayRole).toString()) + 24 + beside, font.height() + 8);
     }
     case Qt::CheckStateRole:
-      if (at.column() != 0 || !marked) return {};
+      if (at.column() != 0 || !HasMarks()) return {};
       return marked(element) ? Qt::Checked : Qt::Unchecked;
     case ChoicesRole:
       return at.column() == choiceColumn ? choicesOf(element) : QStringList();
@@ -122,7 +134,7 @@ bool NumberedList::Choosable(const QModelIndex& at) const { return data(at, Choi
 bool NumberedList::setData(const QModelIndex& at, const QVariant& value, int role) {
   if (!at.isValid()) return false;
   const auto element = static_cast<std::size_t>(at.row()) + 1;
-  if (role == Qt::CheckStateRole && at.column() == 0 && marked) {
+  if (role == Qt::CheckStateRole && at.column() == 0 && HasMarks()) {
     mark(element, value.toInt() == Qt::Checked);
   } else if (role == Qt::EditRole && Choosable(at)) {
     const int choice = value.toInt();
@@ -139,7 +151,7 @@ bool NumberedList::setData(const QModelIndex& at, const QVariant& value, int rol
 Qt::ItemFlags NumberedList::flags(const QModelIndex& at) const {
   Qt::ItemFlags flags = QAbstractTableModel::flags(at);
   if (!at.isValid()) return flags;
-  flags.setFlag(Qt::ItemIsUserCheckable, at.column() == 0 && marked);
+  flags.setFlag(Qt::ItemIsUserCheckable, at.column() == 0 && HasMarks());
   flags.setFlag(Qt::ItemIsEditable, Choosable(at));
   return flags;
 }
@@ -147,7 +159,7 @@ Qt::ItemFlags NumberedList::flags(const QModelIndex& at) const {
 bool NumberedList::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::KeyPress) return QAbstractTableModel::eventFilter(watched, event);
   const QModelIndex at = static_cast<QTreeView*>(watched)->currentIndex();
-  if (static_cast<QKeyEvent*>(event)->key() != Qt::Key_Space || !at.isValid()) return false;
+  if (static_cast<QKeyEvent*>(event)->key() != Qt::Key_Space || !at.isValid() || !HasMarks()) return false;
   const QModelIndex first = index(at.row(), 0);
   setData(first, data(first, Qt::CheckStateRole).toInt() == Qt::Checked ? Qt::Unchecked : Qt::Checked,
           Qt::CheckStateRole);

@@ -28,6 +28,9 @@ class NumberedList final : public QAbstractTableModel {
   /// `titles`: of the columns behind "#".
   NumberedList(const QStringList& titles, Count count, Text text, QObject* owner);
 
+  /// The column of words, which stands at the left and takes the room that is left over; the one behind "#" unless
+  /// another is told. 0: all are numbers, which share the room. To be called before ShowIn.
+  void SetWords(int column) { words = column; }
   /// Gives each row a check mark, at its index; Space sets it wherever in the row the keyboard is. `mark` is told what
   /// the person sets. To be called before ShowIn.
   void SetMarks(Marked marked, Mark mark);
@@ -36,6 +39,10 @@ class NumberedList final : public QAbstractTableModel {
   void SetChoice(int column, Choices choices, Choose choose);
   /// Makes it the content of `view` and sets the widths of the columns.
   void ShowIn(QTreeView& view);
+  /// Shows or hides the marks that SetMarks has given.
+  void ShowMarks(bool shown);
+  /// Rows have come to the end of the table or gone from it, nothing else has changed; `current` as in Refresh.
+  void Follow(QTreeView& view, std::size_t current);
   /// The table has changed; `current` (1 or more; 0 is none) becomes the selected row of `view`.
   void Refresh(QTreeView& view, std::size_t current);
   /// The index of the row that is highlighted in `view`, 0 when there is none.
@@ -56,12 +63,16 @@ class NumberedList final : public QAbstractTableModel {
  private:
   int AlignmentOf(int column) const;
   bool Choosable(const QModelIndex& at) const;
+  bool HasMarks() const { return marked && marksShown; }
+  void TakeCount();
 
   QStringList columns;
   Count countOf;
   Text textOf;
   Marked marked;
   Mark mark;
+  bool marksShown = true;
+  int words = 1;
   int choiceColumn = -1;
   Choices choicesOf;
   Choose choose;

@@ -6,6 +6,7 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
+#include <QSignalSpy>
 #include <QStyle>
 #include <QStyleOptionViewItem>
 #include <QTest>
@@ -117,6 +118,52 @@ TEST_F(MarkedList, MarkThatChangesInTheTableIsShownByRefresh) {
   list.Refresh(view, 1);
   EXPECT_EQ(At(1, 0).data(Qt::CheckStateRole).toInt(), Qt::Checked);
   EXPECT_EQ(marks, 0) << "that tells nobody";
+}
+
+TEST_F(MarkedList, MarksCanBeTakenAwayAndGivenBack) {
+  list.ShowMarks(false);
+  EXPECT_FALSE(At(2, 0).data(Qt::CheckStateRole).isValid());
+  EXPECT_FALSE(list.flags(At(2, 0)).testFlag(Qt::ItemIsUserCheckable));
+  ClickCell(3, 1);
+  QTest::keyClick(&view, Qt::Key_Space);
+  EXPECT_EQ(marks, 0);
+  list.ShowMarks(true);
+  EXPECT_EQ(At(2, 0).data(Qt::CheckStateRole).toInt(), Qt::Checked);
+  QTest::keyClick(&view, Qt::Key_Space);
+  EXPECT_TRUE(records[2].Marked);
+}
+
+TEST_F(MarkedList, FollowTellsOfTheRowsAtTheEndAlone) {
+  QSignalSpy inserted(&list, &QAbstractItemModel::rowsInserted);
+  QSignalSpy removed(&list, &QAbstractItemModel::rowsRemoved);
+  QSignalSpy changed(&list, &QAbstractItemModel::dataChanged);
+  records.push_back({"Delta", false, {Word("Only")}, 0});
+  list.Follow(view, 4);
+  ASSERT_EQ(inserted.count(), 1);
+  EXPECT_EQ(inserted[0][1].toInt(), 3);
+  EXPECT_EQ(NumberedList::Selected(view), 4u);
+  records.pop_back();
+  list.Follow(view, 0);
+  EXPECT_EQ(removed.count(), 1);
+  EXPECT_EQ(NumberedList::Selected(view), 0u);
+  EXPECT_EQ(changed.count(), 0);
+}
+
+TEST(NumbersAlone, ColumnsStandAtTheRightAndShareTheRoom) {
+  NumberedList list(
+      {Word("X"), Word("Y")}, [] { return std::size_t{1}; }, [](std::size_t, int) { return Word("1"); }, nullptr);
+  list.SetWords(0);
+  QTreeView view;
+  view.setRootIsDecorated(false);
+  view.resize(400, 100);
+  list.ShowIn(view);
+  view.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+  for (const int column : {0, 1, 2}) {
+    EXPECT_EQ(list.index(0, column).data(Qt::TextAlignmentRole).toInt(), int(Qt::AlignRight | Qt::AlignVCenter));
+  }
+  EXPECT_NEAR(view.columnWidth(1), view.columnWidth(2), 1);
+  EXPECT_GT(view.columnWidth(1), view.columnWidth(0));
 }
 
 TEST_F(MarkedList, IndexHasRoomBesideItsMark) {
