@@ -56,8 +56,11 @@ AreasDetailsFrm::AreasDetailsFrm(core::Program& shown, ModalCount& dialogs, QWid
 }
 
 AreasDetailsFrm::~AreasDetailsFrm() {
-  if (ended) return;
-  Guarded(program.Log, "AreasDetailsFrm", [this] { End(areas::Cancel(hand.Editor(), program.State.Areas)); });
+  if (!ended) {
+    Guarded(program.Log, "AreasDetailsFrm", [this] { End(areas::Cancel(hand.Editor(), program.State.Areas)); });
+  }
+  // The field that has the keyboard is left now, while there is somebody to hear it.
+  hide();
 }
 
 void AreasDetailsFrm::AddName(QBoxLayout& rows) {

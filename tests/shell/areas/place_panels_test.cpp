@@ -43,8 +43,9 @@ TEST_F(Places, EachTypeHasItsFieldsOfThePosition) {
     EXPECT_EQ(Text(x), Number(MapX(-20)));
     EXPECT_EQ(Text(y), Number(MapY(30)));
     Type(Window(), x, "7.129");
+    Leave(x);
     Press(Window(), "Command2_0");
-    EXPECT_EQ(Areas()[Areas().UpperBound()].X, 7.129);
+    EXPECT_EQ(Areas()[Areas().UpperBound()].X, 7.13);
     EXPECT_EQ(Areas()[Areas().UpperBound()].Y, MapY(30));
   }
 }
