@@ -9,12 +9,13 @@
 #include "areas/area_box.h"
 #include "core/tell.h"
 #include "map/geometry.h"
+#include "shell/areas/geo_json_files.h"
 #include "shell/parts/empty_hint.h"
 #include "shell/parts/guard.h"
 #include "shell/parts/line_icon.h"
 #include "shell/parts/plain_text.h"
-#include "shell/parts/unicode_text.h"
 #include "shell/parts/typed_text.h"
+#include "shell/parts/unicode_text.h"
 #include "ui_areas_frm.h"
 
 namespace kestrel::shell {
@@ -385,6 +386,13 @@ void AreasFrm::ShowMenu(const QPoint& place) {
   const areas::AreaHistory& history = program.State.AreaSteps;
   steps("mnuUndoAreas", QStringLiteral("Undo "), history.UndoText(), "\tCtrl+Z", &areas::AreaHistory::Undo);
   steps("mnuRedoAreas", QStringLiteral("Redo "), history.RedoText(), "\tCtrl+Y", &areas::AreaHistory::Redo);
+  menu->addSeparator();
+  act(add("mnuExportGeoJson", QStringLiteral("E&xport as GeoJSON..."), true),
+      [this, key] { ExportGeoJson(program, key); });
+  act(add("mnuImportGeoJson", QStringLiteral("&Import GeoJSON..."), true), [this] {
+    const std::string made = ImportGeoJson(program);
+    if (!made.empty()) ShowChange(made);
+  });
   menu->popup(form->TreeView1->viewport()->mapToGlobal(place));
 }
 

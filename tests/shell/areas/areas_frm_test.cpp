@@ -1,6 +1,6 @@
 #include "shell/areas/areas_frm.h"
 
-#include <QClipboard>
+#include <QTemporaryDir>
 
 #include "shell/areas/area_windows_fixture.h"
 
@@ -501,6 +501,23 @@ TEST_F(AreaTree, ShowOnMapBringsTheAreasIntoView) {
   EXPECT_EQ(station.View.ViewCenterX, 200 * 15);
   EXPECT_EQ(station.View.ViewCenterY, (1024 - 700) * 15);
   EXPECT_EQ(station.View.Resolution, 1);
+  EXPECT_EQ(MapDraws(), 1);
+}
+
+TEST_F(AreaTree, GeoJsonGoesOutAndComesBackByTheMenu) {
+  const QTemporaryDir folder;
+  const std::string file = folder.filePath(QStringLiteral("one.geojson")).toStdString();
+  AddArea(1, "Point", areas::AreaType::Icon);
+  desk.SaveAnswers = {file};
+  desk.FileAnswers = {file};
+  View().expandAll();
+  WithMenu("D1", [](QMenu& menu) { Entry(menu, "mnuExportGeoJson").trigger(); });
+  WithMenu("C2", [](QMenu& menu) { Entry(menu, "mnuImportGeoJson").trigger(); });
+  EXPECT_TRUE(desk.Boxes.empty());
+  EXPECT_EQ(Folders(), "First;Second;First;");
+  EXPECT_EQ(Groups(), "One@1;Two@2;Three@1;One@3;");
+  EXPECT_EQ(Areas(4), "Point;");
+  EXPECT_EQ(Selected(), "C3");
   EXPECT_EQ(MapDraws(), 1);
 }
 
