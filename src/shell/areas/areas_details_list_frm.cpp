@@ -14,8 +14,8 @@
 #include "shell/parts/guard.h"
 #include "shell/parts/line_icon.h"
 #include "shell/parts/plain_text.h"
-#include "shell/parts/unicode_text.h"
 #include "shell/parts/typed_text.h"
+#include "shell/parts/unicode_text.h"
 #include "ui_areas_details_list_frm.h"
 
 namespace kestrel::shell {
@@ -98,6 +98,7 @@ void AreasDetailsListFrm::Connect() {
   connect(form->ListView1, &QTreeView::doubleClicked, this, Handler("ListView1", &Me::EditArea));
   connect(form->ListView1->selectionModel(), &QItemSelectionModel::selectionChanged, this, &Me::ShowEnabled);
   form->ListView1->installEventFilter(this);
+  form->Text1->installEventFilter(this);
   AddUndoKeys(*this, program.Log, [this](AreaStep step) { Undo(step); });
 }
 
@@ -243,9 +244,15 @@ void AreasDetailsListFrm::reject() {
 }
 
 bool AreasDetailsListFrm::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == form->ListView1 && event->type() == QEvent::KeyPress &&
-      static_cast<QKeyEvent*>(event)->key() == Qt::Key_Delete) {
+  if (event->type() != QEvent::KeyPress) return QDialog::eventFilter(watched, event);
+  const int key = static_cast<QKeyEvent*>(event)->key();
+  if (watched == form->ListView1 && key == Qt::Key_Delete) {
     Handler("ListView1", &AreasDetailsListFrm::DeleteArea)();
+    return true;
+  }
+  // Enter is Edit Area, but for whoever has just typed a name.
+  if (watched == form->Text1 && (key == Qt::Key_Return || key == Qt::Key_Enter)) {
+    form->ListView1->setFocus();
     return true;
   }
   return QDialog::eventFilter(watched, event);

@@ -131,6 +131,19 @@ TEST_F(AreaList, TypedNameIsWrittenAtOnceAndUndoneAsOne) {
   EXPECT_EQ(exits, 0);
 }
 
+TEST_F(AreaList, EnterEndsTheTypingOfTheName) {
+  Name().setFocus();
+  QTest::keyClicks(&Name(), QStringLiteral("x"));
+  QTest::keyClick(&Name(), Qt::Key_Return);
+  EXPECT_TRUE(asked.isEmpty()) << "it opens no area";
+  EXPECT_TRUE(View().hasFocus());
+  Name().setFocus();
+  QTest::keyClicks(&Name(), QStringLiteral("y"));
+  EXPECT_EQ(station.AreaSteps.UndoText(), "rename of " + Catalogue().AreaGroups[1].Name);
+  station.AreaSteps.Undo(Catalogue());
+  EXPECT_EQ(Catalogue().AreaGroups[1].Name, "Strikesx") << "what is typed after it is a step of its own";
+}
+
 TEST_F(AreaList, NameThatTheCodePageDoesNotHoldIsRefusedInWords) {
   Name().selectAll();
   Commit(Name(), QStringLiteral("\u2192"));
