@@ -17,7 +17,7 @@
 namespace kestrel::shell {
 
 /// A running station with one group of areas, "Targets", and the editor's window over its map.
-class AreaWindows : public TheaterWindows {
+class AreaEditorWindow : public TheaterWindows {
  protected:
   void SetUp() override {
     TheaterWindows::SetUp();

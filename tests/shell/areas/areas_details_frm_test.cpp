@@ -5,7 +5,7 @@
 namespace kestrel::shell {
 namespace {
 
-class AreasDetails : public AreaWindows {
+class AreasDetails : public AreaEditorWindow {
  protected:
   /// The number of the panel that shows, from 0; -1 when none or several do.
   int Panel() {

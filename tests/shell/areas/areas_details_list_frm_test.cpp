@@ -2,7 +2,7 @@
 
 #include <QComboBox>
 
-#include "shell/areas/area_windows_fixture.h"
+#include "shell/areas/area_tables_fixture.h"
 #include "shell/areas/select_area_group_frm.h"
 
 namespace kestrel::shell {
@@ -11,7 +11,7 @@ namespace {
 using areas::AreaType;
 
 /// The list of the group Strikes: Alpha, Bravo, Charlie, of which Bravo is not marked; behind it the group Other.
-class AreaList : public AreaWindows {
+class AreaList : public AreaTables {
  protected:
   void SetUp() override {
     AddFolder("Folder");

@@ -2,13 +2,13 @@
 
 #include <QTemporaryDir>
 
-#include "shell/areas/area_windows_fixture.h"
+#include "shell/areas/area_tables_fixture.h"
 
 namespace kestrel::shell {
 namespace {
 
 /// Two folders, the first with the groups One and Three, the second with Two.
-class AreaTree : public AreaWindows {
+class AreaTree : public AreaTables {
  protected:
   void SetUp() override {
     AddFolder("First");

@@ -5,7 +5,7 @@ namespace {
 
 using areas::PointType;
 
-class FlightPlans : public AreaWindows {
+class FlightPlans : public AreaEditorWindow {
  protected:
   static areas::Area Plan() {
     areas::Area area{.Type = areas::AreaType::FlightPlan};

@@ -3,12 +3,12 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "shell/areas/area_windows_fixture.h"
+#include "shell/areas/area_tables_fixture.h"
 
 namespace kestrel::shell {
 namespace {
 
-class GeoJsonFiles : public AreaWindows {
+class GeoJsonFiles : public AreaTables {
  protected:
   void SetUp() override {
     ASSERT_TRUE(folder.isValid());

@@ -6,7 +6,7 @@ namespace kestrel::shell {
 namespace {
 
 /// The line from the last point to the pointer, and what is held with a click.
-class MapInput : public AreaWindows {
+class MapInput : public AreaEditorWindow {
  protected:
   void Watch() {
     QObject::connect(&Window(), &AreasDetailsFrm::RubberMoved,

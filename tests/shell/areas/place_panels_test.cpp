@@ -9,7 +9,7 @@
 namespace kestrel::shell {
 namespace {
 
-class Places : public AreaWindows {
+class Places : public AreaEditorWindow {
  protected:
   void OpenAs(const char* option) {
     OpenNew();

@@ -5,7 +5,7 @@
 namespace kestrel::shell {
 namespace {
 
-class Regions : public AreaWindows {
+class Regions : public AreaEditorWindow {
  protected:
   static areas::Area ThreeLines() {
     areas::Area area;

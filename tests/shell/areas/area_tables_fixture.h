@@ -31,7 +31,7 @@
 namespace kestrel::shell {
 
 /// A station with folders and groups of areas whose refreshes are kept, and hands for the windows over them.
-class AreaWindows : public testing::Test {
+class AreaTables : public testing::Test {
  protected:
   areas::AreaCatalogue& Catalogue() { return station.Areas; }
   void AddFolder(const std::string& name, areas::Flag visible = areas::On) {
