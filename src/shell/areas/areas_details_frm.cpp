@@ -195,7 +195,7 @@ bool AreasDetailsFrm::TextsHeld() {
 void AreasDetailsFrm::accept() {
   Guarded(program.Log, "AreasDetailsFrm", [this] {
     if (ended || !TextsHeld()) return;
-    End(areas::Accept(hand.Editor(), program.State.Areas, hand.Texts()));
+    End(areas::Accept(hand.Editor(), program.State.Areas, program.State.AreaSteps, hand.Texts()));
     QDialog::accept();
   });
 }

@@ -17,7 +17,9 @@
 #include "map/cursor_tools.h"
 #include "map/geometry.h"
 #include "map/lat_long.h"
+#include "shell/areas/areas_frm.h"
 #include "shell/frame/about_frm.h"
+#include "shell/frame/area_windows.h"
 #include "shell/frame/bullseye_windows.h"
 #include "shell/frame/tool_table.h"
 #include "shell/link/clients_frm.h"
@@ -76,6 +78,10 @@ MDIForm1::MDIForm1(core::Program& running, ModalCount& dialogs) : program(runnin
       Entry(entry.Menu).setChecked(shown);
     });
   }
+  areas = new AreaWindows(running, modal, *this);
+  connect(&tools->The<AreasFrm>(), &AreasFrm::GroupAsked, areas, [this](std::size_t group) {
+    Guarded(program.Log, "AreasDetailsListFrm", [this, group] { areas->OpenList(group); });
+  });
   connect(&tools->The<ClientsFrm>(), &ClientsFrm::PopUp3Asked, this,
           [this](const QPoint& place) { PopUp("PopUp3").popup(place); });
   rescue.setInterval(RescueMs);

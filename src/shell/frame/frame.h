@@ -20,6 +20,7 @@ class QMenu;
 
 namespace kestrel::shell {
 
+class AreaWindows;
 class BullseyeWindows;
 
 /// The frame: menus, the map window and the status strip. Its menus come from the tables of menu_table.h; a menu entry
@@ -35,6 +36,7 @@ class MDIForm1 final : public QMainWindow {
   ToolWindows& Tools() { return *tools; }
   core::Program& Program() { return program; }
   BullseyeWindows& Bullseyes() { return *bullseyes; }
+  AreaWindows& Areas() { return *areas; }
   /// True from the moment the closing begins.
   bool Closing() const { return closing; }
   /// A pop-up menu by its name, e.g. "PopUp3".
@@ -104,6 +106,7 @@ class MDIForm1 final : public QMainWindow {
   ModalCount& modal;
   MainFrm* map = nullptr;
   BullseyeWindows* bullseyes = nullptr;
+  AreaWindows* areas = nullptr;
   StatusStrip* strip = nullptr;
   std::unique_ptr<ToolWindows> tools;
   EnterKey enter;

@@ -2,6 +2,7 @@
 
 #include "core/area_exchange.h"
 #include "core/mission_areas.h"
+#include "shell/frame/area_windows.h"
 #include "shell/frame/bullseye_windows.h"
 #include "shell/frame/frame.h"
 
@@ -111,7 +112,7 @@ constexpr MenuEntry PopUpMenus[] = {
     {"mnuSetCenterOfMap", "Set Center of Map", "PopUp2", Runs, [](MDIForm1& frame) { frame.SetCenterOfMap(); }},
     {"mnuSetNewBulls", "Set New Bullseye", "PopUp2", Runs,
      [](MDIForm1& frame) { frame.Bullseyes().CreateAtPointer(); }},
-    {"mnuAddnewIconArea", "Add New Icon Area", "PopUp2", Later},
+    {"mnuAddnewIconArea", "Add New Icon Area", "PopUp2", Runs, [](MDIForm1& frame) { frame.Areas().AddNewIconArea(); }},
 
     {"PopUp3", "", "", Submenu},
     {"mnuP3ShowPlot", "Show Plot", "PopUp3", Runs, [](MDIForm1& frame) { frame.ShowPlotOfNode(); }},
