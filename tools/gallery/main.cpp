@@ -25,7 +25,9 @@
 #include "base/profile_file.h"
 #include "core/global_keys.h"
 #include "platform/make_seams.h"
+#include "shell/areas/areas_details_frm.h"
 #include "shell/core/run_station.h"
+#include "shell/frame/frame.h"
 #include "shell/parts/look.h"
 
 namespace {
@@ -131,6 +133,33 @@ class KeysOfAnyDesktop final : public core::GlobalKeys {
   std::string Missing() const override { return {}; }
 };
 
+/// An area with something of each type, and the editor's window for it.
+void OpenAreaEditor() {
+  auto& frame = *static_cast<shell::MDIForm1*>(Top(QStringLiteral("MDIForm1")));
+  core::Program& program = frame.Program();
+  areas::AreaCatalogue& catalogue = program.State.Areas;
+  catalogue = {};
+  catalogue.AreaFolders.Append({.Name = "Mission", .Visible = areas::On});
+  catalogue.AreaGroups.Append({.Name = "Engagement zones", .FolderIndex = 1});
+  areas::Area area{
+      .Name = "Kill box", .Radius = 12, .X = 420, .Y = 560, .Color = 0x2060F0, .Icon = 3, .Text = "Hot area"};
+  area.TextFont.Size = 12;
+  const areas::MapPoint corners[] = {{400, 540}, {460, 540}, {475, 590}, {430, 620}, {390, 585}};
+  for (std::size_t at = 0; at < std::size(corners); ++at) {
+    const areas::MapPoint& to = corners[(at + 1) % std::size(corners)];
+    area.Lines.Append({corners[at].X, corners[at].Y, to.X, to.Y});
+  }
+  area.Points.Append({380, 500, 0, areas::PointType::Nav});
+  area.Points.Append({400, 530, 18000, areas::PointType::Nav});
+  area.Points.Append({415, 548, 12000, areas::PointType::IP});
+  area.Points.Append({420, 560, 500, areas::PointType::Target});
+  catalogue.AreaGroups[1].Areas.Append(area);
+  areas::OpenExisting(program.State.Editor, catalogue, 1, 1, program.Shown.Texts());
+  auto* editor = new shell::AreasDetailsFrm(program, frame.Modal(), &frame);
+  editor->setAttribute(Qt::WA_DeleteOnClose);
+  editor->show();
+}
+
 int ConnectedCycles(const fs::path& log) { return static_cast<int>(fs::exists(log) ? fs::file_size(log) / 10000 : 0); }
 
 }  // namespace
@@ -197,6 +226,19 @@ int main(int argc, char** argv) {
   script.GrabAndClose("MdfBullsFrm");
   script.Menu("mnuSetNewBulls");
   script.GrabAndClose("BullsDetailsFrm");
+  script.Add([] { return true; }, OpenAreaEditor);
+  for (const auto& [type, page] :
+       {std::pair("Option1_1", "1"), std::pair("Option1_2", "2"), std::pair("Option1_3", "3"),
+        std::pair("Option1_4", "4"), std::pair("Option1_5", "5")}) {
+    script.Press("AreasDetailsFrm", type);
+    script.Grab("AreasDetailsFrm", page);
+  }
+  script.Press("AreasDetailsFrm", "cmdAddPointFP");
+  script.GrabAndClose("FPPointDetailsFrm");
+  script.Press("AreasDetailsFrm", "Option1_1");
+  script.Press("AreasDetailsFrm", "Command3");
+  script.GrabAndClose("PointDetailsFrm");
+  script.Close("AreasDetailsFrm");
   // A replay of the demo tape, somewhat into it.
   script.Add([] { return true; },
              [] { Top(QStringLiteral("MDIForm1"))->findChild<QToolButton*>(QStringLiteral("chkPlayback"))->click(); });
