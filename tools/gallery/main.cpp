@@ -157,6 +157,8 @@ void OpenAreaEditor() {
   areas::OpenExisting(program.State.Editor, catalogue, 1, 1, program.Shown.Texts());
   auto* editor = new shell::AreasDetailsFrm(program, frame.Modal(), &frame);
   editor->setAttribute(Qt::WA_DeleteOnClose);
+  // The screen of the pictures is a low one.
+  editor->resize(editor->sizeHint());
   editor->show();
 }
 

@@ -2,6 +2,8 @@
 
 #include <QBuffer>
 #include <QGridLayout>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QToolButton>
 #include <algorithm>
 
@@ -28,6 +30,13 @@ constexpr int WrittenSide = 32;  ///< of the pictures that are written, pixels
 constexpr int LastWritten = 31;  ///< icons behind it are not written
 constexpr float LeastShown = 6;  ///< a text shows its own font within these sizes, points
 constexpr float MostShown = 20;
+
+/// Would rather show all that lies in it.
+class IconField final : public QScrollArea {
+ public:
+  using QScrollArea::QScrollArea;
+  QSize sizeHint() const override { return widget()->sizeHint() + QSize(verticalScrollBar()->sizeHint().width(), 0); }
+};
 
 }  // namespace
 
@@ -59,16 +68,22 @@ IconPanel::IconPanel(EditorHand& common, QWidget* owner)
             [this] { MakeIcons(); });
   row->addStretch(1);
   NewColour("cmdPointColor", row);
-  AddRoom();
 }
 
 void IconPanel::AddIcons() {
-  auto* grid = new QGridLayout;
+  // A low screen has no room for all of them.
+  icons = new IconField(this);
+  icons->setFrameShape(QFrame::NoFrame);
+  icons->setWidgetResizable(true);
+  icons->setFocusPolicy(Qt::NoFocus);
+  icons->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  auto* field = new QWidget(icons);
+  auto* grid = new QGridLayout(field);
+  grid->setContentsMargins(0, 0, 0, 0);
   grid->setSpacing(2);
-  NewRow()->addLayout(grid);
   constexpr int perColumn = (map::LastIcon + IconColumns - 1) / IconColumns;
   for (std::int32_t icon = 1; icon <= map::LastIcon; ++icon) {
-    auto* button = new QToolButton(this);
+    auto* button = new QToolButton(field);
     button->setObjectName(Words("Option3_") + QString::number(icon));
     button->setText(AsCaption(FromBytes(map::IconCaption(icon))));
     button->setIcon(MapIcon(icon));
@@ -83,8 +98,12 @@ void IconPanel::AddIcons() {
     Option3->addButton(button, icon);
     grid->addWidget(button, (icon - 1) % perColumn, (icon - 1) / perColumn);
   }
+  icons->setWidget(field);
+  icons->setMinimumWidth(field->minimumSizeHint().width() + icons->verticalScrollBar()->sizeHint().width());
+  NewRow()->addWidget(icons);
   connect(Option3, &QButtonGroup::idClicked, this, [this](int icon) {
     hand.Do("Option3", [&] { return areas::ChooseIcon(hand.Editor(), static_cast<std::int16_t>(icon), hand.Texts()); });
+    ShowChosen();
   });
 }
 
@@ -100,6 +119,15 @@ void IconPanel::ShowEditor() {
     Option3->setExclusive(true);
   }
   ShowPicture();
+}
+
+void IconPanel::showEvent(QShowEvent*) {
+  // Once everything has its place.
+  QMetaObject::invokeMethod(this, &IconPanel::ShowChosen, Qt::QueuedConnection);
+}
+
+void IconPanel::ShowChosen() {
+  if (QAbstractButton* chosen = Option3->checkedButton()) icons->ensureWidgetVisible(chosen, 0, 0);
 }
 
 void IconPanel::ShowPicture() {

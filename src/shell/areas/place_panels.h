@@ -5,6 +5,8 @@
 
 #include "shell/areas/area_panel.h"
 
+class QScrollArea;
+
 // The panels of the types that have one position.
 namespace kestrel::shell {
 
@@ -22,14 +24,20 @@ class IconPanel final : public AreaPanel {
   IconPanel(EditorHand& common, QWidget* owner);
   void ShowEditor() override;
 
+ protected:
+  void showEvent(QShowEvent* event) override;
+
  private:
   void AddIcons();
+  /// Scrolls to the chosen icon.
+  void ShowChosen();
   /// Picture1: the chosen icon in the colour of the area.
   void ShowPicture();
   /// Writes the icons that have a picture into the folder "Icons" below AppPath.
   void MakeIcons();
 
-  QButtonGroup* Option3;  ///< by the numbers of the icons
+  QButtonGroup* Option3;         ///< by the numbers of the icons
+  QScrollArea* icons = nullptr;  ///< what the buttons lie in
   QLabel* Picture1;
   std::int16_t pictured = 0;  ///< what Picture1 shows
   base::Colour picturedIn = 0;

@@ -135,6 +135,31 @@ TEST_F(Places, ChosenIconGoesToTheAreaAndIntoThePicture) {
   EXPECT_EQ(Work().Icon, 10) << "the arrows go from icon to icon";
 }
 
+TEST_F(Places, LowScreenScrollsToTheChosenIcon) {
+  OpenAs("Option1_3");
+  Window().resize(Window().width(), 400);
+  EXPECT_LE(Window().height(), 440);
+  const auto seen = [this](const char* name) {
+    const auto& button = In<QToolButton>(Window(), name);
+    return button.visibleRegion().boundingRect() == button.rect();
+  };
+  EXPECT_TRUE(seen("Option3_1"));
+  EXPECT_FALSE(seen("Option3_12"));
+  EXPECT_TRUE(seen("Option3_25")) << "the columns stand beside each other";
+  In<QToolButton>(Window(), "Option3_1").setFocus();
+  for (int icon = 1; icon < 12; ++icon) QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+  EXPECT_EQ(Work().Icon, 12);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return seen("Option3_12"); }));
+  EXPECT_TRUE(Visible("Command2_0"));
+  Choose("Option1_2");
+  Press(Window(), "Command2_0");
+  OpenExisting({.Type = areas::AreaType::Icon, .Icon = 12});
+  Window().resize(Window().width(), 400);
+  Choose("Option1_2");
+  Choose("Option1_3");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return seen("Option3_12"); })) << "where the window opens with it";
+}
+
 TEST_F(Places, IconThatIsNoneIsKeptAndChoosesNothing) {
   OpenExisting({.Type = areas::AreaType::Icon, .Icon = 77});
   for (int icon = 1; icon <= 35; ++icon) EXPECT_FALSE(Checked(("Option3_" + std::to_string(icon)).c_str()));
