@@ -6,6 +6,7 @@
 #include "base/files.h"
 #include "core/debug_files.h"
 #include "core/execute_shortcut.h"
+#include "core/frequency_files.h"
 #include "core/friends.h"
 #include "core/own_folder.h"
 #include "core/program.h"
@@ -65,7 +66,7 @@ constexpr Step mainSteps[] = {
     {"Read common.ini", [](Program& program) { LoadAutoUpdate(program.State); }},
     {"LoadSavedVars", LoadSettings, "LoadSavedVars"},
     {"LoadFriendsDef", [](Program& program) { LoadFriendsDef(program.State); }, "LoadFriendsDef"},
-    {"Read DefFreq.ini"},
+    {"Read DefFreq.ini", [](Program& program) { LoadDefaultFrequencies(program.State); }},
     {"Open the log", OpenLog},
     {"Load the theater picture", LoadMapPicture},
     {"Show MainFrm", ShowMap},

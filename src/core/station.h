@@ -19,6 +19,7 @@
 #include "link/tables.h"
 #include "map/map_options.h"
 #include "map/view_state.h"
+#include "radio/frequencies.h"
 #include "radio/transmit.h"
 #include "tape/player.h"
 #include "tape/recorder.h"
@@ -94,6 +95,8 @@ struct Station {
   areas::AreaHistory AreaSteps;     ///< what of Areas can be undone
   AreaKeeping AreaFiles;            ///< the current theater's
   areas::AreaEditor Editor;
+  radio::Frequencies Frequencies;                ///< the current theater's
+  radio::DefaultFrequencies DefaultFrequencies;  ///< the installation's
   core::Tapes Tapes;
   std::array<ToolWindowState, ToolWindowCount> ToolWindows = {};
   EditorPositions Editors;

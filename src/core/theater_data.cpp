@@ -6,10 +6,12 @@
 #include <string>
 
 #include "base/files.h"
+#include "base/profile_file.h"
 #include "core/area_rescue.h"
 #include "core/settings.h"
 #include "core/theater_areas.h"
 #include "map/view_short_file.h"
+#include "radio/frequency_file.h"
 #include "theaters/catalogue.h"
 
 namespace kestrel::core {
@@ -32,6 +34,24 @@ void SaveViewShorts(Station& station) {
   base::WriteWholeFile(path, map::WriteViewShorts(station.View.ViewShorts));
 }
 
+void LoadFrequencies(Program& program) {
+  Station& station = program.State;
+  station.Frequencies = {};
+  const std::uint32_t start = program.Log.Time().TickCount();
+  const std::filesystem::path path = DataPath(station, "_Frequencies.dat");
+  if (!base::FileExists(path)) return;
+  std::vector<std::string> notes;
+  station.Frequencies = radio::ReadFrequencies(base::ProfileFile::Load(path), notes);
+  for (const std::string& note : notes) program.Log.LogLine(base::NameForMessage(path) + ", " + note);
+  program.Log.LogDuration("Loaded the frequencies", start);
+}
+
+void SaveFrequencies(const Station& station) {
+  const std::filesystem::path path = DataPath(station, "_Frequencies.dat");
+  base::MakeFolder(path.parent_path());
+  base::WriteWholeFile(path, radio::WriteFrequencies(station.Frequencies));
+}
+
 /// The current theater has these heights from now on; their file is read when the pointer first needs it.
 void LoadElevation(Program& program) {
   Station& station = program.State;
@@ -43,7 +63,7 @@ constexpr TheaterData rows[] = {
     {"areas", LoadAreas, SaveAreas, "areas", base::Changed::Areas | base::Changed::Map},
     {.What = "rescued areas", .Load = OfferRescuedAreas, .Shows = base::Changed::Areas | base::Changed::Map},
     {"saved views", LoadViewShorts, SaveViewShorts, "kept views"},
-    {"frequencies"},
+    {"frequencies", LoadFrequencies, SaveFrequencies},
     {.What = "elevations", .Load = LoadElevation, .Shows = base::Changed::CursorLine},
 };
 

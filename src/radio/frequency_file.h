@@ -16,7 +16,7 @@ namespace kestrel::radio {
 Frequencies ReadFrequencies(const base::ProfileFile& file, std::vector<std::string>& notes);
 
 /// The text of the file, an empty line at its end. Values are written as they stand: one with a line end in it spoils
-/// the file, this stands. RuntimeFailure when it is longer than what would be read again.
+/// the file, this stands. RuntimeFailure when it is longer than a file that would be read again.
 std::string WriteFrequencies(const Frequencies& tables);
 
 /// What is missing in the file is an empty text.

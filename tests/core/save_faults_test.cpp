@@ -20,7 +20,8 @@ namespace kestrel::core {
 namespace {
 
 constexpr std::string_view savedFiles[] = {"KESTREL.ini", "Theaters/korea.ini", "Theaters/balkans.ini",
-                                           "Theaters/korea_ViewShort.dat", "Theaters/korea_Areas.dat"};
+                                           "Theaters/korea_ViewShort.dat", "Theaters/korea_Areas.dat",
+                                           "Theaters/korea_Frequencies.dat"};
 
 using Contents = std::map<std::string, std::string>;
 
@@ -44,6 +45,7 @@ class SaveFaults : public testing::Test {
     next.View.ViewShorts[0] = {15, 30, 2};
     next.Areas.AreaFolders.Append({"F", areas::On});
     next.Areas.AreaGroups.Append({.Name = "G", .FolderIndex = 1}).Areas.Append({});
+    for (int n = 0; n < 10; ++n) next.Frequencies.Airfields.Append({}).Name = "Field " + std::to_string(n);
     for (theaters::Theater& theater : next.Catalogue.Theaters.Live()) theater.DisplayName += " by night";
     SaveAll(next);
     nextFiles = ReadSaved(folder);

@@ -29,6 +29,7 @@ class Steps : public testing::Test {
  protected:
   Steps() {
     WriteInstallation(folder);
+    folder.Write("DefFreq.ini", "[UI]\nF1=307300\n");
     folder.Write("KESTREL.ini", "[LOG]\nDEBUG=1\n[MAPS]\nTOTALMAPS=1\nMAP1=korea.ini\nCURRENTMAP=1\n");
   }
 
@@ -100,6 +101,7 @@ TEST_F(Steps, OfTheStart) {
                     {"Read common.ini", [this] { return !station.AutoUpdate; }},
                     {"LoadSavedVars", [this] { return station.Catalogue.Theaters.UpperBound() == 1; }},
                     {"LoadFriendsDef", [this] { return station.LinkOptions.FriendNames.UpperBound() == 3; }},
+                    {"Read DefFreq.ini", [this] { return station.DefaultFrequencies.DefaultF1 == "307300"; }},
                     {"Open the log", [this] { return around.Log.On(); }},
                     {"Load the theater picture", [this] { return station.MapPicture.Width == 2; }},
                     {"Show MainFrm", [this] { return station.Loading && Called("ShowMainFrm")(); }},

@@ -209,7 +209,7 @@ TEST_F(TheaterSwitch, HeightsThatCannotBeReadAreLoggedOnce) {
 TEST_F(TheaterSwitch, TheLogTellsWhatWasLoadedAndHowLongItTook) {
   folder.Write("Theaters/balkans_Elevation.dat", std::string("\x64\0", 2));
   SwitchTheater(around.All, 2);
-  SwitchTheater(around.All, 1);  // keeps the views and areas of "balkans"
+  SwitchTheater(around.All, 1);  // keeps the views, areas and frequencies of "balkans"
   around.Clock.WhenRead = [this] { around.Clock.Ticks += 7; };
   around.Log.File.Open(folder.Path / "log");
   SwitchTheater(around.All, 2);
@@ -218,7 +218,7 @@ TEST_F(TheaterSwitch, TheLogTellsWhatWasLoadedAndHowLongItTook) {
   around.Log.File.Close();
   EXPECT_EQ(folder.Read("log"),
             "Loaded the map picture in 7 ms\r\nLoaded the areas in 7 ms\r\nLoaded the view shortcuts in 7 ms\r\n"
-            "Loaded the elevations in 7 ms\r\n");
+            "Loaded the frequencies in 7 ms\r\nLoaded the elevations in 7 ms\r\n");
 }
 
 TEST_F(TheaterSwitch, ANameThatPointsOutOfTheFolderHasItsHeightsWithin) {

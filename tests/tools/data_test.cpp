@@ -1,11 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <set>
 #include <string>
 
 #include "base/files.h"
 #include "base/profile_file.h"
 #include "project_paths.h"
+#include "radio/frequency_file.h"
 #include "sample-theater/facts.h"
 #include "session-sim/world.h"
 
@@ -17,7 +19,7 @@ const std::filesystem::path Data = std::filesystem::path(KESTREL_SOURCE_DIR) / "
 std::string TextOf(const char* name) { return base::ReadWholeFile(Data / name, base::MaxTextFileBytes); }
 
 TEST(ShippedFiles, HaveWindowsLineEnds) {
-  for (const char* name : {"KESTREL.ini", "common.ini", "update.txt", "FriendlyNames.ini"}) {
+  for (const char* name : {"KESTREL.ini", "common.ini", "update.txt", "FriendlyNames.ini", "DefFreq.ini"}) {
     const std::string text = TextOf(name);
     for (std::size_t k = 0; k < text.size(); ++k) {
       if (text[k] == '\n') {
@@ -51,6 +53,28 @@ TEST(ShippedFiles, FriendlyNamesAreThoseOfTheBlueFlights) {
     const std::string flight = aircraft.Name.substr(0, aircraft.Name.size() - 1);
     EXPECT_EQ(names.find(flight) != std::string::npos, aircraft.Of == sim::Side::Blue) << aircraft.Name;
   }
+}
+
+TEST(ShippedFiles, DefaultChannelsHaveNamesAndFrequenciesOfTheirOwn) {
+  const auto channels = radio::ReadDefaultFrequencies(base::ProfileFile::Load(Data / "DefFreq.ini"));
+  std::set<std::string> names, uhf, vhf;
+  for (std::size_t i = 1; i <= radio::ChannelCount; ++i) {
+    names.insert(channels.ChannelNames[i]);
+    uhf.insert(channels.DefaultUHF[i]);
+    vhf.insert(channels.DefaultVHF[i]);
+    EXPECT_EQ(radio::FreqValToIcon(channels.DefaultUHF[i]), radio::FreqImage::UHF) << channels.DefaultUHF[i];
+    EXPECT_EQ(radio::FreqValToIcon(channels.DefaultVHF[i]), radio::FreqImage::VHF) << channels.DefaultVHF[i];
+  }
+  EXPECT_EQ(uhf.size(), 20u);
+  EXPECT_EQ(vhf.size(), 20u);
+  EXPECT_EQ(names.size(), 20u);
+  for (const char* name : {"Flight 1", "Flight 5", "Package 1", "Package 5", "From Package", "Proximity", "Team",
+                           "Broadcast/Guard", "Open"}) {
+    EXPECT_EQ(names.count(name), 1u) << name;
+  }
+  EXPECT_TRUE(radio::IsUHF(channels.DefaultF1));
+  EXPECT_TRUE(radio::IsUHF(channels.DefaultF2));
+  EXPECT_NE(channels.DefaultF1, channels.DefaultF2);
 }
 
 }  // namespace
