@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "radio/frequencies.h"
 
 namespace kestrel::radio {
 namespace {
@@ -104,6 +105,25 @@ void VoiceBridge::TuneRadio(Radio radio, const std::string& value) {
   SetRadioFreq(radio, value);
   PressChange(radio);
   if (RefreshIVCStatus) RefreshIVCStatus();
+}
+
+VoiceStatus VoiceBridge::Status() {
+  const Operation operation(*this);
+  VoiceStatus status;
+  status.Running = IsIVCRunning();
+  if (!status.Running) return status;
+  status.UHF = GetRadioFreq(Radio::UHF);
+  status.VHF = GetRadioFreq(Radio::VHF);
+  status.Connected = IsIVCConnected();
+  return status;
+}
+
+void VoiceBridge::ClickValue(const std::string& value) {
+  const Operation operation(*this);
+  if (RefreshIVCStatus) RefreshIVCStatus();
+  if (!IsIVCConnected()) return;
+  if (IsUHF(value)) TuneRadio(Radio::UHF, value);
+  if (IsVHF(value)) TuneRadio(Radio::VHF, value);
 }
 
 bool VoiceBridge::SendIVCKey(std::int32_t vkey, bool down) {

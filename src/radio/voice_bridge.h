@@ -11,6 +11,13 @@ namespace kestrel::radio {
 /// A radio of the voice client.
 enum class Radio { UHF = 1, VHF = 2 };
 
+/// What a window shows of the client.
+struct VoiceStatus {
+  bool Running = false;
+  bool Connected = false;
+  std::string UHF, VHF;  ///< the trimmed texts of the radios' boxes; empty when it does not run
+};
+
 /// The voice program "IVC Client", driven through its windows as a user would. Its controls are known by their place
 /// among their siblings alone: a client whose layout has changed fails silently, or hits the wrong box. No handle is
 /// kept, each operation looks the windows up anew, so a client that restarts is found again. Nothing here reports an
@@ -31,6 +38,11 @@ class VoiceBridge {
   bool PressChange(Radio radio);
   /// Writes the frequency, presses the button, then calls RefreshIVCStatus whether or not these succeeded.
   void TuneRadio(Radio radio, const std::string& value);
+  /// The whole status, asked in one operation: a client that hangs is waited for once.
+  VoiceStatus Status();
+  /// A click on a value of the frequencies: RefreshIVCStatus, then, if the client is connected, the value is tuned on
+  /// each radio whose kind it is ("0" is of both). The same operation from the first question to the last refresh.
+  void ClickValue(const std::string& value);
   /// Sends the client's top window a key-down or key-up; `vkey` is the virtual key number. True if it was found.
   bool SendIVCKey(std::int32_t vkey, bool down);
 

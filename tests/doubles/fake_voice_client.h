@@ -24,7 +24,10 @@ class FakeVoiceClient final : public radio::VoiceWindows {
                 {"Edit", "128550"},    {"Button", "Change FRQ"}, {"Edit", "behind"}};
   }
 
-  void OperationStarts() override { ++Operations; }
+  void OperationStarts() override {
+    ++Operations;
+    left = OperationLimit;
+  }
   radio::WindowHandle FindTop(const std::string& title) override {
     ++Lookups;
     return Running && title == Title ? top : 0;
@@ -42,17 +45,22 @@ class FakeVoiceClient final : public radio::VoiceWindows {
     return 0;
   }
   std::size_t TextLength(radio::WindowHandle window) override {
+    if (!Answers()) return 0;
     return LengthLie != 0 ? LengthLie : At(window).Text.size();
   }
   std::string Text(radio::WindowHandle window, std::size_t room) override {
+    if (!Answers()) return {};
     Rooms.push_back(room);
     return At(window).Text.substr(0, room - 1);
   }
   void SetText(radio::WindowHandle window, const std::string& text) override {
+    if (!Answers()) return;
     At(window).Text = text;
     Log.push_back("set " + std::to_string(window - first) + " " + text);
   }
-  void Click(radio::WindowHandle button) override { Log.push_back("click " + std::to_string(button - first)); }
+  void Click(radio::WindowHandle button) override {
+    if (Answers()) Log.push_back("click " + std::to_string(button - first));
+  }
   void SendKey(radio::WindowHandle window, std::int32_t vkey, bool down) override {
     if (window != top) Faults.push_back("a key to another window");
     Log.push_back((down ? "down " : "up ") + std::to_string(vkey));
@@ -65,7 +73,12 @@ class FakeVoiceClient final : public radio::VoiceWindows {
     first += 1000;
   }
 
+  static constexpr int OperationLimit = 500;  ///< milliseconds
+
   bool Running = true;
+  bool Hung = false;  ///< it answers no message
+  int Waited = 0;     ///< milliseconds spent on messages that were not answered
+  int Messages = 0;   ///< all but keys
   bool HasPanel = true;
   std::string Title = "IVC Client";
   std::vector<Control> Controls;  ///< children of the panel in their order
@@ -77,6 +90,14 @@ class FakeVoiceClient final : public radio::VoiceWindows {
   std::vector<std::string> Faults;  ///< calls that no bridge may make
 
  private:
+  /// Whether a message is answered; one that is not takes what is left of the operation's time.
+  bool Answers() {
+    ++Messages;
+    if (!Hung) return true;
+    Waited += left;
+    left = 0;
+    return false;
+  }
   Control& At(radio::WindowHandle window) {
     if (window >= first && window - first < Controls.size()) return Controls[window - first];
     Faults.push_back("a message to no window");
@@ -84,6 +105,7 @@ class FakeVoiceClient final : public radio::VoiceWindows {
   }
 
   radio::WindowHandle top = 1, panel = 2, first = 10;
+  int left = 0;  ///< milliseconds of the operation
   Control nowhere;
 };
 

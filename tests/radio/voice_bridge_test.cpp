@@ -206,5 +206,81 @@ TEST_F(Bridge, BoundsTheLengthThatTheClientTells) {
   EXPECT_THAT(client.Rooms, ElementsAre(32768u));
 }
 
+TEST_F(Bridge, TheStatusIsOneOperation) {
+  const VoiceStatus status = bridge.Status();
+  EXPECT_TRUE(status.Running);
+  EXPECT_TRUE(status.Connected);
+  EXPECT_EQ(status.UHF, "305000");
+  EXPECT_EQ(status.VHF, "128550");
+  EXPECT_EQ(client.Operations, 1);
+  client.Controls[StatusAt].Text = "CONNECTING";
+  EXPECT_TRUE(bridge.Status().Running);
+  EXPECT_FALSE(bridge.Status().Connected);
+  EXPECT_EQ(client.Operations, 3);
+}
+
+TEST_F(Bridge, WithoutTheClientTheStatusAndAClickSendNoMessage) {
+  int refreshes = 0;
+  bridge.RefreshIVCStatus = [&] {
+    ++refreshes;
+    bridge.Status();
+  };
+  client.Running = false;
+  const VoiceStatus status = bridge.Status();
+  EXPECT_FALSE(status.Running || status.Connected);
+  EXPECT_EQ(status.UHF + status.VHF, "");
+  bridge.ClickValue("0");
+  EXPECT_EQ(refreshes, 1);
+  EXPECT_EQ(client.Messages, 0);
+}
+
+TEST_F(Bridge, AClickTunesTheRadioOfItsKind) {
+  bridge.RefreshIVCStatus = [&] { client.Log.push_back("refresh"); };
+  bridge.ClickValue("297500");
+  EXPECT_THAT(client.Log, ElementsAre("refresh", "set 5 297500", "click 7", "refresh"));
+  client.Log.clear();
+  bridge.ClickValue("138050");
+  EXPECT_THAT(client.Log, ElementsAre("refresh", "set 8 138050", "click 9", "refresh"));
+  client.Log.clear();
+  bridge.ClickValue("0");
+  EXPECT_THAT(client.Log, ElementsAre("refresh", "set 5 0", "click 7", "refresh", "set 8 0", "click 9", "refresh"));
+  EXPECT_EQ(client.Operations, 3);
+}
+
+TEST_F(Bridge, AClickOnWhatIsNoRadioFrequencyRefreshesAlone) {
+  bridge.RefreshIVCStatus = [&] { client.Log.push_back("refresh"); };
+  for (const char* value : {"", "000000", "10810", "297510", "tower"}) bridge.ClickValue(value);
+  EXPECT_THAT(client.Log, ElementsAre("refresh", "refresh", "refresh", "refresh", "refresh"));
+}
+
+TEST_F(Bridge, AClickWithoutAConnectionTunesNothing) {
+  bridge.RefreshIVCStatus = [&] { client.Log.push_back("refresh"); };
+  client.Controls[StatusAt].Text = "NO CONNECTION";
+  bridge.ClickValue("297500");
+  EXPECT_THAT(client.Log, ElementsAre("refresh"));
+}
+
+TEST_F(Bridge, AHungClientIsWaitedForOnceInAStatusOrAClick) {
+  bridge.RefreshIVCStatus = [&] { bridge.Status(); };
+  client.Hung = true;
+  EXPECT_TRUE(bridge.Status().Running);
+  EXPECT_EQ(client.Waited, 500);
+  bridge.ClickValue("0");
+  EXPECT_EQ(client.Waited, 1000);
+}
+
+TEST_F(Bridge, AClientThatHangsInTheMiddleOfAClickIsWaitedForOnce) {
+  int refreshes = 0;
+  bridge.RefreshIVCStatus = [&] {
+    // After the first radio has been tuned.
+    if (++refreshes == 2) client.Hung = true;
+    bridge.Status();
+  };
+  bridge.ClickValue("0");
+  EXPECT_EQ(client.Waited, 500);
+  EXPECT_EQ(refreshes, 3);
+  EXPECT_THAT(client.Log, ElementsAre("set 5 0", "click 7"));
+}
+
 }  // namespace
 }  // namespace kestrel::radio
