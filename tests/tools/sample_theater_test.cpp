@@ -2,15 +2,20 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "base/files.h"
 #include "base/picture.h"
 #include "base/profile_file.h"
+#include "radio/frequency_file.h"
 #include "sample-theater/facts.h"
 #include "sample-theater/painter.h"
 #include "sample-theater/png_writer.h"
@@ -175,6 +180,70 @@ TEST_F(SampleTheater, BullseyesAreOnTheMap) {
     EXPECT_TRUE(bullseye.X > 0 && bullseye.X < TheaterSize && bullseye.Y > 0 && bullseye.Y < TheaterSize)
         << bullseye.Name;
   }
+}
+
+TEST_F(SampleTheater, AirfieldsOfThreeTeamsStandOnLandWithTheirAids) {
+  std::vector<std::string> notes;
+  const auto tables = radio::ReadFrequencies(base::ProfileFile::Load(folder / "SampleStrait_Frequencies.dat"), notes);
+  EXPECT_TRUE(notes.empty());
+  EXPECT_EQ(tables.Teams[0], "Neutral");
+  EXPECT_EQ(tables.Teams[1], "Blue");
+  EXPECT_EQ(tables.Teams[2], "Red");
+  EXPECT_EQ(tables.Teams[3], "Team #3");
+  EXPECT_EQ(tables.CustomUHF[1], "000000");
+  const std::string heights = base::ReadWholeFile(folder / "SampleStrait_Elevation.dat", 4 << 20);
+  std::map<int, int> teams;
+  ASSERT_EQ(tables.Airfields.UpperBound(), 8u);
+  for (const radio::Airfield& airfield : tables.Airfields.Live()) {
+    SCOPED_TRACE(airfield.Name);
+    ++teams[airfield.TEAM_INDEX];
+    EXPECT_TRUE(radio::IsUHF(airfield.UHF));
+    EXPECT_TRUE(radio::IsVHF(airfield.VHF));
+    EXPECT_TRUE(airfield.VIS && airfield.TACAN_VIS);
+    EXPECT_EQ(airfield.TACAN.size(), 3u);
+    EXPECT_GE(airfield.TACANR, 40);
+    const auto east = static_cast<std::size_t>(airfield.TACANX), north = static_cast<std::size_t>(airfield.TACANY);
+    EXPECT_NE(heights.substr(2 * (1024 * north + east), 2), std::string(2, '\0')) << "in the sea";
+    for (std::size_t k = 0; k < 4; ++k) {
+      EXPECT_TRUE(airfield.ILS[k] == "-" || radio::IsILS(airfield.ILS[k])) << airfield.ILS[k];
+      if (airfield.ILS_DES[k] == "-") continue;
+      EXPECT_LT(std::hypot(airfield.ILS_R[k].RX - airfield.TACANX, airfield.ILS_R[k].RY - airfield.TACANY), 2) << k;
+    }
+  }
+  EXPECT_EQ(teams, (std::map<int, int>{{0, 2}, {1, 3}, {2, 3}}));
+}
+
+TEST_F(SampleTheater, RunwaysLieAsTheirNamesTell) {
+  std::vector<std::string> notes;
+  const auto tables = radio::ReadFrequencies(base::ProfileFile::Load(folder / "SampleStrait_Frequencies.dat"), notes);
+  const radio::Airfield& north = tables.Airfields[1];
+  // Two runways due north, 0.8 apart and 2.8 long around 332.5, 512.5: the left one is the western.
+  EXPECT_EQ(north.ILS_DES, (std::array<std::string, 4>{"36L", "18R", "36R", "18L"}));
+  EXPECT_EQ(north.ILS_R[0].RX, 332.1);
+  EXPECT_EQ(north.ILS_R[0].RY, 511.1);
+  EXPECT_EQ(north.ILS_R[1].RX, 332.1);
+  EXPECT_EQ(north.ILS_R[1].RY, 513.9);
+  EXPECT_EQ(north.ILS_R[2].RX, 332.9);
+  EXPECT_EQ(north.ILS_R[2].RY, 511.1);
+  EXPECT_EQ(north.ILS_R[3].RX, 332.9);
+  EXPECT_EQ(north.ILS_DRAW_HEADING, (std::array<double, 4>{-90, 90, -90, 90})) << "out of the runway";
+  // To the south east, (0.8, -0.6): its left is to the north east, (0.6, 0.8).
+  const radio::Airfield& slant = tables.Airfields[4];
+  EXPECT_EQ(slant.ILS_DES, (std::array<std::string, 4>{"13L", "31R", "13R", "31L"}));
+  EXPECT_NEAR(slant.ILS_R[0].RX, 528.5 - 1.12 + 0.24, 1e-5);
+  EXPECT_NEAR(slant.ILS_R[0].RY, 600.5 + 0.84 + 0.32, 1e-5);
+  // What comes in over the north western end is drawn from it to the north west.
+  EXPECT_EQ(slant.ILS_DRAW_HEADING[0], 143.1301);
+  EXPECT_EQ(slant.ILS_DRAW_HEADING[1], -36.8699);
+}
+
+TEST(SampleFrequencies, AreNotWrittenOverThoseOfThePerson) {
+  const auto own = std::filesystem::path(testing::TempDir()) / ("sample_own_" + std::to_string(::getpid()));
+  std::filesystem::create_directories(own);
+  std::ofstream(own / "SampleStrait_Frequencies.dat") << "mine";
+  WriteMissingFrequencies(own);
+  EXPECT_EQ(base::ReadWholeFile(own / "SampleStrait_Frequencies.dat", 100), "mine");
+  std::filesystem::remove_all(own);
 }
 
 TEST_F(SampleTheater, MapIsLightEnoughForDarkLabels) {

@@ -8,7 +8,8 @@
 int main(int argc, char** argv) {
   if (argc != 2 || std::string_view(argv[1]) == "--help") {
     std::fputs(
-        "usage: sample-theater FOLDER\nMakes the sample theater (settings, map picture, elevations) in FOLDER.\n",
+        "usage: sample-theater FOLDER\nMakes the sample theater (settings, map picture, elevations, frequencies) in "
+        "FOLDER.\n",
         argc == 2 ? stdout : stderr);
     return argc == 2 ? 0 : 2;
   }

@@ -3,6 +3,7 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "sample-theater/airfields.h"
 #include "sample-theater/facts.h"
 #include "sample-theater/painter.h"
 #include "sample-theater/png_writer.h"
@@ -73,6 +74,11 @@ std::string TheaterFileText() {
   return text;
 }
 
+void WriteMissingFrequencies(const std::filesystem::path& folder) {
+  const std::filesystem::path path = folder / (std::string(TheaterName) + "_Frequencies.dat");
+  if (!std::filesystem::exists(path)) WriteFile(path, FrequencyFileText());
+}
+
 void WriteTheater(const std::filesystem::path& folder) {
   std::filesystem::create_directories(folder);
   const Terrain terrain = MakeTerrain(PictureSide);
@@ -80,6 +86,7 @@ void WriteTheater(const std::filesystem::path& folder) {
   const std::string stem(TheaterName);
   WriteFile(folder / (stem + "_Elevation.dat"), ElevationBytes(terrain));
   WriteFile(folder / (stem + ".ini"), TheaterFileText());
+  WriteMissingFrequencies(folder);
   // Last, since a build takes the picture as the sign that all is there.
   WriteFile(folder / (stem + ".png"), WritePng(PaintMap(terrain, towns, BuildRoads(terrain, towns))));
 }

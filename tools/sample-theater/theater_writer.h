@@ -16,7 +16,11 @@ std::string ElevationBytes(const Terrain& terrain);
 /// The text of the theater's settings file.
 std::string TheaterFileText();
 
-/// Makes the whole sample theater in `folder`, which is made when missing: settings file, map picture, elevations.
+/// Makes the theater's frequencies in `folder` unless they are there: the person's from then on.
+void WriteMissingFrequencies(const std::filesystem::path& folder);
+
+/// Makes the whole sample theater in `folder`, which is made when missing: settings file, map picture, elevations,
+/// and frequencies where there are none yet.
 /// std::runtime_error or std::filesystem::filesystem_error when a file cannot be written.
 void WriteTheater(const std::filesystem::path& folder);
 
