@@ -1,8 +1,9 @@
 #include "radio/frequency_file.h"
 
-#include <cmath>
+#include <algorithm>
 #include <limits>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 #include "base/failure.h"
@@ -76,53 +77,62 @@ class Reader {
  public:
   Reader(const base::ProfileFile& profile, std::vector<std::string>& notes) : file(profile), told(notes) {}
 
-  void Section(std::string name) { section = std::move(name); }
+  /// The keys that follow are read from this section; false when it is missing.
+  bool Section(std::string named) {
+    name = std::move(named);
+    section = file.Open(name);
+    return section.IsThere();
+  }
   void Text(std::string_view key, std::string& field, std::string_view otherwise = {}) {
-    field = file.ReadIniValue(section, key, otherwise);
+    field = section.Value(key, otherwise);
   }
   void Number(std::string_view key, double& field) {
     field = Fitting<double>(key, [](double number) { return number; });
   }
   void Number(std::string_view key, std::int32_t& field) { field = Fitting<std::int32_t>(key, base::RoundHalfEven); }
   void Index(std::string_view key, std::uint8_t& field) { field = Fitting<std::uint8_t>(key, base::RoundHalfEven); }
-  void Flag(std::string_view key, bool& field) { field = file.ReadIniValue(section, key, "") == "1"; }
+  void Flag(std::string_view key, bool& field) { field = section.Value(key) == "1"; }
 
-  /// Walks the records that NUM of the present section promises: `read` is given the number of each.
-  template <class IsThere, class ReadOne>
-  void Records(IsThere isThere, ReadOne read) {
-    const double promised = base::RoundHalfEven(base::InvariantNumber(file.ReadIniValue(section, "NUM", "0")));
-    const std::string counted = section;
+  /// Fills a table with the records that NUM of the present section promises. `read` reads one into a new record and
+  /// says whether it stands in the file.
+  template <class T, class ReadOne>
+  void Records(base::Table<T>& table, ReadOne read) {
+    const double promised = base::RoundHalfEven(base::InvariantNumber(section.Value("NUM")));
+    const std::string counted = name;
+    // Folders and airfields have a section each, so that the file bounds what is taken for them beforehand.
+    if (!std::is_same_v<T, FreqEntry> && promised > 0) {
+      const std::size_t most = std::min(file.SectionCount(), MostPromised);
+      table.Reserve(promised < static_cast<double>(most) ? static_cast<std::size_t>(promised) : most);
+    }
     for (std::size_t i = 1; static_cast<double>(i) <= promised; ++i) {
-      if (!isThere(i)) {
-        if (promised > static_cast<double>(MostPromised)) {
-          Note("[" + counted + "] NUM promises more than there is, " + std::to_string(i - 1) + " are read");
-          break;
-        }
-        if (++missing > MostPromised) {
-          Note("[" + counted + "] from " + std::to_string(i) + " on what is missing is left out");
-          break;
-        }
-      }
-      read(i);
+      table.Resize(i);
+      if (read(i, table[i])) continue;
+      const bool countsWhatIsThere = promised > static_cast<double>(MostPromised);
+      if (!countsWhatIsThere && ++missing <= MostPromised) continue;
+      table.Resize(i - 1);
+      Note("[" + counted + "] " +
+           (countsWhatIsThere ? "NUM promises more than there is, " + std::to_string(i - 1) + " are read"
+                              : "from " + std::to_string(i) + " on what is missing is left out"));
+      return;
     }
   }
   void TellRest() {
     if (untold > 0) told.push_back("... and " + std::to_string(untold) + " more");
   }
-  bool HasSection(const std::string& name) const { return file.HasSection(name); }
-  bool HasValue(std::string_view key) const { return !file.ReadIniValue(section, key, "").empty(); }
+  bool HasKey(std::string_view key) const { return section.HasKey(key); }
 
  private:
   /// The number of a key, or 0 and a note when it does not fit.
   template <class T, class Rounding>
   T Fitting(std::string_view key, Rounding rounded) {
     using Limits = std::numeric_limits<T>;
-    const std::string text = file.ReadIniValue(section, key, "0");
+    const std::string_view text = section.Value(key);
     const double value = rounded(base::InvariantNumber(text));
     if (value >= static_cast<double>(Limits::lowest()) && value <= static_cast<double>(Limits::max())) {
       return static_cast<T>(value);
     }
-    Note("[" + section + "] " + std::string(key) + ": the number does not fit, \"" + text.substr(0, 40) + "\"");
+    Note("[" + name + "] " + std::string(key) + ": the number does not fit, \"" + std::string(text.substr(0, 40)) +
+         "\"");
     return 0;
   }
   void Note(std::string line) {
@@ -135,7 +145,8 @@ class Reader {
 
   const base::ProfileFile& file;
   std::vector<std::string>& told;
-  std::string section;
+  std::string name;  ///< of the section
+  base::ProfileFile::SectionView section = file.Open(name);
   std::size_t untold = 0;
   std::size_t missing = 0;  ///< records that were promised and are not there
 };
@@ -168,26 +179,24 @@ Frequencies ReadFrequencies(const base::ProfileFile& file, std::vector<std::stri
   WalkChannels(reader, tables);
 
   reader.Section("CUS_FREQ");
-  const auto hasFolder = [&](std::size_t i) { return reader.HasSection(Numbered("CUS_FREQ_", i)); };
-  reader.Records(hasFolder, [&](std::size_t i) {
-    FreqFolder& folder = tables.FreqFolders.Append({});
-    reader.Section(Numbered("CUS_FREQ_", i));
+  const auto readEntry = [&reader](std::size_t j, FreqEntry& entry) {
+    const std::string description = Numbered("DESC_", j), value = Numbered("VAL_", j);
+    reader.Text(description, entry.Description);
+    reader.Text(value, entry.Value, UnsetChannel);
+    return entry.Value != UnsetChannel || reader.HasKey(value) || reader.HasKey(description);
+  };
+  reader.Records(tables.FreqFolders, [&](std::size_t i, FreqFolder& folder) {
+    const bool there = reader.Section(Numbered("CUS_FREQ_", i));
     reader.Text("NAME", folder.Name);
-    const auto hasEntry = [&](std::size_t j) {
-      return reader.HasValue(Numbered("VAL_", j)) || reader.HasValue(Numbered("DESC_", j));
-    };
-    reader.Records(hasEntry, [&](std::size_t j) {
-      FreqEntry& entry = folder.Entries.Append({});
-      reader.Text(Numbered("DESC_", j), entry.Description);
-      reader.Text(Numbered("VAL_", j), entry.Value, UnsetChannel);
-    });
+    reader.Records(folder.Entries, readEntry);
+    return there;
   });
 
   reader.Section("AIRFIELDS");
-  const auto hasAirfield = [&](std::size_t i) { return reader.HasSection(Numbered("AIRFIELD_", i)); };
-  reader.Records(hasAirfield, [&](std::size_t i) {
-    reader.Section(Numbered("AIRFIELD_", i));
-    WalkAirfield(reader, tables.Airfields.Append({}));
+  reader.Records(tables.Airfields, [&reader](std::size_t i, Airfield& airfield) {
+    const bool there = reader.Section(Numbered("AIRFIELD_", i));
+    WalkAirfield(reader, airfield);
+    return there;
   });
 
   WalkTeams(reader, tables);

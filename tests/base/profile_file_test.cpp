@@ -198,6 +198,62 @@ std::string Wide(std::u16string_view text, bool bigEndian) {
   return bytes;
 }
 
+TEST(ProfileFile, ASectionIsReadInAnyOrderOfItsKeys) {
+  const ProfileFile file("[A]\nX=1\n;X=9\n y = 2 \nZ=\n[B]\nX=3\n");
+  auto section = file.Open("a");
+  EXPECT_TRUE(section.IsThere());
+  for (int round = 0; round < 2; ++round) {
+    EXPECT_EQ(section.Value("x"), "1");
+    EXPECT_EQ(section.Value("Y"), "2");
+    EXPECT_EQ(section.Value("Z", "none"), "none") << "empty";
+    EXPECT_EQ(section.Value("W", "none"), "none") << "missing";
+    EXPECT_EQ(section.Value(" Y "), "2");
+    EXPECT_EQ(section.Value("X"), "1");
+  }
+  EXPECT_TRUE(section.HasKey("z"));
+  EXPECT_FALSE(section.HasKey("W"));
+  EXPECT_FALSE(section.HasKey(";X"));
+  EXPECT_EQ(file.SectionCount(), 2u);
+}
+
+TEST(ProfileFile, OfKeysThatRepeatASectionGivesTheFirstAlsoInTheirOrder) {
+  const ProfileFile file("[A]\nX=1\nX=2\nY=3\nx=4\n");
+  auto section = file.Open("A");
+  EXPECT_EQ(section.Value("X"), "1");
+  EXPECT_EQ(section.Value("X"), "1");
+  EXPECT_EQ(section.Value("Y"), "3");
+  EXPECT_EQ(section.Value("x"), "1");
+}
+
+TEST(ProfileFile, AMissingSectionHasNoKeys) {
+  const ProfileFile file("X=1\n[A]\n");
+  auto section = file.Open("B");
+  EXPECT_FALSE(section.IsThere());
+  EXPECT_FALSE(section.HasKey("X"));
+  EXPECT_EQ(section.Value("X", "none"), "none");
+  EXPECT_FALSE(file.HasSection("")) << "what stands before the first header is no section";
+}
+
+TEST(ProfileFile, ASectionWithoutANameIsOne) {
+  ProfileFile file("[]\nX=1\n");
+  EXPECT_EQ(file.ReadIniValue("", "X", ""), "1");
+  file.WriteIniValue("", "X", "2");
+  EXPECT_EQ(file.Text(), "[]\r\nX=2\r\n");
+}
+
+TEST(ProfileFile, ACopyKeepsItsTextsWhenTheOtherIsGone) {
+  ProfileFile copy;
+  {
+    ProfileFile file("[A]\nX=1\n");
+    file.WriteIniValue("A", "A long name of a key", std::string(100, 'v'));
+    copy = file;
+    file.WriteIniValue("A", "X", "2");
+    file = {};
+  }
+  copy.WriteIniValue("B", "Y", "3");
+  EXPECT_EQ(copy.Text(), "[A]\r\nX=1\r\nA long name of a key=" + std::string(100, 'v') + "\r\n[B]\r\nY=3\r\n");
+}
+
 TEST(ProfileFile, WideTextIsReadByItsByteOrderMark) {
   for (const bool bigEndian : {false, true}) {
     // A Cyrillic letter and a character of two units are not in the code page.
