@@ -114,7 +114,8 @@ void AreasFrm::Connect() {
     ShowEnabled();
   });
   connect(&view, &QTreeView::doubleClicked, this, &AreasFrm::Choose);
-  connect(&view, &QWidget::customContextMenuRequested, this, &AreasFrm::ShowMenu);
+  connect(&view, &QWidget::customContextMenuRequested, this,
+          [this](const QPoint& place) { Guarded(program.Log, "PopUpAreas", [&] { ShowMenu(place); }); });
   connect(view.itemDelegate(), &QAbstractItemDelegate::closeEditor, this,
           [this](QWidget*, QAbstractItemDelegate::EndEditHint hint) {
             if (hint == QAbstractItemDelegate::RevertModelCache) ShowRefused({});
