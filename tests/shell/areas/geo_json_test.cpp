@@ -239,6 +239,32 @@ TEST_F(GeoJson, BrokenInputIsRefusedInWords) {
   EXPECT_EQ(Refusal(QByteArray(static_cast<qsizetype>(MaxGeoJsonBytes) + 1, ' ')), "it is too large");
 }
 
+TEST_F(GeoJson, FileCutAnywhereIsRefused) {
+  Add(AreaType::Region).Lines.Append({1, 2, 3, 4});
+  Add(AreaType::FlightPlan).Points.Append({1, 2, 3});
+  const QByteArray whole = Write().trimmed();
+  ASSERT_EQ(Refusal(whole), "");
+  for (qsizetype size = 0; size < whole.size(); ++size) EXPECT_NE(Refusal(whole.left(size)), "") << size;
+}
+
+TEST_F(GeoJson, ByteThatIsAnotherIsReadOrRefused) {
+  Add(AreaType::Region).Lines.Append({1, 2, 3, 4});
+  Add(AreaType::FlightPlan).Points.Append({1, 2, 3});
+  const QByteArray whole = Write();
+  for (qsizetype at = 0; at < whole.size(); ++at) {
+    for (const char other : {'\0', '"', '[', '9', '\xff'}) {
+      QByteArray bytes = whole;
+      bytes[at] = other;
+      try {
+        for (const areas::AreaGroup& group : Read(bytes).AreaGroups.Live()) {
+          for (const Area& area : group.Areas.Live()) EXPECT_TRUE(std::isfinite(area.X) && std::isfinite(area.MaxX));
+        }
+      } catch (const base::RuntimeFailure&) {
+      }
+    }
+  }
+}
+
 TEST_F(GeoJson, TooManyFeaturesAreRefused) {
   QByteArray points = R"({"type":"MultiPoint","coordinates":[[1,2])";
   for (std::size_t n = 0; n < MaxGeoJsonAreas; ++n) points += ",[1,2]";
