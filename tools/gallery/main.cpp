@@ -22,6 +22,7 @@
 #include <functional>
 #include <vector>
 
+#include "areas/area_file.h"
 #include "base/profile_file.h"
 #include "core/global_keys.h"
 #include "platform/make_seams.h"
@@ -155,11 +156,36 @@ void OpenAreaEditor() {
   area.Points.Append({420, 560, 500, areas::PointType::Target});
   catalogue.AreaGroups[1].Areas.Append(area);
   areas::OpenExisting(program.State.Editor, catalogue, 1, 1, program.Shown.Texts());
-  auto* editor = new shell::AreasDetailsFrm(program, frame.Modal(), &frame);
+  static shell::ModalCount dialogs;
+  auto* editor = new shell::AreasDetailsFrm(program, dialogs, &frame);
   editor->setAttribute(Qt::WA_DeleteOnClose);
   // The screen of the pictures is a low one.
   editor->resize(editor->sizeHint());
   editor->show();
+}
+
+/// Some areas of the sample theater, in two folders.
+areas::AreaCatalogue SampleAreas() {
+  areas::AreaCatalogue catalogue;
+  for (const char* name : {"Training areas", "Routes"}) catalogue.AreaFolders.Append({name, areas::On});
+  const std::pair<const char*, std::int32_t> groups[] = {
+      {"CAP stations", 1}, {"Air defence", 1}, {"Tanker tracks", 2}, {"Low level", 2}};
+  for (const auto& [name, folder] : groups) catalogue.AreaGroups.Append({.Name = name, .FolderIndex = folder});
+  const std::pair<const char*, areas::AreaType> shapes[] = {{"North station", areas::AreaType::Circle},
+                                                            {"Far Harbour SAM", areas::AreaType::Icon},
+                                                            {"Range boundary", areas::AreaType::Region},
+                                                            {"Hold here", areas::AreaType::Text},
+                                                            {"Way home", areas::AreaType::FlightPlan}};
+  for (const auto& [name, type] : shapes) {
+    areas::Area area;
+    area.Name = name;
+    area.Type = type;
+    // Beyond the edge: the picture of the map shows none of them.
+    area.X = area.Y = area.MinX = area.MinY = area.MaxX = area.MaxY = -1000;
+    area.Visible = type == areas::AreaType::Text ? areas::Off : areas::On;
+    catalogue.AreaGroups[1].Areas.Append(std::move(area));
+  }
+  return catalogue;
 }
 
 int ConnectedCycles(const fs::path& log) { return static_cast<int>(fs::exists(log) ? fs::file_size(log) / 10000 : 0); }
@@ -191,6 +217,8 @@ int main(int argc, char** argv) {
   ini.WriteIniValue("LOG", "DEBUG", "1");
   ini.Save(folder / "KESTREL.ini");
 
+  areas::WriteAreaFile(folder / "Theaters" / "SampleStrait_Areas.dat", SampleAreas());
+
   Script script(palette, QString::fromLocal8Bit(argv[4]));
   script.Menu("mnuConnList_1");
   script.Grab("frmSelectChannel");
@@ -201,6 +229,19 @@ int main(int argc, char** argv) {
                tree->setCurrentIndex(tree->model()->index(0, 0));
              });
   for (const char* window : {"MDIForm1", "ClientsFrm", "CursFrm", "BullsFrm", "MiniMapFrm"}) script.Grab(window);
+  script.Menu("mnuFAreas");
+  script.Add([] { return Shown("AreasFrm"); },
+             [] {
+               auto* tree = Top(QStringLiteral("AreasFrm"))->findChild<QTreeView*>(QStringLiteral("TreeView1"));
+               tree->expandAll();
+               tree->setCurrentIndex(tree->model()->index(0, 0, tree->model()->index(0, 0)));
+             });
+  script.Grab("AreasFrm");
+  script.Press("AreasFrm", "Command2");
+  script.Grab("AreasDetailsListFrm");
+  script.Press("AreasDetailsListFrm", "cmdCopySelected");
+  script.GrabAndClose("SelectAreaGroupfrm");
+  script.Press("AreasDetailsListFrm", "Command4");
   script.Menu("mnuFOptions");
   const char* const pages[] = {"1", "2", "3", "4"};
   for (int page = 0; page < 4; ++page) {
