@@ -46,7 +46,7 @@ void LoadFrequencies(Program& program) {
   program.Log.LogDuration("Loaded the frequencies", start);
 }
 
-void SaveFrequencies(const Station& station) {
+void SaveFrequencies(Station& station) {
   const std::filesystem::path path = DataPath(station, "_Frequencies.dat");
   base::MakeFolder(path.parent_path());
   base::WriteWholeFile(path, radio::WriteFrequencies(station.Frequencies));

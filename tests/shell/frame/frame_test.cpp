@@ -89,7 +89,7 @@ constexpr Caption Captions[] = {
     {"mnuHelp", "mnuAbout", "About..."},
     {"PopUp2", "mnuSetCenterOfMap", "Set Center of Map"},
     {"PopUp2", "mnuSetNewBulls", "Set New Bullseye"},
-    {"PopUp2", "Add New Icon Area"},
+    {"PopUp2", "mnuAddnewIconArea", "Add New Icon Area"},
     {"PopUp1", "ClsCon", "Close Connection"},
     {"PopUp3", "mnuP3ShowPlot", "Show Plot"},
     {"PopUp3", "mnuP3HidePlot", "Hide Plot"},
@@ -113,8 +113,7 @@ TEST_F(FrameWindow, EveryMenuHasItsEntriesInOrderWithTheirCaptions) {
 }
 
 TEST_F(FrameWindow, EntriesOfWindowsThatAreNotThereAreDisabled) {
-  for (const char* name :
-       {"mnuImportNewTheater", "mnuImportObjectives", "mnuAddnewIconArea", "mnuTuneUHF", "mnuTuneVHF"}) {
+  for (const char* name : {"mnuImportNewTheater", "mnuImportObjectives", "mnuTuneUHF", "mnuTuneVHF"}) {
     EXPECT_FALSE(Action(name).isEnabled()) << name;
   }
 }
