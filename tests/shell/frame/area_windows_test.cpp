@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTreeView>
@@ -186,6 +187,17 @@ TEST_F(WaysOfAreas, TheEndWithTheEditorOpenLosesNoStoredArea) {
   ClickMap({100, 100});
   Frame().close();
   EXPECT_TRUE(Read("Theaters/one_Areas.dat").contains("Kept"));
+}
+
+TEST_F(WaysOfAreas, TheTreeHasNoAccessKeyOfTheMenuBar) {
+  // In a floating window the menu bar's keys work too, and of two that are one neither would act.
+  QSet<QKeySequence> taken;
+  for (const QAction* menu : Frame().menuBar()->actions()) taken.insert(QKeySequence::mnemonic(menu->text()));
+  taken.remove(QKeySequence());
+  ASSERT_GT(taken.size(), 5);
+  for (const QAbstractButton* button : Tree().findChildren<QAbstractButton*>()) {
+    EXPECT_FALSE(taken.contains(QKeySequence::mnemonic(button->text()))) << qPrintable(button->text());
+  }
 }
 
 TEST_F(WaysOfAreas, AnAreaThatIsBeingEditedIsOnTheMapOnce) {
