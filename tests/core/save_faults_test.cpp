@@ -19,8 +19,11 @@
 namespace kestrel::core {
 namespace {
 
-constexpr std::string_view savedFiles[] = {"KESTREL.ini", "Theaters/korea.ini", "Theaters/balkans.ini",
-                                           "Theaters/korea_ViewShort.dat", "Theaters/korea_Areas.dat",
+constexpr std::string_view savedFiles[] = {"KESTREL.ini",
+                                           "Theaters/korea.ini",
+                                           "Theaters/balkans.ini",
+                                           "Theaters/korea_ViewShort.dat",
+                                           "Theaters/korea_Areas.dat",
                                            "Theaters/korea_Frequencies.dat"};
 
 using Contents = std::map<std::string, std::string>;

@@ -16,8 +16,8 @@
 #include "shell/areas/place_panels.h"
 #include "shell/areas/region_panel.h"
 #include "shell/parts/plain_text.h"
-#include "shell/parts/unicode_text.h"
 #include "shell/parts/typed_text.h"
+#include "shell/parts/unicode_text.h"
 
 namespace kestrel::shell {
 namespace {

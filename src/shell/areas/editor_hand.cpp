@@ -1,8 +1,8 @@
 #include "shell/areas/editor_hand.h"
 
 #include "shell/parts/character_filter.h"
-#include "shell/parts/unicode_text.h"
 #include "shell/parts/typed_text.h"
+#include "shell/parts/unicode_text.h"
 
 namespace kestrel::shell {
 namespace {
