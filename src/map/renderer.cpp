@@ -2,6 +2,7 @@
 
 #include "map/area_layer.h"
 #include "map/fault_guard.h"
+#include "map/navaid_layer.h"
 #include "map/plots.h"
 
 namespace kestrel::map {
@@ -14,7 +15,7 @@ void DrawPicture(const Scene& scene, Surface& surface) {
 }
 
 /// What stands, from the bottom up.
-constexpr Painter StaticLayers[] = {DrawPicture, DrawGrid, DrawBullseye, DrawAreas};
+constexpr Painter StaticLayers[] = {DrawPicture, DrawGrid, DrawBullseye, DrawAreas, DrawTacans, DrawIlsFans};
 /// What moves, from the bottom up.
 constexpr Painter MovingLayers[] = {RepositAllPlots, DrawAIPlots, CalculateAndDrawPlotHistories, DrawWorkArea};
 

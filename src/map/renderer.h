@@ -9,6 +9,7 @@
 #include "map/map_options.h"
 #include "map/surface.h"
 #include "map/view_state.h"
+#include "radio/frequencies.h"
 
 namespace kestrel::map {
 
@@ -32,9 +33,10 @@ struct Scene {
   LabelFont Labels;
   const areas::AreaCatalogue* Areas = nullptr;  ///< null: there are none
   const areas::AreaEditor* Editor = nullptr;    ///< null: there is none
+  const radio::Frequencies* Navaids = nullptr;  ///< null: there are no airfields
 };
 
-/// Paints everything: picture, grid, bullseye, areas, (airfields, ILS by later layers), captures, then what moves.
+/// Paints everything: picture, grid, bullseye, areas, TACANs, ILS; captures, then what moves.
 void DrawMap(const Scene& scene, Surface& surface);
 /// Restores the captured picture and paints what moves.
 void RedrawPlots(const Scene& scene, Surface& surface);

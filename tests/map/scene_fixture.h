@@ -22,7 +22,8 @@ struct SceneFixture {
             .Plots = Plots,
             .Labels = {},
             .Areas = &Areas,
-            .Editor = &Editor};
+            .Editor = &Editor,
+            .Navaids = &Navaids};
   }
 
   /// A player with his second position: he is shown.
@@ -59,6 +60,7 @@ struct SceneFixture {
   link::Tables Plots;
   areas::AreaCatalogue Areas;
   areas::AreaEditor Editor;
+  radio::Frequencies Navaids;
   RecordingSurface Surface;
 };
 

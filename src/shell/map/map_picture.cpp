@@ -55,7 +55,8 @@ map::Scene MapPicture::Scene() const {
                     .Plots = station.Plots,
                     .Labels = {},
                     .Areas = &station.Areas,
-                    .Editor = &station.Editor};
+                    .Editor = &station.Editor,
+                    .Navaids = &station.Frequencies};
 }
 
 void MapPicture::DrawMap() {
