@@ -2,6 +2,7 @@
 
 #include <QKeySequence>
 #include <QShortcut>
+#include <QWidget>
 #include <utility>
 
 #include "areas/area_changes.h"
