@@ -52,7 +52,10 @@ AreasDetailsListFrm::AreasDetailsListFrm(core::Program& running, ModalCount& dia
   RefreshList();
 }
 
-AreasDetailsListFrm::~AreasDetailsListFrm() = default;
+AreasDetailsListFrm::~AreasDetailsListFrm() {
+  // A field that has the keyboard tells of its end when only the dialog is left.
+  form->Text1->disconnect(this);
+}
 
 void AreasDetailsListFrm::LoadList() {
   list->SetImages(TypeImages());
