@@ -71,15 +71,19 @@ std::string Written(const SettingsRow& row) {
 
 void ReadRows(const base::ProfileFile& ini, Station& station) {
   for (ToolWindowState& window : station.ToolWindows) window.Placed = false;
+  Station fresh;
+  const std::vector<SettingsRow> defaults = SettingsTable(fresh);
+  std::size_t next = 0;
   for (const SettingsRow& row : SettingsTable(station)) {
+    const std::string standard = Written(defaults[next++]);
     if (row.Use == Access::WriteOnly) continue;
-    const std::string text = ini.ReadIniValue(row.Section, row.Key, row.ReadDefault);
+    const std::string text = ini.ReadIniValue(row.Section, row.Key, standard);
     if (row.Found != nullptr && !ini.ReadIniValue(row.Section, row.Key, "").empty()) *row.Found = true;
     const bool missing = row.ZeroIsMissing && base::RoundHalfEven(base::LeadingNumber(text)) == 0;
-    if (Assign(row, missing ? row.ReadDefault : text)) continue;
-    Assign(row, row.ReadDefault);
+    if (Assign(row, missing ? standard : text)) continue;
+    Assign(row, standard);
     station.Notes.push_back("KESTREL.ini, " + row.Section + ", " + row.Key + ": the number does not fit, \"" +
-                            row.ReadDefault + "\" is used");
+                            standard + "\" is used");
   }
 }
 

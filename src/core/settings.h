@@ -27,16 +27,16 @@ using Field = std::variant<bool*, std::int16_t*, std::int32_t*, std::uint32_t*, 
 struct SettingsRow {
   std::string Section;
   std::string Key;  ///< upper case
-  std::string ReadDefault;
   Field Bound;
   std::string_view Picture = "0";  ///< how a number is written
   Reading As = Reading::Leading;
   Access Use = Access::ReadWrite;
-  bool ZeroIsMissing = false;  ///< a stored 0, though written, is read as ReadDefault: this stands
+  bool ZeroIsMissing = false;  ///< a stored 0, though written, is read as the default: this stands
   bool* Found = nullptr;       ///< becomes true when the file holds a value for the key
 };
 
-/// Every key of "KESTREL.ini" with a fixed name, in the order of writing. The pointers go into `station`.
+/// Every key of "KESTREL.ini" with a fixed name, in the order of writing. The pointers go into `station`. The default
+/// of a key is what a fresh Station has in its field.
 std::vector<SettingsRow> SettingsTable(Station& station);
 
 /// `name` below the folder "Theaters". RuntimeFailure for a name that leaves that folder or is absolute.
