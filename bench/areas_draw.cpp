@@ -77,7 +77,7 @@ void AddOutline(Area& area, double x, double y, double radius, int count) {
   const auto at = [&](int step) {
     const double angle = 6.283185307179586 * step / count;
     const double away = radius * (1 + 0.2 * std::sin(5 * angle));
-    return map::Point{x + away * std::cos(angle), y + away * std::sin(angle)};
+    return map::SurfacePoint{x + away * std::cos(angle), y + away * std::sin(angle)};
   };
   for (int step = 0; step < count; ++step) {
     area.Lines.Append({at(step).X, at(step).Y, at(step + 1).X, at(step + 1).Y});
@@ -148,7 +148,7 @@ void ManySegments(int regions) {
   std::uniform_real_distribution<double> x(100, Width - 100), y(100, Height - 100);
   std::vector<QLineF> lines;
   const auto pixel = [&](double mapX, double mapY) {
-    const map::Point at = map::SurfaceFromMap(map.View, mapX, mapY);
+    const map::SurfacePoint at = map::SurfaceFromMap(map.View, {mapX, mapY});
     return QPointF(base::RoundHalfEven(at.X / 15), base::RoundHalfEven(at.Y / 15));
   };
   const int each = segments / regions;

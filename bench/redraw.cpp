@@ -61,9 +61,9 @@ class PainterSurface final : public map::Surface {
     painter.setPen(Colour(pen.Color));
     painter.drawRect(QRectF(QPointF(x1 / 15, y1 / 15), QPointF(x2 / 15, y2 / 15)));
   }
-  void Polygon(std::span<const map::Point> corners, map::Pen pen) override {
+  void Polygon(std::span<const map::SurfacePoint> corners, map::Pen pen) override {
     QPolygonF points;
-    for (const map::Point& corner : corners) points.append(QPointF(corner.X / 15, corner.Y / 15));
+    for (const map::SurfacePoint& corner : corners) points.append(QPointF(corner.X / 15, corner.Y / 15));
     painter.setPen(Colour(pen.Color));
     painter.drawPolygon(points);
   }
@@ -110,23 +110,23 @@ class SceneOfItems {
     std::size_t next = 0;
     for (const link::PlotRecord& plot : flight.tables.Clients.Live()) {
       Plot& items = plots[next++];
-      const map::Point at = map::SurfaceFromMap(view, plot.X, plot.Y);
+      const map::SurfacePoint at = map::SurfaceFromMap(view, {plot.X, plot.Y});
       Place(items, at,
             {std::to_string(plot.ClientId), plot.Label, plot.Name, std::to_string(plot.Altitude),
              std::to_string(plot.Speed)});
       for (std::size_t dot = 0; dot < items.Dots.size(); ++dot) {
         const std::size_t index = plot.History.UpperBound() - dot;
-        const map::Point old = map::SurfaceFromMap(view, plot.History[index].X, plot.History[index].Y);
+        const map::SurfacePoint old = map::SurfaceFromMap(view, {plot.History[index].X, plot.History[index].Y});
         items.Dots[dot]->setPos(old.X / 15, old.Y / 15);
       }
     }
     for (const link::AIPlotRecord& plot : flight.tables.AIPlots.Live()) {
-      Place(plots[next++], map::SurfaceFromDown(view, plot.X, plot.Y),
+      Place(plots[next++], map::SurfaceFromDown(view, {plot.X, plot.Y}),
             {base::FormatInvariant(plot.Altitude, "000"), plot.Name});
     }
     std::size_t dot = 0;
     for (const link::AIHistoryPoint& point : flight.tables.AIHistory.Live()) {
-      const map::Point at = map::SurfaceFromDown(view, point.X, point.Y);
+      const map::SurfacePoint at = map::SurfaceFromDown(view, {point.X, point.Y});
       plots[Players + dot % AIAircraft].Dots[dot / AIAircraft]->setPos(at.X / 15 - 4, at.Y / 15 - 4);
       ++dot;
     }
@@ -156,7 +156,7 @@ class SceneOfItems {
     plots.push_back(items);
   }
 
-  static void Place(Plot& items, map::Point at, const std::vector<std::string>& texts) {
+  static void Place(Plot& items, map::SurfacePoint at, const std::vector<std::string>& texts) {
     const QPointF place(at.X / 15, at.Y / 15);
     items.Symbol->setPos(place);
     if (items.Vector != nullptr) items.Vector->setPos(place);

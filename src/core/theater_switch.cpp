@@ -96,10 +96,10 @@ base::Changed SelectBullseye(Program& program, std::size_t index) {
   return ReloadBulls(program.State) | base::Changed::NameMenus;
 }
 
-base::Changed ReloadBulls(Station& station, std::optional<map::Point> place) {
+base::Changed ReloadBulls(Station& station, std::optional<map::MapPoint> place) {
   const theaters::Theater& theater = station.Catalogue.Current();
   const std::optional<tape::BullseyePlace>& taped = station.Tapes.Bullseye;
-  if (!place && taped && taped->IsPlace()) place = map::Point{taped->X, taped->Y};
+  if (!place && taped && taped->IsPlace()) place = map::MapPoint{taped->X, taped->Y};
   const theaters::DownPoint bull =
       place ? theaters::DownPoint{place->X, theater.Size - place->Y} : theaters::CurrentBullseye(theater);
   station.Session.Bull = bull;

@@ -31,6 +31,6 @@ void ReloadEditedTheater(Program& program);
 base::Changed SelectBullseye(Program& program, std::size_t index);
 
 /// Puts the bullseye at `place` (map units, Y north), or at the loaded tape's, or at the current one of the theater.
-base::Changed ReloadBulls(Station& station, std::optional<map::Point> place = std::nullopt);
+base::Changed ReloadBulls(Station& station, std::optional<map::MapPoint> place = std::nullopt);
 
 }  // namespace kestrel::core

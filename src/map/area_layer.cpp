@@ -29,8 +29,8 @@ double WholePixel(double units) {
   return std::clamp(pixels, -FarPixels, FarPixels) * UnitsPerPixel;
 }
 
-Point PixelFromMap(const ViewState& view, double x, double y) {
-  const Point at = SurfaceFromMap(view, x, y);
+SurfacePoint PixelFromMap(const ViewState& view, MapPoint place) {
+  const SurfacePoint at = SurfaceFromMap(view, place);
   return {WholePixel(at.X), WholePixel(at.Y)};
 }
 
@@ -51,19 +51,19 @@ void PrintName(const Scene& scene, Surface& surface, const areas::Area& area, do
 
 /// In the middle of the box.
 void PrintBoxName(const Scene& scene, Surface& surface, const areas::Area& area) {
-  const Point upperLeft = SurfaceFromMap(scene.View, area.MinX, area.MaxY);
-  const Point lowerRight = SurfaceFromMap(scene.View, area.MaxX, area.MinY);
+  const SurfacePoint upperLeft = SurfaceFromMap(scene.View, {area.MinX, area.MaxY});
+  const SurfacePoint lowerRight = SurfaceFromMap(scene.View, {area.MaxX, area.MinY});
   PrintName(scene, surface, area, (upperLeft.X + lowerRight.X) / 2, (upperLeft.Y + lowerRight.Y) / 2);
 }
 
 void DrawRegion(const Scene& scene, Surface& surface, const areas::Area& area) {
   if (area.Lines.Empty()) return;
   DrawGuarded([&] {
-    std::array<Point, EndsTogether> ends;
+    std::array<SurfacePoint, EndsTogether> ends;
     std::size_t filled = 0;
     for (const areas::AreaLine& line : area.Lines.Live()) {
-      ends[filled++] = PixelFromMap(scene.View, line.X1, line.Y1);
-      ends[filled++] = PixelFromMap(scene.View, line.X2, line.Y2);
+      ends[filled++] = PixelFromMap(scene.View, {line.X1, line.Y1});
+      ends[filled++] = PixelFromMap(scene.View, {line.X2, line.Y2});
       if (filled < ends.size()) continue;
       surface.Segments(ends, PenOf(area));
       filled = 0;
@@ -74,7 +74,7 @@ void DrawRegion(const Scene& scene, Surface& surface, const areas::Area& area) {
 }
 
 void DrawCircle(const Scene& scene, Surface& surface, const areas::Area& area) {
-  const Point centre = SurfaceFromMap(scene.View, area.X, area.Y);
+  const SurfacePoint centre = SurfaceFromMap(scene.View, {area.X, area.Y});
   const double radius =
       base::RoundHalfEven(scene.View.Resolution * area.Radius * UnitsPerPixelX * link::MapUnitsPerMile);
   DrawGuarded([&] { surface.Circle(centre.X, centre.Y, radius, PenOf(area)); });
@@ -83,11 +83,11 @@ void DrawCircle(const Scene& scene, Surface& surface, const areas::Area& area) {
 
 /// The sign of a point and how far its altitude stands off to the right and down, surface units; 0 for a point of no
 /// known type, which has no sign.
-double DrawMarker(Surface& surface, areas::PointType type, Point at, Pen pen) {
-  const auto closed = [&](std::span<const Point> corners) {
+double DrawMarker(Surface& surface, areas::PointType type, SurfacePoint at, Pen pen) {
+  const auto closed = [&](std::span<const SurfacePoint> corners) {
     for (std::size_t corner = 0; corner < corners.size(); ++corner) {
-      const Point& from = corners[corner];
-      const Point& to = corners[(corner + 1) % corners.size()];
+      const SurfacePoint& from = corners[corner];
+      const SurfacePoint& to = corners[(corner + 1) % corners.size()];
       surface.Line(at.X + from.X, at.Y + from.Y, at.X + to.X, at.Y + to.Y, pen);
     }
   };
@@ -96,17 +96,17 @@ double DrawMarker(Surface& surface, areas::PointType type, Point at, Pen pen) {
       surface.Circle(at.X, at.Y, MarkerReach, pen);
       return MarkerReach;
     case areas::PointType::IP: {
-      constexpr Point corners[] = {{-MarkerReach, -MarkerReach},
-                                   {MarkerReach, -MarkerReach},
-                                   {MarkerReach, MarkerReach},
-                                   {-MarkerReach, MarkerReach}};
+      constexpr SurfacePoint corners[] = {{-MarkerReach, -MarkerReach},
+                                          {MarkerReach, -MarkerReach},
+                                          {MarkerReach, MarkerReach},
+                                          {-MarkerReach, MarkerReach}};
       closed(corners);
       return MarkerReach;
     }
     case areas::PointType::Target: {
-      constexpr Point corners[] = {{0, -2 * TriangleSide / 3},
-                                   {2 * TriangleSide / 3, TriangleSide / 3},
-                                   {-2 * TriangleSide / 3, TriangleSide / 3}};
+      constexpr SurfacePoint corners[] = {{0, -2 * TriangleSide / 3},
+                                          {2 * TriangleSide / 3, TriangleSide / 3},
+                                          {-2 * TriangleSide / 3, TriangleSide / 3}};
       closed(corners);
       return TriangleSide;
     }
@@ -117,16 +117,16 @@ double DrawMarker(Surface& surface, areas::PointType type, Point at, Pen pen) {
 void DrawFlightPlan(const Scene& scene, Surface& surface, const areas::Area& area) {
   const std::span<const areas::FlightPlanPoint> points = area.Points.Live();
   if (points.empty()) return;
-  const auto place = [&](std::size_t index) { return SurfaceFromMap(scene.View, points[index].X, points[index].Y); };
+  const auto place = [&](std::size_t index) { return SurfaceFromMap(scene.View, {points[index].X, points[index].Y}); };
   const Pen pen = PenOf(area);
   for (std::size_t index = 0; index + 1 < points.size(); ++index) {
-    const Point from = place(index);
-    const Point to = place(index + 1);
+    const SurfacePoint from = place(index);
+    const SurfacePoint to = place(index + 1);
     DrawGuarded([&] { surface.Line(from.X, from.Y, to.X, to.Y, pen); });
   }
   for (std::size_t index = 0; index < points.size(); ++index) {
     DrawGuarded([&] {
-      const Point at = place(index);
+      const SurfacePoint at = place(index);
       const double off = DrawMarker(surface, points[index].Type, at, pen);
       if (area.ShowWaypointElevation != areas::On) return;
       surface.Print(SafeFormat(points[index].Z, "0"), at.X + off, at.Y + off, FontOf(area.AltFont), area.Color);
@@ -149,12 +149,12 @@ void DrawArea(const Scene& scene, Surface& surface, const areas::Area& area) {
     case areas::AreaType::Circle:
       return DrawCircle(scene, surface, area);
     case areas::AreaType::Icon: {
-      const Point centre = SurfaceFromMap(scene.View, area.X, area.Y);
+      const SurfacePoint centre = SurfaceFromMap(scene.View, {area.X, area.Y});
       DrawGuarded([&] { DrawIcon(surface, area.Icon, centre.X, centre.Y, area.Color); });
       return PrintName(scene, surface, area, centre.X, centre.Y + IconNameDrop);
     }
     case areas::AreaType::Text: {
-      const Point at = SurfaceFromMap(scene.View, area.X, area.Y);
+      const SurfacePoint at = SurfaceFromMap(scene.View, {area.X, area.Y});
       return surface.Print(area.Text, at.X, at.Y, FontOf(area.TextFont), area.Color);
     }
     case areas::AreaType::FlightPlan:
@@ -181,7 +181,8 @@ void DrawWorkArea(const Scene& scene, Surface& surface) {
   pen.DrawWidth = HighLightWidth;
   for (const std::size_t index : areas::HighLights(*scene.Editor)) {
     const areas::AreaLine& line = area.Lines[index];
-    const Point ends[] = {PixelFromMap(scene.View, line.X1, line.Y1), PixelFromMap(scene.View, line.X2, line.Y2)};
+    const SurfacePoint ends[] = {PixelFromMap(scene.View, {line.X1, line.Y1}),
+                                 PixelFromMap(scene.View, {line.X2, line.Y2})};
     DrawGuarded([&] { surface.Segments(ends, pen); });
   }
 }

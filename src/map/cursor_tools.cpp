@@ -46,9 +46,9 @@ BRTexts UpdateBRs(const ViewState& view) {
   return texts;
 }
 
-MeasuredLine Measure(const ViewState& view, Point from, Point to) {
-  const Point start = SurfaceFromMap(view, from.X, from.Y);
-  const Point end = SurfaceFromMap(view, to.X, to.Y);
+MeasuredLine Measure(const ViewState& view, MapPoint from, MapPoint to) {
+  const SurfacePoint start = SurfaceFromMap(view, from);
+  const SurfacePoint end = SurfaceFromMap(view, to);
   return {from, to, LineText(view, BearingRange(start.X, start.Y, end.X, end.Y))};
 }
 

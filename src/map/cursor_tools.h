@@ -36,10 +36,10 @@ BRTexts UpdateBRs(const ViewState& view);
 
 /// A line on the map from one place to another, with its bearing and range as Label1 has them.
 struct MeasuredLine {
-  Point From, To;  ///< map units
+  MapPoint From, To;  ///< map units
   std::string Text;
 };
-MeasuredLine Measure(const ViewState& view, Point from, Point to);
+MeasuredLine Measure(const ViewState& view, MapPoint from, MapPoint to);
 
 /// Moves the anchor to the plot that it follows, if any. An AnchorPlotIndex beyond the table changes nothing.
 /// Nothing calls it; this stands.

@@ -13,32 +13,29 @@ constexpr double Pi = 3.14159265358979;
 
 }  // namespace
 
-Point ViewFromMap(const ViewState& view, double x, double y) {
-  return {x * UnitsPerPixelX, (view.Size - y) * UnitsPerPixelY};
+ViewPoint ViewFromMap(const ViewState& view, MapPoint at) {
+  return {at.X * UnitsPerPixelX, (view.Size - at.Y) * UnitsPerPixelY};
 }
 
-Point SurfaceFromView(const ViewState& view, double viewX, double viewY) {
-  return {(viewX - view.ViewCenterX) * view.Resolution + view.SurfaceWidth / 2,
-          (viewY - view.ViewCenterY) * view.Resolution + view.SurfaceHeight / 2};
+ViewPoint ViewFromSurface(const ViewState& view, SurfacePoint at) {
+  return {(at.X - view.SurfaceWidth / 2) / view.Resolution + view.ViewCenterX,
+          (at.Y - view.SurfaceHeight / 2) / view.Resolution + view.ViewCenterY};
 }
 
-Point ViewFromSurface(const ViewState& view, double surfaceX, double surfaceY) {
-  return {(surfaceX - view.SurfaceWidth / 2) / view.Resolution + view.ViewCenterX,
-          (surfaceY - view.SurfaceHeight / 2) / view.Resolution + view.ViewCenterY};
+SurfacePoint SurfaceFromView(const ViewState& view, ViewPoint at) {
+  return {(at.X - view.ViewCenterX) * view.Resolution + view.SurfaceWidth / 2,
+          (at.Y - view.ViewCenterY) * view.Resolution + view.SurfaceHeight / 2};
 }
 
-Point SurfaceFromMap(const ViewState& view, double x, double y) {
-  const Point at = ViewFromMap(view, x, y);
-  return SurfaceFromView(view, at.X, at.Y);
+SurfacePoint SurfaceFromMap(const ViewState& view, MapPoint at) { return SurfaceFromView(view, ViewFromMap(view, at)); }
+
+SurfacePoint SurfaceFromDown(const ViewState& view, theaters::DownPoint at) {
+  return SurfaceFromView(view, {at.X * UnitsPerPixelX, at.Y * UnitsPerPixelY});
 }
 
-Point MapFromSurface(const ViewState& view, double surfaceX, double surfaceY) {
-  const Point at = ViewFromSurface(view, surfaceX, surfaceY);
-  return {at.X / UnitsPerPixelX, view.Size - at.Y / UnitsPerPixelY};
-}
-
-Point SurfaceFromDown(const ViewState& view, double x, double yDown) {
-  return SurfaceFromView(view, x * UnitsPerPixelX, yDown * UnitsPerPixelY);
+MapPoint MapFromSurface(const ViewState& view, SurfacePoint at) {
+  const ViewPoint seen = ViewFromSurface(view, at);
+  return {seen.X / UnitsPerPixelX, view.Size - seen.Y / UnitsPerPixelY};
 }
 
 SourceRect BackgroundRect(const ViewState& view) {

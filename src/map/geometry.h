@@ -6,6 +6,7 @@
 
 #include "base/changed.h"
 #include "map/view_state.h"
+#include "theaters/theater.h"
 
 // The coordinate systems of the map and the steps of zoom and pan. Procedures that move the view return what must be
 // redrawn; they draw nothing.
@@ -14,21 +15,30 @@ namespace kestrel::map {
 inline constexpr double LeastResolution = 0.125;
 inline constexpr double GreatestResolution = 1024;
 
-struct Point {
+/// A place on the map, map units, Y to the north.
+struct MapPoint {
   double X = 0;
   double Y = 0;
 };
 
-/// Map units (Y north) to view units (Y down) and back.
-Point ViewFromMap(const ViewState& view, double x, double y);
-/// View units to surface units and back.
-Point SurfaceFromView(const ViewState& view, double viewX, double viewY);
-Point ViewFromSurface(const ViewState& view, double surfaceX, double surfaceY);
-/// Map units (Y north) to surface units and back.
-Point SurfaceFromMap(const ViewState& view, double x, double y);
-Point MapFromSurface(const ViewState& view, double surfaceX, double surfaceY);
-/// Map units with Y growing downward (AI positions) to surface units.
-Point SurfaceFromDown(const ViewState& view, double x, double yDown);
+/// A place on the map at zoom 1, view units, Y downward.
+struct ViewPoint {
+  double X = 0;
+  double Y = 0;
+};
+
+/// A place on the map window, surface units, Y downward.
+struct SurfacePoint {
+  double X = 0;
+  double Y = 0;
+};
+
+ViewPoint ViewFromMap(const ViewState& view, MapPoint at);
+ViewPoint ViewFromSurface(const ViewState& view, SurfacePoint at);
+SurfacePoint SurfaceFromView(const ViewState& view, ViewPoint at);
+SurfacePoint SurfaceFromMap(const ViewState& view, MapPoint at);
+SurfacePoint SurfaceFromDown(const ViewState& view, theaters::DownPoint at);
+MapPoint MapFromSurface(const ViewState& view, SurfacePoint at);
 
 /// Recomputes MapWidth, MapHeight, the surface positions of anchor and bullseye, and the pointer's place on the map.
 void RefreshPositions(ViewState& view);

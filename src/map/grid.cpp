@@ -26,18 +26,18 @@ Range WholeDegrees(double from, double to) {
   return whole;
 }
 
-Point SurfaceFromLatLong(const Scene& scene, double lat, double lon) {
+SurfacePoint SurfaceFromLatLong(const Scene& scene, double lat, double lon) {
   const Feet feet = FeetFromLatLong(scene.TheaterCorner, lat, lon);
-  return SurfaceFromMap(scene.View, feet.X / link::FeetPerMapUnit, feet.Y / link::FeetPerMapUnit);
+  return SurfaceFromMap(scene.View, {feet.X / link::FeetPerMapUnit, feet.Y / link::FeetPerMapUnit});
 }
 
 /// One line north and one east from each crossing. Meridians slant by cell, since longitude shrinks with latitude.
 void DrawCells(const Scene& scene, Surface& surface, Range lats, Range lons, double shift, Pen pen) {
   for (double lat = lats.From + shift; lat <= lats.To + shift; ++lat) {
     for (double lon = lons.From + shift; lon <= lons.To + shift; ++lon) {
-      const Point crossing = SurfaceFromLatLong(scene, lat, lon);
-      const Point north = SurfaceFromLatLong(scene, lat + 1, lon);
-      const Point east = SurfaceFromLatLong(scene, lat, lon + 1);
+      const SurfacePoint crossing = SurfaceFromLatLong(scene, lat, lon);
+      const SurfacePoint north = SurfaceFromLatLong(scene, lat + 1, lon);
+      const SurfacePoint east = SurfaceFromLatLong(scene, lat, lon + 1);
       DrawGuarded([&] { surface.Line(crossing.X, crossing.Y, north.X, north.Y, pen); });
       DrawGuarded([&] { surface.Line(crossing.X, crossing.Y, east.X, east.Y, pen); });
     }

@@ -136,7 +136,7 @@ constexpr std::array<std::string_view, LastIcon> Captions = {"Dot",
                                                              "Powerplant",
                                                              "Powerplant"};
 
-void Draw(Surface& surface, const Stroke& stroke, Point centre, Pen pen) {
+void Draw(Surface& surface, const Stroke& stroke, SurfacePoint centre, Pen pen) {
   const auto x = [&](std::size_t at) { return centre.X + stroke.Numbers[at] * UnitsPerPixelX; };
   const auto y = [&](std::size_t at) { return centre.Y + stroke.Numbers[at] * UnitsPerPixelY; };
   const auto& numbers = stroke.Numbers;
@@ -153,7 +153,7 @@ void Draw(Surface& surface, const Stroke& stroke, Point centre, Pen pen) {
       return surface.Arc(x(0), y(1), numbers[2] * UnitsPerPixel, numbers[3], numbers[4], pen);
     case Kind::Polygon:
     case Kind::Field: {
-      std::array<Point, std::tuple_size_v<decltype(stroke.Numbers)> / 2> corners;
+      std::array<SurfacePoint, std::tuple_size_v<decltype(stroke.Numbers)> / 2> corners;
       for (std::size_t at = 0; at < stroke.Count; at += 2) corners[at / 2] = {x(at), y(at + 1)};
       return surface.Polygon(std::span(corners).first(stroke.Count / 2), pen);
     }
@@ -184,7 +184,7 @@ bool HasShape(std::int32_t number) {
 }
 
 void DrawIcon(Surface& surface, std::int32_t number, double x, double y, base::Colour color) {
-  const Point centre{OnPixel(x), OnPixel(y)};
+  const SurfacePoint centre{OnPixel(x), OnPixel(y)};
   for (auto stroke = FirstStroke(number); stroke != std::end(Strokes) && stroke->Icon == number; ++stroke) {
     Draw(surface, *stroke, centre, {.Color = color, .Style = PenStyle::Solid});
   }

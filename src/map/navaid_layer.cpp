@@ -20,8 +20,6 @@
 namespace kestrel::map {
 namespace {
 
-using Place = Point;  // surface units
-
 /// Of the length of an ILS; not quite link::MapUnitsPerMile, and it stands so.
 constexpr double MapUnitsPerIlsMile = 6076.11549 / link::FeetPerMapUnit;
 constexpr double FarPixels = 1 << 28;  ///< further out no corner is set, pixels
@@ -34,7 +32,7 @@ constexpr double MostUnitsPerPoint = 3 * UnitsPerPixel;
 constexpr float LeastPoints = 8;
 
 /// Whether anything may be seen of what reaches so far around a place. Nothing is where something is no number.
-bool MaySee(const ViewState& view, Place at, double reach) {
+bool MaySee(const ViewState& view, SurfacePoint at, double reach) {
   return at.X + reach >= 0 && at.X - reach <= view.SurfaceWidth && at.Y + reach >= 0 &&
          at.Y - reach <= view.SurfaceHeight;
 }
@@ -71,7 +69,7 @@ double MostReach(const Label& label) {
          MostUnitsPerPoint * static_cast<double>(longest) * std::max(LeastPoints, label.Font.FontSize);
 }
 
-void DrawLabel(Surface& surface, const Label& label, Place at, Side side) {
+void DrawLabel(Surface& surface, const Label& label, SurfacePoint at, Side side) {
   const TextFont font = FontOf(label.Font);
   const base::Colour color = label.Font.Color;
   std::vector<TextSize> sizes;
@@ -99,7 +97,7 @@ void DrawLabel(Surface& surface, const Label& label, Place at, Side side) {
 /// By TACAN_LABEL_POSITION; any other value shows no label.
 constexpr std::array<Side, 4> TacanSides = {{{-1, -1}, {1, -1}, {-1, 1}, {1, 1}}};
 
-void DrawTacanLabel(const Scene& scene, Surface& surface, const radio::Airfield& airfield, Place at) {
+void DrawTacanLabel(const Scene& scene, Surface& surface, const radio::Airfield& airfield, SurfacePoint at) {
   constexpr double inset = 15 * UnitsPerPixel;
   const auto position = static_cast<std::size_t>(scene.Display.TACAN_LABEL_POSITION);
   if (position >= TacanSides.size()) return;
@@ -114,7 +112,7 @@ void DrawTacanLabel(const Scene& scene, Surface& surface, const radio::Airfield&
 
 void DrawTacan(const Scene& scene, Surface& surface, const radio::Airfield& airfield) {
   const Options& display = scene.Display;
-  const auto at = SurfaceFromMap(scene.View, airfield.TACANX, airfield.TACANY);
+  const auto at = SurfaceFromMap(scene.View, {airfield.TACANX, airfield.TACANY});
   const double range = airfield.TACANR * scene.View.Resolution * UnitsPerPixelX * link::MapUnitsPerMile;
   if (display.DRAW_TACAN_RANGE_VISIBLE && MaySee(scene.View, at, range + PenRoom)) {
     DrawGuarded(
@@ -148,14 +146,14 @@ FanShape ShapeOf(const Scene& scene) {
 }
 
 struct Fan {
-  Place Threshold;
-  Place End;
-  Place W1;
-  Place W2;
+  SurfacePoint Threshold;
+  SurfacePoint End;
+  SurfacePoint W1;
+  SurfacePoint W2;
 };
 
 /// `bearing`: degrees clockwise from north.
-Fan FanAt(Place at, double bearing, const FanShape& shape) {
+Fan FanAt(SurfacePoint at, double bearing, const FanShape& shape) {
   const double dX = shape.Length * std::sin(Radians(bearing));
   const double dY = -shape.Length * std::cos(Radians(bearing));
   Fan fan{.Threshold = at, .End = {at.X + dX, at.Y + dY}, .W1 = at, .W2 = at};
@@ -169,7 +167,7 @@ Fan FanAt(Place at, double bearing, const FanShape& shape) {
     signX = 1;
     signY = dY < 0 ? -1 : 1;
   }
-  const auto wing = [&](double angle) -> Place {
+  const auto wing = [&](double angle) -> SurfacePoint {
     return {at.X + std::cos(angle) * signX * *shape.Wing, at.Y + std::sin(angle) * signY * *shape.Wing};
   };
   fan.W1 = wing(slope - shape.HalfAngle);
@@ -183,13 +181,13 @@ double WholePixel(double units) {
 }
 
 /// The outline, which ends where it begins.
-std::array<Place, 5> OutlineOf(const Fan& fan) {
-  const auto pixel = [](Place at) -> Place { return {WholePixel(at.X), WholePixel(at.Y)}; };
+std::array<SurfacePoint, 5> OutlineOf(const Fan& fan) {
+  const auto pixel = [](SurfacePoint at) -> SurfacePoint { return {WholePixel(at.X), WholePixel(at.Y)}; };
   return {pixel(fan.Threshold), pixel(fan.W1), pixel(fan.End), pixel(fan.W2), pixel(fan.Threshold)};
 }
 
 struct Corner {
-  Place At;
+  SurfacePoint At;
   Side Stands;
 };
 
@@ -213,7 +211,7 @@ std::optional<Corner> LabelCorner(const Fan& fan, double bearing) {
 
 void DrawFan(const Scene& scene, Surface& surface, const radio::Airfield& airfield, std::size_t slot,
              const FanShape& shape) {
-  const auto at = SurfaceFromMap(scene.View, airfield.ILS_R[slot].RX, airfield.ILS_R[slot].RY);
+  const auto at = SurfaceFromMap(scene.View, {airfield.ILS_R[slot].RX, airfield.ILS_R[slot].RY});
   const Label label{.Lines = {"Rnw: " + airfield.ILS_DES[slot], "(" + airfield.ILS[slot] + ")"},
                     .Font = scene.Display.ILS_LABEL_FONT,
                     .Boxed = scene.Display.DRAW_ILS_LABELS_BOXED,

@@ -31,7 +31,7 @@ std::string NumberText(double value, std::string_view pattern) {
 
 double SignOf(double value) { return value > 0 ? 1 : value < 0 ? -1 : 0; }
 
-void DrawRealLabels(const Scene& scene, Surface& surface, const link::PlotRecord& plot, Point at) {
+void DrawRealLabels(const Scene& scene, Surface& surface, const link::PlotRecord& plot, SurfacePoint at) {
   const TextFont font = LabelTextFont(scene.Labels);
   const std::string id = NumberText(plot.ClientId, "0");
   const std::string altitude = NumberText(plot.Altitude, "000");
@@ -50,7 +50,7 @@ void DrawRealLabels(const Scene& scene, Surface& surface, const link::PlotRecord
   }
 }
 
-void DrawSpeedVector(Surface& surface, const link::PlotRecord& plot, Point at) {
+void DrawSpeedVector(Surface& surface, const link::PlotRecord& plot, SurfacePoint at) {
   const link::PlotPoint& before = plot.History[plot.History.UpperBound()];
   const double dX = plot.X - before.X;
   const double dY = plot.Y - before.Y;
@@ -72,13 +72,13 @@ void DrawTrail(const Scene& scene, Surface& surface, const link::PlotRecord& plo
     const link::PlotPoint& point = plot.History[index];
     if (point.X == 0 || point.Y == 0) continue;
     DrawGuarded([&] {
-      const Point at = SurfaceFromMap(scene.View, point.X, point.Y);
+      const SurfacePoint at = SurfaceFromMap(scene.View, {point.X, point.Y});
       surface.Dot(at.X, at.Y, plot.Color);
     });
   }
 }
 
-void DrawAISymbol(const Scene& scene, Surface& surface, bool hostile, Point at) {
+void DrawAISymbol(const Scene& scene, Surface& surface, bool hostile, SurfacePoint at) {
   if (!hostile) {
     surface.Arc(at.X, at.Y, SymbolRadius, 205, 335, {.Color = scene.Display.AICOLOR_FRIENDS});
     return;
@@ -105,7 +105,7 @@ void DrawRealPlot(const Scene& scene, Surface& surface, std::size_t index) {
   const link::PlotRecord& plot = scene.Plots.Clients[index];
   // A plot is shown from its second position on, and not with either coordinate at 0; its trail is drawn all the same.
   if (plot.X != 0 && plot.Y != 0 && link::HasShownPosition(plot)) {
-    const Point at = SurfaceFromMap(scene.View, plot.X, plot.Y);
+    const SurfacePoint at = SurfaceFromMap(scene.View, {plot.X, plot.Y});
     surface.Circle(at.X, at.Y, SymbolRadius, {.Color = plot.Color});
     if (scene.Display.REALLABELSVISIBLE) DrawRealLabels(scene, surface, plot, at);
     DrawSpeedVector(surface, plot, at);
@@ -123,13 +123,13 @@ void DrawAIPlots(const Scene& scene, Surface& surface) {
 
 void DrawAIPlot(const Scene& scene, Surface& surface, std::size_t index, double x, double y) {
   const link::AIPlotRecord& plot = scene.Plots.AIPlots[index];
-  const Point at = SurfaceFromDown(scene.View, x, y);
+  const SurfacePoint at = SurfaceFromDown(scene.View, {x, y});
   const bool hostile = plot.Hostile != 0;
   const TextFont font = LabelTextFont(scene.Labels);
   const base::Colour colour = hostile ? scene.LinkOptions.AICOLOR : scene.Display.AICOLOR_FRIENDS;
   std::string altitude;
   TextSize size;
-  Point origin{at.X - AIBareBlock, at.Y - AIBareBlock};
+  SurfacePoint origin{at.X - AIBareBlock, at.Y - AIBareBlock};
   if (scene.Display.AILABELSVISIBLE) {
     altitude = NumberText(plot.Altitude, "000");
     size = surface.Measure(altitude, font);
@@ -148,7 +148,7 @@ void CalculateAndDrawPlotHistories(const Scene& scene, Surface& surface) {
   if (!scene.Display.SHOWHISTORY) return;
   for (const link::AIHistoryPoint& point : scene.Plots.AIHistory.Live()) {
     DrawGuarded([&] {
-      const Point at = SurfaceFromDown(scene.View, point.X, point.Y);
+      const SurfacePoint at = SurfaceFromDown(scene.View, {point.X, point.Y});
       surface.Dot(at.X + AITrailShift, at.Y + AITrailShift, point.Color);
     });
   }

@@ -27,8 +27,8 @@ void Paint(Painter painter, const Scene& scene, Surface& surface) {
 }  // namespace
 
 ClipRect VisibleRect(const ViewState& view) {
-  const Point upperLeft = MapFromSurface(view, 0, 0);
-  const Point lowerRight = MapFromSurface(view, view.SurfaceWidth, view.SurfaceHeight);
+  const MapPoint upperLeft = MapFromSurface(view, {0, 0});
+  const MapPoint lowerRight = MapFromSurface(view, {view.SurfaceWidth, view.SurfaceHeight});
   return {.ClipLeft = upperLeft.X, .ClipRight = lowerRight.X, .ClipTop = upperLeft.Y, .ClipBottom = lowerRight.Y};
 }
 

@@ -57,9 +57,9 @@ class Surface {
   virtual void Box(double x1, double y1, double x2, double y2, Pen pen) = 0;
   /// A closed polygon between whole pixels; of two points it is the line between them. Where edges cross, every second
   /// field is filled. With a corner that whole pixels of 32 bits cannot name, nothing of it is drawn.
-  virtual void Polygon(std::span<const Point> corners, Pen pen) = 0;
+  virtual void Polygon(std::span<const SurfacePoint> corners, Pen pen) = 0;
   /// Each two points as the polygon of two that they are: many thousands of lines in one pen. Not filled.
-  virtual void Segments(std::span<const Point> ends, Pen pen) {
+  virtual void Segments(std::span<const SurfacePoint> ends, Pen pen) {
     pen.Filled = false;
     for (std::size_t end = 0; end + 1 < ends.size(); end += 2) Polygon(ends.subspan(end, 2), pen);
   }

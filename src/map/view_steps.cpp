@@ -40,17 +40,17 @@ void CentreTheater(ViewState& view) {
 
 /// The ground under the pointer.
 void RefreshGround(ViewState& view) {
-  const Point at = MapFromSurface(view, view.MouseX, view.MouseY);
+  const MapPoint at = MapFromSurface(view, {view.MouseX, view.MouseY});
   view.CursorMapX = at.X;
   view.CursorMapY = at.Y;
 }
 
 /// What the view gives its place to: the marks on the surface, and the ground under a pointer that has not moved.
 void RefreshMarks(ViewState& view) {
-  const Point anchor = SurfaceFromView(view, view.AnchorViewX, view.AnchorViewY);
+  const SurfacePoint anchor = SurfaceFromView(view, {view.AnchorViewX, view.AnchorViewY});
   view.AnchorX = anchor.X;
   view.AnchorY = anchor.Y;
-  const Point bulls = SurfaceFromView(view, view.BullsViewX, view.BullsViewY);
+  const SurfacePoint bulls = SurfaceFromView(view, {view.BullsViewX, view.BullsViewY});
   view.BullsX = bulls.X;
   view.BullsY = bulls.Y;
   RefreshGround(view);
@@ -145,7 +145,7 @@ Changed ResetZoomAndCenter(ViewState& view) { return MoveScreen(view, 5) | Reset
 
 Changed ShowPart(ViewState& view, double minX, double minY, double maxX, double maxY) {
   constexpr double taken = 0.9;  // of the surface, by a part that fills it
-  const Point centre = ViewFromMap(view, (minX + maxX) / 2, (minY + maxY) / 2);
+  const ViewPoint centre = ViewFromMap(view, {(minX + maxX) / 2, (minY + maxY) / 2});
   view.ViewCenterX = centre.X;
   view.ViewCenterY = centre.Y;
   ClampCentre(view);
@@ -172,7 +172,7 @@ void SaveViewShortcut(ViewState& view, std::int16_t slot) {
 }
 
 Changed SetCursorStart(ViewState& view) {
-  const Point anchor = ViewFromSurface(view, view.MouseX, view.MouseY);
+  const ViewPoint anchor = ViewFromSurface(view, {view.MouseX, view.MouseY});
   view.AnchorViewX = anchor.X;
   view.AnchorViewY = anchor.Y;
   RefreshMarks(view);

@@ -286,7 +286,7 @@ TEST_F(TheaterSwitch, AChosenBullseyeMovesTheMarkAndTheOriginOfTheFeed) {
 }
 
 TEST_F(TheaterSwitch, ATapesBullseyeMovesTheMarkUntilTheNextReload) {
-  ReloadBulls(station, map::Point{10, 24});
+  ReloadBulls(station, map::MapPoint{10, 24});
   EXPECT_EQ(station.View.BullsViewX, 150);
   EXPECT_EQ(station.View.BullsViewY, 15000);
   EXPECT_EQ(station.Session.Bull.Y, 1000);

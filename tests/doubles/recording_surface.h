@@ -55,9 +55,9 @@ class RecordingSurface : public map::Surface {
     Keep("arc", {x, y, radius, from, to}, pen);
   }
   void Box(double x1, double y1, double x2, double y2, map::Pen pen) override { Keep("box", {x1, y1, x2, y2}, pen); }
-  void Polygon(std::span<const map::Point> corners, map::Pen pen) override {
+  void Polygon(std::span<const map::SurfacePoint> corners, map::Pen pen) override {
     std::vector<double> numbers;
-    for (const map::Point& corner : corners) numbers.insert(numbers.end(), {corner.X, corner.Y});
+    for (const map::SurfacePoint& corner : corners) numbers.insert(numbers.end(), {corner.X, corner.Y});
     Keep("polygon", std::move(numbers), pen);
   }
   void Dot(double x, double y, base::Colour color) override { Calls.push_back({"dot", {x, y}, color}); }

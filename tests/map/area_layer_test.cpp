@@ -321,7 +321,7 @@ TEST_F(AreaLayer, ASideOfABoxThatIsNoNumberHidesNothing) {
 class RefusingSurface : public test::RecordingSurface {
  public:
   void Circle(double, double, double, Pen) override { throw std::bad_alloc(); }
-  void Polygon(std::span<const Point>, Pen) override { throw std::bad_alloc(); }
+  void Polygon(std::span<const SurfacePoint>, Pen) override { throw std::bad_alloc(); }
   void Print(std::string_view text, double x, double y, const TextFont& font, base::Colour color) override {
     if (text == "bad") throw std::length_error("text");
     RecordingSurface::Print(text, x, y, font, color);

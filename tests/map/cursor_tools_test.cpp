@@ -118,7 +118,7 @@ TEST_F(CursorTools, MeasuredLineBetweenTwoPlacesReadsAsTheCursorLineWhateverTheZ
 TEST_F(CursorTools, RangesAreOnTheGround) {
   for (const double resolution : {0.125, 1.0, 16.0}) {
     ChangeRes(view, resolution);
-    const Point bulls = {view.BullsX, view.BullsY};
+    const MapPoint bulls = {view.BullsX, view.BullsY};
     Move(view.AnchorX, view.AnchorY + Miles(20) * resolution, true);
     EXPECT_EQ(UpdateBRs(view).Range, "20.00 NM") << resolution;
     Move(bulls.X - Miles(4.5) * resolution, bulls.Y, true);
@@ -140,10 +140,10 @@ TEST_F(CursorTools, WithoutALineOnlyTheBullseyeIsTold) {
 TEST_F(CursorTools, AfterAZoomTheLineBeginsAtTheSameGroundPoint) {
   Move(3000, 2000);
   SetCursorStart(view);
-  const Point before = MapFromSurface(view, view.AnchorX, view.AnchorY);
+  const MapPoint before = MapFromSurface(view, {view.AnchorX, view.AnchorY});
   for (const double resolution : {8.0, 0.25}) {
     ChangeRes(view, resolution);
-    const Point after = MapFromSurface(view, view.AnchorX, view.AnchorY);
+    const MapPoint after = MapFromSurface(view, {view.AnchorX, view.AnchorY});
     EXPECT_DOUBLE_EQ(after.X, before.X);
     EXPECT_DOUBLE_EQ(after.Y, before.Y);
     EXPECT_NE(view.AnchorX, 3000);

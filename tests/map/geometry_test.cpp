@@ -22,8 +22,8 @@ ViewState View() {
 
 TEST(MapGeometry, OneMapUnitIsOnePixelAtResolution1) {
   const ViewState view = View();
-  const Point west = SurfaceFromMap(view, 512, 512);
-  const Point east = SurfaceFromMap(view, 513, 511);
+  const SurfacePoint west = SurfaceFromMap(view, {512, 512});
+  const SurfacePoint east = SurfaceFromMap(view, {513, 511});
   EXPECT_EQ(west.X, 6000);
   EXPECT_EQ(west.Y, 4500);
   EXPECT_EQ(east.X - west.X, 15);
@@ -32,18 +32,18 @@ TEST(MapGeometry, OneMapUnitIsOnePixelAtResolution1) {
 
 TEST(MapGeometry, ViewUnitsBeginAtTheUpperLeftCorner) {
   const ViewState view = View();
-  const Point corner = ViewFromMap(view, 0, 1024);
+  const ViewPoint corner = ViewFromMap(view, {0, 1024});
   EXPECT_EQ(corner.X, 0);
   EXPECT_EQ(corner.Y, 0);
-  const Point place = ViewFromMap(view, 10, 1000);
+  const ViewPoint place = ViewFromMap(view, {10, 1000});
   EXPECT_EQ(place.X, 150);
   EXPECT_EQ(place.Y, 360);
 }
 
 TEST(MapGeometry, DownwardPositionsAreMirroredUpwardOnes) {
   const ViewState view = View();
-  const Point down = SurfaceFromDown(view, 100, 24);
-  const Point up = SurfaceFromMap(view, 100, 1000);
+  const SurfacePoint down = SurfaceFromDown(view, {100, 24});
+  const SurfacePoint up = SurfaceFromMap(view, {100, 1000});
   EXPECT_EQ(down.X, up.X);
   EXPECT_EQ(down.Y, up.Y);
 }
@@ -62,12 +62,12 @@ TEST(MapGeometry, ConversionsComeBackForRandomViews) {
     view.Resolution = std::exp2(part(numbers) * 13 - 3);
     const double x = part(numbers) * view.Size;
     const double y = part(numbers) * view.Size;
-    const Point surface = SurfaceFromMap(view, x, y);
-    const Point back = MapFromSurface(view, surface.X, surface.Y);
+    const SurfacePoint surface = SurfaceFromMap(view, {x, y});
+    const MapPoint back = MapFromSurface(view, surface);
     EXPECT_NEAR(back.X, x, 1e-8);
     EXPECT_NEAR(back.Y, y, 1e-8);
-    const Point seen = ViewFromSurface(view, surface.X, surface.Y);
-    const Point again = SurfaceFromView(view, seen.X, seen.Y);
+    const ViewPoint seen = ViewFromSurface(view, surface);
+    const SurfacePoint again = SurfaceFromView(view, seen);
     EXPECT_NEAR(again.X, surface.X, 1e-5);
     EXPECT_NEAR(again.Y, surface.Y, 1e-5);
   }

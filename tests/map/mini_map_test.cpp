@@ -96,7 +96,7 @@ TEST(MiniMap, ClickTakesAnchorAndBullseyeAlong) {
   CentreByMiniMap(view, 5, 300, 600);
   EXPECT_EQ(view.AnchorX, 6000);
   EXPECT_EQ(view.AnchorY, 4500);
-  const Point bulls = SurfaceFromView(view, view.BullsViewX, view.BullsViewY);
+  const SurfacePoint bulls = SurfaceFromView(view, {view.BullsViewX, view.BullsViewY});
   EXPECT_EQ(view.BullsX, bulls.X);
   EXPECT_EQ(view.BullsY, bulls.Y);
 }

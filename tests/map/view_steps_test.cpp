@@ -23,13 +23,13 @@ ViewState View() {
 
 /// Anchor, bullseye and pointer lie where the view has them now.
 void ExpectMarksInPlace(const ViewState& view) {
-  const Point anchor = SurfaceFromView(view, view.AnchorViewX, view.AnchorViewY);
+  const SurfacePoint anchor = SurfaceFromView(view, {view.AnchorViewX, view.AnchorViewY});
   EXPECT_EQ(view.AnchorX, anchor.X);
   EXPECT_EQ(view.AnchorY, anchor.Y);
-  const Point bulls = SurfaceFromView(view, view.BullsViewX, view.BullsViewY);
+  const SurfacePoint bulls = SurfaceFromView(view, {view.BullsViewX, view.BullsViewY});
   EXPECT_EQ(view.BullsX, bulls.X);
   EXPECT_EQ(view.BullsY, bulls.Y);
-  const Point pointer = MapFromSurface(view, view.MouseX, view.MouseY);
+  const MapPoint pointer = MapFromSurface(view, {view.MouseX, view.MouseY});
   EXPECT_EQ(view.CursorMapX, pointer.X);
   EXPECT_EQ(view.CursorMapY, pointer.Y);
 }

@@ -34,8 +34,8 @@ constexpr const char* TypeCaptions[] = {"Region", "Circle", "Icon", "Text", "Fli
 QString Words(const char* text) { return QString::fromLatin1(text); }
 
 double SnapDistance(const map::ViewState& view) {
-  const map::Point corner = map::MapFromSurface(view, 0, 0);
-  return std::abs(map::MapFromSurface(view, SnapPixels * map::UnitsPerPixelX, 0).X - corner.X);
+  const map::MapPoint corner = map::MapFromSurface(view, {0, 0});
+  return std::abs(map::MapFromSurface(view, {SnapPixels * map::UnitsPerPixelX, 0}).X - corner.X);
 }
 
 }  // namespace

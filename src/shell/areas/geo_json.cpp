@@ -235,7 +235,7 @@ class Reader {
   }
 
   /// Map units.
-  map::Point Place(const QJsonArray& position) const {
+  map::MapPoint Place(const QJsonArray& position) const {
     const double lon = position.at(0).toDouble(std::nan("")), lat = position.at(1).toDouble(std::nan(""));
     if (!IsOnEarth(lat, lon)) Refuse("a position in it is no longitude and latitude");
     const map::Feet feet = map::FeetFromLatLong(corner, lat, lon);
@@ -253,7 +253,7 @@ class Reader {
       shell::Take(type, number);
       area.Type = static_cast<AreaType>(number);
     }
-    const map::Point place = Place(position);
+    const map::MapPoint place = Place(position);
     area.X = place.X;
     area.Y = place.Y;
     Add(std::move(area), properties);
@@ -264,7 +264,7 @@ class Reader {
     const QJsonArray types = properties.value(Key("pointTypes")).toArray();
     for (qsizetype at = 0; at < places.size(); ++at) {
       const QJsonArray position = ArrayOf(places[at]);
-      const map::Point place = Place(position);
+      const map::MapPoint place = Place(position);
       std::int16_t type = static_cast<std::int16_t>(areas::PointType::Nav);
       shell::Take(types.at(at), type);
       area.Points.Append({place.X, place.Y, position.at(2).toDouble(), static_cast<areas::PointType>(type)});
@@ -275,9 +275,9 @@ class Reader {
   void AddRegion(const std::vector<QJsonArray>& lines, const QJsonObject& properties) {
     Area area = AreaOf(properties, AreaType::Region);
     for (const QJsonArray& line : lines) {
-      std::optional<map::Point> before;
+      std::optional<map::MapPoint> before;
       for (const QJsonValue& each : line) {
-        const map::Point place = Place(ArrayOf(each));
+        const map::MapPoint place = Place(ArrayOf(each));
         if (before) area.Lines.Append({before->X, before->Y, place.X, place.Y});
         before = place;
       }

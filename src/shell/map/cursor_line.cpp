@@ -91,8 +91,8 @@ QRegion CursorLine::Take(const map::ViewState& view, const map::FontRecord& text
                          const std::optional<map::MeasuredLine>& measured, base::Colour colour, QSize size) {
   if (!measured) return Hide();
   constexpr double unit = map::UnitsPerPixel;
-  const map::Point from = map::SurfaceFromMap(view, measured->From.X, measured->From.Y);
-  const map::Point to = map::SurfaceFromMap(view, measured->To.X, measured->To.Y);
+  const map::SurfacePoint from = map::SurfaceFromMap(view, measured->From);
+  const map::SurfacePoint to = map::SurfaceFromMap(view, measured->To);
   return Show({from.X / unit, from.Y / unit, to.X / unit, to.Y / unit}, FromBytes(measured->Text),
               {textFont, colour, colour, 1}, size);
 }

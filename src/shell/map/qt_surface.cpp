@@ -173,14 +173,14 @@ void QtSurface::Arc(double x, double y, double radius, double fromDegrees, doubl
 }
 
 void QtSurface::Box(double x1, double y1, double x2, double y2, map::Pen pen) {
-  const map::Point corners[] = {{x1, y1}, {x2, y1}, {x2, y2}, {x1, y2}};
+  const map::SurfacePoint corners[] = {{x1, y1}, {x2, y1}, {x2, y2}, {x1, y2}};
   Polygon(corners, pen);
 }
 
-void QtSurface::Polygon(std::span<const map::Point> corners, map::Pen pen) {
+void QtSurface::Polygon(std::span<const map::SurfacePoint> corners, map::Pen pen) {
   QPolygonF pixels;
   pixels.reserve(static_cast<qsizetype>(corners.size()) + 1);
-  for (const map::Point& corner : corners) {
+  for (const map::SurfacePoint& corner : corners) {
     const QPointF pixel = WholePixels({corner.X * scale, corner.Y * scale});
     if (!IsCorner(pixel)) return;
     pixels.append(pixel);

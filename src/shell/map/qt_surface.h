@@ -43,8 +43,8 @@ class QtSurface final : public map::Surface {
   void Circle(double x, double y, double radius, map::Pen pen) override;
   void Arc(double x, double y, double radius, double fromDegrees, double toDegrees, map::Pen pen) override;
   void Box(double x1, double y1, double x2, double y2, map::Pen pen) override;
-  void Polygon(std::span<const map::Point> corners, map::Pen pen) override;
-  void Segments(std::span<const map::Point> ends, map::Pen pen) override;
+  void Polygon(std::span<const map::SurfacePoint> corners, map::Pen pen) override;
+  void Segments(std::span<const map::SurfacePoint> ends, map::Pen pen) override;
   void Dot(double x, double y, base::Colour color) override;
   map::TextSize Measure(std::string_view text, const map::TextFont& font) override;
   void Print(std::string_view text, double x, double y, const map::TextFont& font, base::Colour color) override;

@@ -127,7 +127,7 @@ class QtSurface::WholeLines {
   std::size_t count = 0;
 };
 
-void QtSurface::Segments(std::span<const map::Point> ends, map::Pen pen) {
+void QtSurface::Segments(std::span<const map::SurfacePoint> ends, map::Pen pen) {
   if (pen.Style != map::PenStyle::Solid) return Surface::Segments(ends, pen);
   WholeLines lines(*this, pen);
   for (std::size_t end = 0; end + 1 < ends.size(); end += 2) {

@@ -42,12 +42,12 @@ class IconSurface final : public map::Surface {
                     static_cast<int>(fromDegrees * 16), static_cast<int>((toDegrees - fromDegrees) * 16));
   }
   void Box(double x1, double y1, double x2, double y2, map::Pen pen) override {
-    const map::Point corners[] = {{x1, y1}, {x2, y1}, {x2, y2}, {x1, y2}};
+    const map::SurfacePoint corners[] = {{x1, y1}, {x2, y1}, {x2, y2}, {x1, y2}};
     Polygon(corners, pen);
   }
-  void Polygon(std::span<const map::Point> corners, map::Pen pen) override {
+  void Polygon(std::span<const map::SurfacePoint> corners, map::Pen pen) override {
     QPolygonF places;
-    for (const map::Point& corner : corners) places.append(At(corner.X, corner.Y));
+    for (const map::SurfacePoint& corner : corners) places.append(At(corner.X, corner.Y));
     painter.setBrush(pen.Filled ? QBrush(colour) : QBrush(Qt::NoBrush));
     painter.drawPolygon(places);
   }

@@ -280,7 +280,7 @@ TEST(CirclesOfTheMap, OfALargeArcOnlyItsPartIsDrawn) {
 }
 
 TEST(SegmentsOfTheMap, AreThePolygonsOfTwo) {
-  std::vector<map::Point> ends;
+  std::vector<map::SurfacePoint> ends;
   unsigned number = 12345;
   const auto next = [&number] {
     number = number * 1103515245 + 12345;
@@ -361,8 +361,8 @@ TEST_F(AreasOfTheStation, TheMapShowsTheCatalogueAndTheEditorsCopy) {
   const auto line = [this](double down) {
     Area area;
     area.Color = 0xFF00FF;
-    const map::Point from = map::MapFromSurface(View(), 20 * 15, down * 15);
-    const map::Point to = map::MapFromSurface(View(), 60 * 15, down * 15);
+    const map::MapPoint from = map::MapFromSurface(View(), {20 * 15, down * 15});
+    const map::MapPoint to = map::MapFromSurface(View(), {60 * 15, down * 15});
     area.Lines.Append({from.X, from.Y, to.X, to.Y});
     areas::AreaBounds(area, windows.Texts());
     return area;

@@ -261,9 +261,9 @@ TEST_F(Measuring, AHiddenWindowIsUpToDateWhenItComesBack) {
 TEST_F(Measuring, LineStaysOnItsGroundPointThroughAZoom) {
   Check1().setChecked(true);
   QTest::mousePress(&Picture(), Qt::LeftButton, {}, QPoint(300, 200));
-  const map::Point ground = map::MapFromSurface(View(), View().AnchorX, View().AnchorY);
+  const map::MapPoint ground = map::MapFromSurface(View(), {View().AnchorX, View().AnchorY});
   Picture().TurnWheel(120);
-  const map::Point after = map::MapFromSurface(View(), View().AnchorX, View().AnchorY);
+  const map::MapPoint after = map::MapFromSurface(View(), {View().AnchorX, View().AnchorY});
   EXPECT_DOUBLE_EQ(after.X, ground.X);
   EXPECT_DOUBLE_EQ(after.Y, ground.Y);
   EXPECT_NE(View().AnchorX, 300 * 15);

@@ -171,7 +171,7 @@ TEST_F(MiniMapWindow, AClickCentresTheMapThere) {
   EXPECT_EQ(View().ViewCenterX, 5 * 40 * 15);
   EXPECT_EQ(View().ViewCenterY, 5 * 120 * 15);
   EXPECT_EQ(Picture().MapDraws(), draws + 1);
-  const map::Point bulls = map::SurfaceFromView(View(), View().BullsViewX, View().BullsViewY);
+  const map::SurfacePoint bulls = map::SurfaceFromView(View(), {View().BullsViewX, View().BullsViewY});
   EXPECT_EQ(View().BullsX, bulls.X);
   EXPECT_EQ(View().BullsY, bulls.Y);
 }

@@ -20,7 +20,7 @@ TEST_F(NavaidsOfTheStation, TheMapShowsTheAirfieldsOfItsTables) {
   options.AIRF_TACAN_RANGE_COL = 0xFFFF00;
   View().BullseyeVisible = false;
   radio::Airfield& airfield = station.Frequencies.Airfields.Append({});
-  const auto at = map::MapFromSurface(View(), 60 * 15, 60 * 15);
+  const auto at = map::MapFromSurface(View(), {60 * 15, 60 * 15});
   airfield.ILS_VIS[0] = airfield.VIS = airfield.TACAN_VIS = true;
   airfield.ILS_DES[0] = "09L";
   airfield.ILS_R[0] = {at.X, at.Y};

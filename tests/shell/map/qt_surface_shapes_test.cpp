@@ -59,7 +59,7 @@ TEST(QtSurfaceShapes, SolidPensHaveNoSoftEdges) {
   for (const double ratio : Ratios) {
     QtSurface surface = Made({100, 100}, ratio);
     const Pen pen{.Color = 0xFFFFFF, .Style = PenStyle::Solid, .Filled = true};
-    const map::Point corners[] = {{150, 75}, {1275, 300}, {600, 1350}};
+    const map::SurfacePoint corners[] = {{150, 75}, {1275, 300}, {600, 1350}};
     surface.Line(0, 0, 1500, 400, pen);
     surface.Circle(750, 750, 300, pen);
     surface.Arc(750, 750, 700, 20, 100, pen);
@@ -79,7 +79,7 @@ TEST(QtSurfaceShapes, APenIsAsWideAsItSaysWhateverWasDrawnBefore) {
     QtSurface surface = Made({60, 60}, 1);
     surface.Line(5 * 15, 10 * 15, 50 * 15, 10 * 15, {.Color = 255, .DrawWidth = 4, .Style = style});
     surface.Box(5 * 15, 30 * 15, 50 * 15, 40 * 15, {.Color = 255, .DrawWidth = 3, .Style = style});
-    const map::Point ends[] = {{5 * 15, 50 * 15}, {50 * 15, 50 * 15}};
+    const map::SurfacePoint ends[] = {{5 * 15, 50 * 15}, {50 * 15, 50 * 15}};
     surface.Polygon(ends, {.Color = 255, .Style = style});
     const QRegion column = Painted(surface.Image()) & QRect(25, 0, 1, 60);
     const QRegion wanted = QRegion(25, 8, 1, 4) + QRect(25, 29, 1, 3) + QRect(25, 39, 1, 3) + QRect(25, 50, 1, 1);
@@ -130,7 +130,7 @@ TEST(QtSurfaceShapes, ABoxReachesFromCornerToCornerInEitherOrder) {
 
 TEST(QtSurfaceShapes, APolygonIsClosedAndFilledOnlyWhenAsked) {
   // A right angle at the lower left: legs of 20 pixels, (10, 10) on its way, the long side back.
-  const map::Point corners[] = {{10 * 15, 10 * 15}, {10 * 15, 30 * 15}, {30 * 15, 30 * 15}};
+  const map::SurfacePoint corners[] = {{10 * 15, 10 * 15}, {10 * 15, 30 * 15}, {30 * 15, 30 * 15}};
   for (const PenStyle style : {PenStyle::Smooth, PenStyle::Solid}) {
     QtSurface surface = Made({60, 60}, 1);
     surface.Polygon(corners, {.Color = 0xFFFFFF, .Style = style});
@@ -154,7 +154,7 @@ TEST(QtSurfaceShapes, WhereEdgesCrossEverySecondFieldIsFilled) {
   // A square of 40 pixels with one of 20 within it, joined along the line from (10, 10) to (20, 20).
   const double path[][2] = {{10, 10}, {50, 10}, {50, 50}, {10, 50}, {10, 10},
                             {20, 20}, {40, 20}, {40, 40}, {20, 40}, {20, 20}};
-  std::vector<map::Point> corners;
+  std::vector<map::SurfacePoint> corners;
   for (const auto& at : path) corners.push_back({at[0] * 15, at[1] * 15});
   QtSurface surface = Made({60, 60}, 1);
   surface.Polygon(corners, {.Color = 255, .Style = PenStyle::Solid, .Filled = true});
@@ -227,7 +227,7 @@ TEST(QtSurfaceShapes, SolidCirclesAreInkedAtTheirRadiusOnly) {
 
 TEST(QtSurfaceShapes, WhatLeadsMillionsOfPixelsOutKeepsItsDirection) {
   // From the middle to 3 million pixels right and 1 million down; 30 pixels on it is 10 lower.
-  const map::Point corners[] = {{20 * 15, 40 * 15}, {3'000'020.0 * 15, 1'000'040.0 * 15}};
+  const map::SurfacePoint corners[] = {{20 * 15, 40 * 15}, {3'000'020.0 * 15, 1'000'040.0 * 15}};
   for (const PenStyle style : {PenStyle::Smooth, PenStyle::Solid}) {
     QtSurface surface = Made({100, 80}, 1);
     surface.Polygon(corners, {.Color = 0xFFFFFF, .Style = style});
@@ -244,7 +244,7 @@ TEST(QtSurfaceShapes, WhatLeadsMillionsOfPixelsOutKeepsItsDirection) {
 
 TEST(QtSurfaceShapes, AFieldMillionsOfPixelsWideFillsWhatIsSeenOfIt) {
   // The left side leaves the image at x = 50 upright; the right one is far out.
-  const map::Point corners[] = {{50 * 15, -4e6 * 15}, {50 * 15, 4e6 * 15}, {9e6 * 15, 0}};
+  const map::SurfacePoint corners[] = {{50 * 15, -4e6 * 15}, {50 * 15, 4e6 * 15}, {9e6 * 15, 0}};
   QtSurface surface = Made({100, 80}, 1);
   surface.Polygon(corners, {.Color = 255, .Style = PenStyle::Solid, .Filled = true});
   EXPECT_TRUE(Same(Painted(surface.Image()), QRegion(50, 0, 50, 80)));
@@ -256,7 +256,7 @@ TEST(QtSurfaceShapes, CornersThatPixelsCannotNameDrawNothing) {
     for (const PenStyle style : Styles) {
       QtSurface surface = Made({100, 80}, 1);
       const Pen pen{.Color = 255, .Style = style, .Filled = true};
-      const map::Point corners[] = {{150, 150}, {number, 600}, {600, 600}};
+      const map::SurfacePoint corners[] = {{150, 150}, {number, 600}, {600, 600}};
       surface.Polygon(corners, pen);
       surface.Box(150, 150, 600, number, pen);
       EXPECT_TRUE(Painted(surface.Image()).isEmpty()) << number;
@@ -279,7 +279,7 @@ TEST(QtSurfaceShapes, AnyNumberIsSafe) {
       for (const double b : values) {
         for (const double c : values) {
           const Pen pen{.Color = 255, .DrawWidth = std::numeric_limits<int>::max(), .Style = style, .Filled = true};
-          const map::Point corners[] = {{a, b}, {c, 100}, {100, a}, {b, c}};
+          const map::SurfacePoint corners[] = {{a, b}, {c, 100}, {100, a}, {b, c}};
           surface.Polygon(corners, pen);
           surface.Box(a, b, c, 100, {.Color = 255, .DrawWidth = -1, .Style = style});
           surface.Line(a, b, c, 100, {.Color = 255, .Style = style});
@@ -310,7 +310,7 @@ TEST(QtSurfaceShapes, RestoreTakesAllOfThemBack) {
                       .DrawWidth = static_cast<int>(numbers() % 5),
                       .Style = Styles[numbers() % 3],
                       .Filled = numbers() % 2 == 0};
-        const map::Point corners[] = {
+        const map::SurfacePoint corners[] = {
             {place(numbers), place(numbers)}, {place(numbers), place(numbers)}, {place(numbers), place(numbers)}};
         surface.Polygon(corners, pen);
         surface.Box(corners[0].X, corners[0].Y, corners[1].X, corners[1].Y, pen);
