@@ -27,6 +27,8 @@ class VoiceBridge {
   /// `IVC_WINDOW_NAME` is the exact title of the client's top window. Both references outlive the bridge.
   VoiceBridge(VoiceWindows& windows, const std::string& IVC_WINDOW_NAME);
 
+  /// False where the client cannot run at all, so that nobody waits for it.
+  bool Available() const { return seen.Available(); }
   bool IsIVCRunning();
   /// True only when the whole status reads CONNECTED, in whatever case.
   bool IsIVCConnected();

@@ -15,6 +15,8 @@ using WindowHandle = std::uintptr_t;
 class VoiceWindows {
  public:
   virtual ~VoiceWindows() = default;
+  /// Whether the voice client can run on this system at all.
+  virtual bool Available() const { return true; }
   /// An operation begins. All messages from here to the next call together wait no longer than a limit that the filler
   /// states, so that a hung client cannot hang the station.
   virtual void OperationStarts() = 0;

@@ -6,6 +6,7 @@ namespace {
 /// The voice client is a Windows program: here it is never running.
 class NoVoiceWindows final : public radio::VoiceWindows {
  public:
+  bool Available() const override { return false; }
   void OperationStarts() override {}
   radio::WindowHandle FindTop(const std::string&) override { return 0; }
   radio::WindowHandle FindChild(radio::WindowHandle, radio::WindowHandle, const char*, const char*) override {
