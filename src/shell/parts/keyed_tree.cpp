@@ -1,5 +1,6 @@
 #include "shell/parts/keyed_tree.h"
 
+#include <QFont>
 #include <QGuiApplication>
 #include <QLineEdit>
 #include <QMimeData>
@@ -139,6 +140,20 @@ void KeyedTree::SetMark(const QString& key, bool on) {
   Q_EMIT dataChanged(at, at, {Qt::CheckStateRole});
 }
 
+void KeyedTree::SetNotes(QHash<QString, QString> words) {
+  notes.swap(words);
+  const auto tell = [this](const QString& key) {
+    const QModelIndex at = Find(key);
+    if (at.isValid()) Q_EMIT dataChanged(at, at, {Qt::FontRole, Qt::ToolTipRole, Qt::AccessibleDescriptionRole});
+  };
+  for (auto now = notes.cbegin(); now != notes.cend(); ++now) {
+    if (words.value(now.key()) != now.value()) tell(now.key());
+  }
+  for (auto before = words.cbegin(); before != words.cend(); ++before) {
+    if (!notes.contains(before.key())) tell(before.key());
+  }
+}
+
 QModelIndex KeyedTree::IndexOf(int node) const {
   const auto number = static_cast<std::size_t>(node);
   return createIndex(places[number].Row, 0, static_cast<quintptr>(number));
@@ -216,6 +231,14 @@ int KeyedTree::rowCount(const QModelIndex& parent) const {
 
 int KeyedTree::columnCount(const QModelIndex&) const { return 1; }
 
+QString KeyedTree::TipOf(const Row& row) const {
+  // A tip takes for markup what looks like it, so it is given markup.
+  QString tip = QStringLiteral("<span>") + (Blank(row) ? row.Instead : row.Text).toHtmlEscaped();
+  const QString note = notes.value(row.Key);
+  if (!note.isEmpty()) tip += QStringLiteral("<br>") + note.toHtmlEscaped();
+  return tip + QStringLiteral("</span>");
+}
+
 QVariant KeyedTree::data(const QModelIndex& at, int role) const {
   if (!at.isValid()) return {};
   const Row& row = RowAt(at);
@@ -228,8 +251,15 @@ QVariant KeyedTree::data(const QModelIndex& at, int role) const {
       if (!Blank(row)) return {};
       return QGuiApplication::palette().brush(QPalette::PlaceholderText);
     case Qt::ToolTipRole:
-      // A tip takes for markup what looks like it, so it is given markup.
-      return QString(QStringLiteral("<span>") + at.data().toString().toHtmlEscaped() + QStringLiteral("</span>"));
+      return TipOf(row);
+    case Qt::FontRole: {
+      if (notes.value(row.Key).isEmpty()) return {};
+      QFont bold;
+      bold.setBold(true);
+      return bold;
+    }
+    case Qt::AccessibleDescriptionRole:
+      return notes.value(row.Key);
     case Qt::DecorationRole:
       if (row.Image < 1 || static_cast<std::size_t>(row.Image) > images.size()) return {};
       return images[static_cast<std::size_t>(row.Image) - 1];

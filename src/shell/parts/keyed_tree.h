@@ -77,6 +77,10 @@ class KeyedTree final : public QAbstractItemModel {
   Mark MarkOf(const QString& key) const;
   /// Sets the mark of a node that has one; no handler is told.
   void SetMark(const QString& key, bool on);
+  /// What is said of a few nodes, by key: they are bold, with the words below the text in their tips; no other is. The
+  /// notes stay over a Refresh, and those of keys that are not there say nothing. Only rows whose words differ from
+  /// those before are drawn anew.
+  void SetNotes(QHash<QString, QString> words);
 
   QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
   QModelIndex parent(const QModelIndex& at) const override;
@@ -102,6 +106,7 @@ class KeyedTree final : public QAbstractItemModel {
     int Children = 0;
   };
 
+  QString TipOf(const Row& row) const;
   const Row& RowAt(const QModelIndex& at) const { return rows[at.internalId()]; }
   QModelIndex IndexOf(int node) const;
   bool SameNodes(const std::vector<Row>& fresh) const;
@@ -120,6 +125,7 @@ class KeyedTree final : public QAbstractItemModel {
   std::vector<Place> places;            ///< of the rows, the top of the tree after them
   std::vector<int> order;               ///< numbers of the rows, the children of each parent together
   mutable QHash<QString, int> numbers;  ///< of the rows by key; made when it is first asked
+  QHash<QString, QString> notes;        ///< words by key
   std::vector<QIcon> images;
   OnCheck check;
   OnRename rename;
