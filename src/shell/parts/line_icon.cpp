@@ -122,6 +122,84 @@ void PaintFlightPlan(QPainter& painter) {
   for (const QPointF& point : points) Dot(painter, point, 1.6);
 }
 
+/// A letter with as many waves as tell the radios apart where the letters are hard to read.
+void PaintRadio(QPainter& painter, bool uhf) {
+  QPainterPath letter(QPointF(1.8, 3.5));
+  if (uhf) {
+    letter.lineTo(1.8, 9.2);
+    letter.cubicTo(1.8, 13.6, 8, 13.6, 8, 9.2);
+    letter.lineTo(8, 3.5);
+  } else {
+    letter.lineTo(5, 12.6);
+    letter.lineTo(8.2, 3.5);
+  }
+  painter.drawPath(letter);
+  painter.drawArc(QRectF(5.4, 4.5, 6, 7), -50 * 16, 100 * 16);
+  if (uhf) painter.drawArc(QRectF(4.2, 1.9, 10.2, 12.2), -50 * 16, 100 * 16);
+}
+
+void PaintAirfield(QPainter& painter) {
+  painter.drawEllipse(QPointF(8, 8), 5.8, 5.8);
+  painter.save();
+  painter.translate(8, 8);
+  painter.rotate(-35);
+  painter.drawRect(QRectF(-4, -1.1, 8, 2.2));
+  painter.restore();
+}
+
+void PaintTACAN(QPainter& painter) {
+  const QPointF hexagon[] = {{5, 3.2}, {11, 3.2}, {14, 8.2}, {11, 13.2}, {5, 13.2}, {2, 8.2}};
+  painter.drawPolygon(hexagon, std::size(hexagon));
+  Dot(painter, {8, 8.2}, 1.6);
+  // A channel, not a course: three leaves on every other side.
+  QPen thick = painter.pen();
+  thick.setWidthF(2.6);
+  thick.setCapStyle(Qt::FlatCap);
+  painter.setPen(thick);
+  painter.drawLine(QPointF(5.6, 2.7), QPointF(10.4, 2.7));
+  painter.drawLine(QPointF(13.9, 9.4), QPointF(11.7, 13));
+  painter.drawLine(QPointF(2.1, 9.4), QPointF(4.3, 13));
+}
+
+void PaintILS(QPainter& painter) {
+  const QPointF feather[] = {{2, 8}, {14, 3.4}, {11.8, 8}, {14, 12.6}};
+  painter.drawPolygon(feather, std::size(feather));
+  painter.drawLine(QPointF(2, 8), QPointF(11.8, 8));
+}
+
+void PaintUnknown(QPainter& painter) {
+  QPainterPath hook(QPointF(4.8, 5.6));
+  hook.cubicTo(4.8, 1.6, 11.4, 1.4, 11.4, 5.4);
+  hook.cubicTo(11.4, 8, 8, 7.8, 8, 10.4);
+  painter.drawPath(hook);
+  Dot(painter, {8, 13.2}, 1.1);
+}
+
+/// Plug and socket, one in the other or apart.
+void PaintVoiceLink(QPainter& painter, bool connected) {
+  const double gap = connected ? 0 : 2;
+  painter.drawLine(QPointF(1, 8), QPointF(4.4 - gap, 8));
+  painter.drawLine(QPointF(11.6 + gap, 8), QPointF(15, 8));
+  painter.save();
+  if (connected) painter.setBrush(painter.pen().color());
+  painter.drawChord(QRectF(4.4 - gap, 3.8, 7.2, 8.4), 90 * 16, 180 * 16);
+  painter.drawChord(QRectF(4.4 + gap, 3.8, 7.2, 8.4), -90 * 16, 180 * 16);
+  painter.restore();
+}
+
+/// A window with a tick or a cross.
+void PaintProgram(QPainter& painter, bool runs) {
+  painter.drawRect(QRectF(1.8, 2.5, 12.4, 11));
+  painter.drawLine(QPointF(1.8, 5), QPointF(14.2, 5));
+  if (runs) {
+    const QPointF tick[] = {{5, 9.2}, {7.2, 11.2}, {11, 7.2}};
+    painter.drawPolyline(tick, std::size(tick));
+    return;
+  }
+  painter.drawLine(QPointF(6, 7.2), QPointF(10, 11.2));
+  painter.drawLine(QPointF(10, 7.2), QPointF(6, 11.2));
+}
+
 void PaintIcon(QPainter& painter, IconKind kind) {
   switch (kind) {
     case IconKind::Clients:
@@ -203,6 +281,23 @@ void PaintIcon(QPainter& painter, IconKind kind) {
       return PaintText(painter);
     case IconKind::FlightPlan:
       return PaintFlightPlan(painter);
+    case IconKind::RadioUHF:
+    case IconKind::RadioVHF:
+      return PaintRadio(painter, kind == IconKind::RadioUHF);
+    case IconKind::Airfield:
+      return PaintAirfield(painter);
+    case IconKind::TACAN:
+      return PaintTACAN(painter);
+    case IconKind::ILS:
+      return PaintILS(painter);
+    case IconKind::Unknown:
+      return PaintUnknown(painter);
+    case IconKind::VoiceConnected:
+    case IconKind::VoiceApart:
+      return PaintVoiceLink(painter, kind == IconKind::VoiceConnected);
+    case IconKind::ProgramRuns:
+    case IconKind::ProgramMissing:
+      return PaintProgram(painter, kind == IconKind::ProgramRuns);
   }
 }
 

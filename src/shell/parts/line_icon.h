@@ -32,7 +32,17 @@ enum class IconKind {
   Circle,
   MapIcon,
   Text,
-  FlightPlan
+  FlightPlan,
+  RadioUHF,
+  RadioVHF,
+  Airfield,
+  TACAN,
+  ILS,
+  Unknown,
+  VoiceConnected,
+  VoiceApart,
+  ProgramRuns,
+  ProgramMissing
 };
 
 /// An icon of one stroke weight, drawn at the size and in the text colour that are asked of it, so that it is sharp at
