@@ -20,6 +20,7 @@
 #include "map/map_options.h"
 #include "map/view_state.h"
 #include "radio/frequencies.h"
+#include "radio/frequency_changes.h"
 #include "radio/transmit.h"
 #include "tape/player.h"
 #include "tape/recorder.h"
@@ -96,6 +97,7 @@ struct Station {
   AreaKeeping AreaFiles;            ///< the current theater's
   areas::AreaEditor Editor;
   radio::Frequencies Frequencies;                ///< the current theater's
+  radio::FrequencyHistory FrequencySteps;        ///< what of Frequencies can be undone
   radio::DefaultFrequencies DefaultFrequencies;  ///< the installation's
   core::Tapes Tapes;
   std::array<ToolWindowState, ToolWindowCount> ToolWindows = {};

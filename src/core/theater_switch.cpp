@@ -65,6 +65,7 @@ base::Changed ResetTheaterData(Program& program) {
   map::RefreshPositions(station.View);
   ReloadBulls(station);
   station.AreaSteps.Clear();
+  station.FrequencySteps.Clear();
   const base::Changed shows = LoadTheaterData(program);
   map::ResetResolution(station.View);
   return shows | base::Changed::Map | base::Changed::MiniMap | base::Changed::Zoom | base::Changed::CursorLine;

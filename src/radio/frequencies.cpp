@@ -36,13 +36,6 @@ Frequencies::Frequencies() : CustomF1(UnsetChannel), CustomF2(UnsetChannel) {
   for (std::size_t i = 0; i < TeamCount; ++i) Teams[i] = DefaultTeam(i);
 }
 
-void TakeDefaults(Frequencies& tables, const DefaultFrequencies& defaults) {
-  tables.CustomUHF = defaults.DefaultUHF;
-  tables.CustomVHF = defaults.DefaultVHF;
-  tables.CustomF1 = defaults.DefaultF1;
-  tables.CustomF2 = defaults.DefaultF2;
-}
-
 bool IsUHF(std::string_view value) { return IsIn(UhfBand, value); }
 bool IsVHF(std::string_view value) { return IsIn(VhfBand, value); }
 bool IsILS(std::string_view value) { return IsIn(IlsBand, value); }

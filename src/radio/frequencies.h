@@ -34,6 +34,8 @@ struct DefaultFrequencies {
 struct FreqEntry {
   std::string Description;
   std::string Value;
+
+  bool operator==(const FreqEntry&) const = default;
 };
 
 struct FreqFolder {
@@ -78,13 +80,11 @@ struct Frequencies {
   base::Table<FreqFolder> FreqFolders;
   base::Table<Airfield> Airfields;
   std::array<std::string, TeamCount> Teams;
+  std::uint64_t Revision = 0;  ///< grows with each change by the person, for what keeps up with it; not in the file
 };
 
 /// "Team #3": the name of a team that has none.
 std::string DefaultTeam(std::size_t index);
-
-/// Replaces the channels and the two UI frequencies by the defaults; folders and airfields stay.
-void TakeDefaults(Frequencies& tables, const DefaultFrequencies& defaults);
 
 /// The number at the head of `value` is from 225000 to 399975 and the characters 5 and 6 of the text as it stands are
 /// 00, 20, 25, 50, 70 or 75; or the text is "0". The same for the others.

@@ -60,8 +60,7 @@ const std::string* ChannelText(const Frequencies& tables, const FreqKey& key) {
 }
 
 /// The flag that a box stands for.
-template <class Record>
-auto& Flag(Record& airfield, SelectAllBox box) {
+bool Flag(const Airfield& airfield, SelectAllBox box) {
   if (box == SelectAllBox::Airfields) return airfield.VIS;
   if (box == SelectAllBox::TACANs) return airfield.TACAN_VIS;
   return airfield.ILS_VIS[static_cast<std::size_t>(box) - static_cast<std::size_t>(SelectAllBox::ILS1)];
@@ -218,35 +217,6 @@ SelectAllBoxes SelectAllMarks(const Frequencies& tables) {
     });
   }
   return boxes;
-}
-
-void SelectAll(Frequencies& tables, SelectAllBox box, bool on) {
-  for (Airfield& airfield : tables.Airfields.Live()) Flag(airfield, box) = on;
-}
-
-bool CheckNode(Frequencies& tables, std::string_view key, bool on) {
-  const FreqKey read = ReadFreqKey(key);
-  if (read.Record == FreqRecord::Team) {
-    for (Airfield& airfield : tables.Airfields.Live()) {
-      if (ShownTeam(airfield) == read.Index) airfield.VIS = on;
-    }
-    return true;
-  }
-  if (read.Index == 0 || read.Index > tables.Airfields.UpperBound()) return false;
-  Airfield& airfield = tables.Airfields[read.Index];
-  switch (read.Record) {
-    case FreqRecord::Airfield:
-      airfield.VIS = on;
-      return true;
-    case FreqRecord::TACAN:
-      airfield.TACAN_VIS = on;
-      return true;
-    case FreqRecord::ILS:
-      airfield.ILS_VIS[read.Part] = on;
-      return true;
-    default:
-      return false;
-  }
 }
 
 }  // namespace kestrel::radio

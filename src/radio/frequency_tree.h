@@ -77,13 +77,6 @@ enum class SelectAllBox : std::uint8_t { Airfields, TACANs, ILS1, ILS2, ILS3, IL
 using SelectAllBoxes = std::array<bool, 6>;
 /// A box is ticked when there is an airfield and all of them have its flag.
 SelectAllBoxes SelectAllMarks(const Frequencies& tables);
-/// A box has been set or cleared: all airfields get its flag. The map is to be drawn anew.
-void SelectAll(Frequencies& tables, SelectAllBox box, bool on);
-
-/// The mark of a node has been set or taken away: the flag of an airfield, a TACAN or an ILS; of a team those of all
-/// airfields that are shown below it. False for any other node, whose mark is taken away again. The map is to be drawn
-/// anew.
-bool CheckNode(Frequencies& tables, std::string_view key, bool on);
 
 /// The team under which an airfield is shown: the first for one of a team that there is not, which keeps its number.
 std::size_t ShownTeam(const Airfield& airfield);

@@ -88,28 +88,5 @@ TEST(FrequencyTables, OfATheaterWithoutAFileHaveUnsetChannelsAndNumberedTeams) {
   EXPECT_EQ(tables.Teams[7], "Team #7");
 }
 
-TEST(FrequencyTables, TakingTheDefaultsReplacesChannelsAlone) {
-  DefaultFrequencies defaults;
-  for (std::size_t i = 1; i <= 20; ++i) {
-    defaults.DefaultUHF[i] = "U" + std::to_string(i);
-    defaults.DefaultVHF[i] = "V" + std::to_string(i);
-  }
-  defaults.DefaultF1 = "one";
-  Frequencies tables;
-  tables.FreqFolders.Append({"Folder", {}});
-  tables.Airfields.Append({}).Name = "Kunsan";
-  tables.Teams[3] = "Red";
-  TakeDefaults(tables, defaults);
-  EXPECT_EQ(tables.CustomUHF[1], "U1");
-  EXPECT_EQ(tables.CustomUHF[20], "U20");
-  EXPECT_EQ(tables.CustomVHF[1], "V1");
-  EXPECT_EQ(tables.CustomVHF[20], "V20");
-  EXPECT_EQ(tables.CustomF1, "one");
-  EXPECT_EQ(tables.CustomF2, "") << "an empty default counts";
-  EXPECT_EQ(tables.FreqFolders.UpperBound(), 1u);
-  EXPECT_EQ(tables.Airfields[1].Name, "Kunsan");
-  EXPECT_EQ(tables.Teams[3], "Red");
-}
-
 }  // namespace
 }  // namespace kestrel::radio

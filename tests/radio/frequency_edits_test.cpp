@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "radio/with_steps.h"
+
 namespace kestrel::radio {
 namespace {
 
@@ -54,7 +56,12 @@ std::string Names(const Frequencies& tables) {
   return names;
 }
 
-TEST(FrequencyEdits, OfAChannelFindItByItsKey) {
+class AirfieldMoves : public WithSteps {};
+class FrequencyDrops : public WithSteps {};
+class FrequencyEdits : public WithSteps {};
+class FrequencyMoves : public WithSteps {};
+
+TEST_F(FrequencyEdits, OfAChannelFindItByItsKey) {
   Frequencies tables;
   EXPECT_EQ(ChannelOf(tables, "FU1"), &tables.CustomUHF[1]);
   EXPECT_EQ(ChannelOf(tables, "FU20"), &tables.CustomUHF[20]);
@@ -66,22 +73,45 @@ TEST(FrequencyEdits, OfAChannelFindItByItsKey) {
   }
 }
 
-TEST(FrequencyEdits, AFolderIsAddedAtTheEnd) {
+TEST_F(FrequencyEdits, TakingTheDefaultsReplacesChannelsAlone) {
+  DefaultFrequencies defaults;
+  for (std::size_t i = 1; i <= 20; ++i) {
+    defaults.DefaultUHF[i] = "U" + std::to_string(i);
+    defaults.DefaultVHF[i] = "V" + std::to_string(i);
+  }
+  defaults.DefaultF1 = "one";
+  Frequencies tables;
+  tables.FreqFolders.Append({"Folder", {}});
+  tables.Airfields.Append({}).Name = "Kunsan";
+  tables.Teams[3] = "Red";
+  TakeDefaults(tables, steps, defaults);
+  EXPECT_EQ(tables.CustomUHF[1], "U1");
+  EXPECT_EQ(tables.CustomUHF[20], "U20");
+  EXPECT_EQ(tables.CustomVHF[1], "V1");
+  EXPECT_EQ(tables.CustomVHF[20], "V20");
+  EXPECT_EQ(tables.CustomF1, "one");
+  EXPECT_EQ(tables.CustomF2, "") << "an empty default counts";
+  EXPECT_EQ(tables.FreqFolders.UpperBound(), 1u);
+  EXPECT_EQ(tables.Airfields[1].Name, "Kunsan");
+  EXPECT_EQ(tables.Teams[3], "Red");
+}
+
+TEST_F(FrequencyEdits, AFolderIsAddedAtTheEnd) {
   Frequencies tables = Folders({1});
-  EXPECT_EQ(AddFolder(tables), "C2");
+  EXPECT_EQ(AddFolder(tables, steps), "C2");
   EXPECT_EQ(Shape(tables), "1:1a New Folder:");
 }
 
-TEST(FrequencyEdits, AFolderIsRenamedAndAnEntryIsNot) {
+TEST_F(FrequencyEdits, AFolderIsRenamedAndAnEntryIsNot) {
   Frequencies tables = Folders({1});
-  EXPECT_TRUE(RenameFolder(tables, "C1", " as typed "));
+  EXPECT_TRUE(RenameFolder(tables, steps, "C1", " as typed "));
   EXPECT_EQ(tables.FreqFolders[1].Name, " as typed ");
-  EXPECT_TRUE(RenameFolder(tables, "C1", ""));
-  for (const char* key : {"D1_C1", "C2", "", "U"}) EXPECT_FALSE(RenameFolder(tables, key, "x")) << key;
+  EXPECT_TRUE(RenameFolder(tables, steps, "C1", ""));
+  for (const char* key : {"D1_C1", "C2", "", "U"}) EXPECT_FALSE(RenameFolder(tables, steps, key, "x")) << key;
   EXPECT_EQ(Shape(tables), ":1a");
 }
 
-TEST(FrequencyEdits, OnlyAFolderWithEntriesIsAskedFor) {
+TEST_F(FrequencyEdits, OnlyAFolderWithEntriesIsAskedFor) {
   Frequencies tables = Folders({1, 0});
   tables.FreqFolders[1].Name = " Package ";
   EXPECT_EQ(DeleteFolderQuestion(tables, "C1"),
@@ -89,62 +119,62 @@ TEST(FrequencyEdits, OnlyAFolderWithEntriesIsAskedFor) {
   for (const char* key : {"C2", "D1_C1", "C3", ""}) EXPECT_EQ(DeleteFolderQuestion(tables, key), "") << key;
 }
 
-TEST(FrequencyEdits, ADeletedFolderGivesTheSelectionToTheNextOrTheLast) {
+TEST_F(FrequencyEdits, ADeletedFolderGivesTheSelectionToTheNextOrTheLast) {
   Frequencies tables = Folders({1, 2, 0});
-  EXPECT_EQ(DeleteFolder(tables, "D1_C2"), std::nullopt);
-  EXPECT_EQ(DeleteFolder(tables, ""), std::nullopt);
-  EXPECT_EQ(DeleteFolder(tables, "C4"), std::nullopt);
-  EXPECT_EQ(DeleteFolder(tables, "C2"), "C2");
+  EXPECT_EQ(DeleteFolder(tables, steps, "D1_C2"), std::nullopt);
+  EXPECT_EQ(DeleteFolder(tables, steps, ""), std::nullopt);
+  EXPECT_EQ(DeleteFolder(tables, steps, "C4"), std::nullopt);
+  EXPECT_EQ(DeleteFolder(tables, steps, "C2"), "C2");
   EXPECT_EQ(Shape(tables), "1:1a 3:");
-  EXPECT_EQ(DeleteFolder(tables, "C2"), "C1");
+  EXPECT_EQ(DeleteFolder(tables, steps, "C2"), "C1");
   EXPECT_EQ(Shape(tables), "1:1a");
-  EXPECT_EQ(DeleteFolder(tables, "C1"), "") << "nothing is left to select";
+  EXPECT_EQ(DeleteFolder(tables, steps, "C1"), "") << "nothing is left to select";
   EXPECT_EQ(Shape(tables), "");
 }
 
-TEST(FrequencyEdits, AFrequencyIsAddedToTheFolderOfTheSelection) {
+TEST_F(FrequencyEdits, AFrequencyIsAddedToTheFolderOfTheSelection) {
   Frequencies tables = Folders({1, 0});
-  EXPECT_EQ(AddFreq(tables, "C2", {"x", "243000"}), "D1_C2");
-  EXPECT_EQ(AddFreq(tables, "D1_C1", {"y", "not checked"}), "D2_C1");
+  EXPECT_EQ(AddFreq(tables, steps, "C2", {"x", "243000"}), "D1_C2");
+  EXPECT_EQ(AddFreq(tables, steps, "D1_C1", {"y", "not checked"}), "D2_C1");
   EXPECT_EQ(Shape(tables), "1:1a,y 2:x");
   EXPECT_EQ(tables.FreqFolders[1].Entries[2].Value, "not checked");
 }
 
-TEST(FrequencyEdits, AFrequencyWithoutASelectionGetsANewFolder) {
+TEST_F(FrequencyEdits, AFrequencyWithoutASelectionGetsANewFolder) {
   Frequencies tables;
-  EXPECT_EQ(AddFreq(tables, "", {"x", "1"}), "D1_C1");
+  EXPECT_EQ(AddFreq(tables, steps, "", {"x", "1"}), "D1_C1");
   EXPECT_EQ(Shape(tables), "New Folder:x");
-  EXPECT_EQ(AddFreq(tables, "", {"y", "2"}), "D1_C2") << "also when there is a folder";
+  EXPECT_EQ(AddFreq(tables, steps, "", {"y", "2"}), "D1_C2") << "also when there is a folder";
   EXPECT_EQ(Shape(tables), "New Folder:x New Folder:y");
 }
 
-TEST(FrequencyEdits, AnEntryIsFoundByItsKey) {
+TEST_F(FrequencyEdits, AnEntryIsFoundByItsKey) {
   Frequencies tables = Folders({2});
   EXPECT_EQ(EntryOf(tables, "D2_C1"), &tables.FreqFolders[1].Entries[2]);
   for (const char* key : {"C1", "D3_C1", "D1_C2", "", "FU1"}) EXPECT_EQ(EntryOf(tables, key), nullptr) << key;
 }
 
-TEST(FrequencyEdits, ADeletedFrequencyGivesTheSelectionToTheNextTheLastOrTheFolder) {
+TEST_F(FrequencyEdits, ADeletedFrequencyGivesTheSelectionToTheNextTheLastOrTheFolder) {
   Frequencies tables = Folders({3});
-  EXPECT_EQ(DeleteFreq(tables, "C1"), std::nullopt);
-  EXPECT_EQ(DeleteFreq(tables, ""), std::nullopt);
-  EXPECT_EQ(DeleteFreq(tables, "D4_C1"), std::nullopt);
-  EXPECT_EQ(DeleteFreq(tables, "D2_C1"), "D2_C1");
+  EXPECT_EQ(DeleteFreq(tables, steps, "C1"), std::nullopt);
+  EXPECT_EQ(DeleteFreq(tables, steps, ""), std::nullopt);
+  EXPECT_EQ(DeleteFreq(tables, steps, "D4_C1"), std::nullopt);
+  EXPECT_EQ(DeleteFreq(tables, steps, "D2_C1"), "D2_C1");
   EXPECT_EQ(Shape(tables), "1:1a,1c");
-  EXPECT_EQ(DeleteFreq(tables, "D2_C1"), "D1_C1");
-  EXPECT_EQ(DeleteFreq(tables, "D1_C1"), "C1");
+  EXPECT_EQ(DeleteFreq(tables, steps, "D2_C1"), "D1_C1");
+  EXPECT_EQ(DeleteFreq(tables, steps, "D1_C1"), "C1");
   EXPECT_EQ(Shape(tables), "1:");
 }
 
-struct Moved {
+struct Case {
   const char* Key;
   FreqMove Move;
   Reselect Selected;
   const char* After;
 };
 
-TEST(FrequencyMoves, OfEntriesStayInTheirFolder) {
-  const Moved cases[] = {
+TEST_F(FrequencyMoves, OfEntriesStayInTheirFolder) {
+  const Case cases[] = {
       {"D2_C1", FreqMove::Up, "D1_C1", "1:1b,1a,1c 2:2a"},
       {"D2_C1", FreqMove::Down, "D3_C1", "1:1a,1c,1b 2:2a"},
       {"D3_C1", FreqMove::Top, "D1_C1", "1:1c,1a,1b 2:2a"},
@@ -159,30 +189,30 @@ TEST(FrequencyMoves, OfEntriesStayInTheirFolder) {
       {"D4_C1", FreqMove::Top, std::nullopt, "1:1a,1b,1c 2:2a"},
       {"", FreqMove::Top, std::nullopt, "1:1a,1b,1c 2:2a"},
   };
-  for (const Moved& each : cases) {
+  for (const Case& each : cases) {
     Frequencies tables = Folders({3, 1});
-    EXPECT_EQ(MoveFreq(tables, each.Key, each.Move), each.Selected) << each.Key;
+    EXPECT_EQ(MoveFreq(tables, steps, each.Key, each.Move), each.Selected) << each.Key;
     EXPECT_EQ(Shape(tables), each.After) << each.Key;
   }
 }
 
-TEST(FrequencyMoves, OfFoldersTakeTheirEntriesAlong) {
-  const Moved cases[] = {
+TEST_F(FrequencyMoves, OfFoldersTakeTheirEntriesAlong) {
+  const Case cases[] = {
       {"C2", FreqMove::Up, "C1", "2:2a 1:1a 3:"},          {"C2", FreqMove::Down, "C3", "1:1a 3: 2:2a"},
       {"C3", FreqMove::Top, "C1", "3: 1:1a 2:2a"},         {"C1", FreqMove::Bottom, "C3", "2:2a 3: 1:1a"},
       {"C1", FreqMove::Up, std::nullopt, "1:1a 2:2a 3:"},  {"C3", FreqMove::Down, std::nullopt, "1:1a 2:2a 3:"},
       {"C1", FreqMove::Top, "C1", "1:1a 2:2a 3:"},         {"C3", FreqMove::Bottom, "C3", "1:1a 2:2a 3:"},
       {"C4", FreqMove::Top, std::nullopt, "1:1a 2:2a 3:"},
   };
-  for (const Moved& each : cases) {
+  for (const Case& each : cases) {
     Frequencies tables = Folders({1, 1, 0});
-    EXPECT_EQ(MoveFreq(tables, each.Key, each.Move), each.Selected) << each.Key;
+    EXPECT_EQ(MoveFreq(tables, steps, each.Key, each.Move), each.Selected) << each.Key;
     EXPECT_EQ(Shape(tables), each.After) << each.Key;
   }
 }
 
-TEST(AirfieldMoves, KeepTheBeginningOfTheKey) {
-  const Moved cases[] = {
+TEST_F(AirfieldMoves, KeepTheBeginningOfTheKey) {
+  const Case cases[] = {
       {"TC5", FreqMove::Up, "TC4", "12354"},         {"A5", FreqMove::Up, "A4", "12354"},
       {"UF2", FreqMove::Down, "UF3", "13245"},       {"VF2", FreqMove::Top, "VF1", "21345"},
       {"I13", FreqMove::Up, "I12", "13245"},         {"I43", FreqMove::Down, "I44", "12435"},
@@ -191,42 +221,42 @@ TEST(AirfieldMoves, KeepTheBeginningOfTheKey) {
       {"R0", FreqMove::Down, std::nullopt, "12345"}, {"A6", FreqMove::Up, std::nullopt, "12345"},
       {"", FreqMove::Up, std::nullopt, "12345"},     {"C1", FreqMove::Up, std::nullopt, "12345"},
   };
-  for (const Moved& each : cases) {
+  for (const Case& each : cases) {
     Frequencies tables = Fields({0, 0, 0, 0, 0});
-    EXPECT_EQ(MoveAirfield(tables, each.Key, each.Move), each.Selected) << each.Key;
+    EXPECT_EQ(MoveAirfield(tables, steps, each.Key, each.Move), each.Selected) << each.Key;
     EXPECT_EQ(Names(tables), each.After) << each.Key;
   }
 }
 
-TEST(AirfieldMoves, SwapWithTheNeighbourOfAnotherTeam) {
+TEST_F(AirfieldMoves, SwapWithTheNeighbourOfAnotherTeam) {
   Frequencies tables = Fields({1, 2, 1});
-  EXPECT_EQ(MoveAirfield(tables, "A3", FreqMove::Up), "A2");
+  EXPECT_EQ(MoveAirfield(tables, steps, "A3", FreqMove::Up), "A2");
   EXPECT_EQ(Names(tables), "132");
   EXPECT_EQ(tables.Airfields[2].TEAM_INDEX, 1) << "within its team it stands where it stood";
 }
 
-TEST(AirfieldMoves, ToTheBottomSelectByTheNumberOfFolders) {
+TEST_F(AirfieldMoves, ToTheBottomSelectByTheNumberOfFolders) {
   Frequencies tables = Fields({0, 0, 0, 0});
   for (int folders = 0; folders <= 6; ++folders) {
     Frequencies each = tables;
-    for (int n = 0; n < folders; ++n) AddFolder(each);
+    for (int n = 0; n < folders; ++n) AddFolder(each, steps);
     const int selected = folders >= 1 && folders <= 4 ? folders : 4;
-    EXPECT_EQ(MoveAirfield(each, "TC2", FreqMove::Bottom), "TC" + std::to_string(selected)) << folders;
+    EXPECT_EQ(MoveAirfield(each, steps, "TC2", FreqMove::Bottom), "TC" + std::to_string(selected)) << folders;
     EXPECT_EQ(Names(each), "1342") << folders;
   }
-  EXPECT_EQ(MoveAirfield(tables, "A4", FreqMove::Bottom), "A4");
+  EXPECT_EQ(MoveAirfield(tables, steps, "A4", FreqMove::Bottom), "A4");
   EXPECT_EQ(Names(tables), "1234");
 }
 
-TEST(FrequencyDrops, MoveAnEntryToAnotherFolder) {
+TEST_F(FrequencyDrops, MoveAnEntryToAnotherFolder) {
   Frequencies tables = Folders({2, 1, 0});
-  EXPECT_EQ(DropFreq(tables, "D1_C1", "C2"), "D2_C2");
+  EXPECT_EQ(DropFreq(tables, steps, "D1_C1", "C2"), "D2_C2");
   EXPECT_EQ(Shape(tables), "1:1b 2:2a,1a 3:");
-  EXPECT_EQ(DropFreq(tables, "D1_C1", "C3"), "D1_C3");
+  EXPECT_EQ(DropFreq(tables, steps, "D1_C1", "C3"), "D1_C3");
   EXPECT_EQ(Shape(tables), "1: 2:2a,1a 3:1b");
 }
 
-TEST(FrequencyDrops, ElsewhereDoNothing) {
+TEST_F(FrequencyDrops, ElsewhereDoNothing) {
   Frequencies tables = Folders({2, 1});
   for (const auto& [from, to] : std::vector<std::pair<const char*, const char*>>{{"D1_C1", "C1"},
                                                                                  {"D1_C1", "D1_C2"},
@@ -235,12 +265,12 @@ TEST(FrequencyDrops, ElsewhereDoNothing) {
                                                                                  {"D1_C1", "C3"},
                                                                                  {"D1_C1", ""},
                                                                                  {"", "C1"}}) {
-    EXPECT_EQ(DropFreq(tables, from, to), std::nullopt) << from << " on " << to;
+    EXPECT_EQ(DropFreq(tables, steps, from, to), std::nullopt) << from << " on " << to;
   }
   EXPECT_EQ(Shape(tables), "1:1a,1b 2:2a");
 }
 
-TEST(FrequencyDrops, MayBeTriedFromEntriesOnFolders) {
+TEST_F(FrequencyDrops, MayBeTriedFromEntriesOnFolders) {
   EXPECT_TRUE(MayDropFreq("D1_C1", "C2"));
   EXPECT_TRUE(MayDropFreq("D1_C1", "C1")) << "its own folder is highlighted too";
   EXPECT_FALSE(MayDropFreq("D1_C1", "D1_C2"));

@@ -6,6 +6,9 @@
 #include <algorithm>
 #include <map>
 
+#include "radio/frequency_edits.h"
+#include "radio/with_steps.h"
+
 namespace kestrel::radio {
 namespace {
 
@@ -38,6 +41,9 @@ Frequencies Fields(std::initializer_list<int> teams) {
   for (const int team : teams) tables.Airfields.Append({}).TEAM_INDEX = static_cast<std::uint8_t>(team);
   return tables;
 }
+
+class FrequencyMarks : public WithSteps {};
+class FrequencyTree : public WithSteps {};
 
 TEST(FrequencyKeys, AreTakenApart) {
   const struct {
@@ -84,7 +90,7 @@ TEST(FrequencyKeys, AreTakenApart) {
   }
 }
 
-TEST(FrequencyTree, OfTheChannelsHasThreeRoots) {
+TEST_F(FrequencyTree, OfTheChannelsHasThreeRoots) {
   Frequencies tables;
   DefaultFrequencies defaults;
   defaults.ChannelNames[1] = " Flight 1 ";
@@ -110,7 +116,7 @@ TEST(FrequencyTree, OfTheChannelsHasThreeRoots) {
   }
 }
 
-TEST(FrequencyTree, OfTheAirportsHasTeamsAirfieldsAndAids) {
+TEST_F(FrequencyTree, OfTheAirportsHasTeamsAirfieldsAndAids) {
   Frequencies tables = Fields({2, 0});
   tables.Teams[2] = " Red ";
   Airfield& airfield = tables.Airfields[1];
@@ -130,7 +136,7 @@ TEST(FrequencyTree, OfTheAirportsHasTeamsAirfieldsAndAids) {
                           "TC2| [0nm]|5|A2", "I12|[]: |7|A2", "I22|[]: |7|A2", "I32|[]: |7|A2", "I42|[]: |7|A2"));
 }
 
-TEST(FrequencyTree, OfTheFoldersHasEntriesThatAreDragged) {
+TEST_F(FrequencyTree, OfTheFoldersHasEntriesThatAreDragged) {
   Frequencies tables;
   tables.FreqFolders.Append({" Package ", {}}).Entries.Append({" Tanker ", " 235100 "});
   tables.FreqFolders[1].Entries.Append({"", "x"});
@@ -144,21 +150,21 @@ TEST(FrequencyTree, OfTheFoldersHasEntriesThatAreDragged) {
   EXPECT_TRUE(nodes[1].Drags && nodes[2].Drags);
 }
 
-TEST(FrequencyTree, AnAirfieldOfNoTeamStandsUnderTheFirstAndKeepsItsNumber) {
+TEST_F(FrequencyTree, AnAirfieldOfNoTeamStandsUnderTheFirstAndKeepsItsNumber) {
   Frequencies tables = Fields({7, 8, 255});
   const auto nodes = AirportNodes(tables);
   const auto parent = [&](const char* key) { return nodes[static_cast<std::size_t>(NodeOf(nodes, key).Parent)].Key; };
   EXPECT_EQ(parent("A1"), "R7");
   EXPECT_EQ(parent("A2"), "R0");
   EXPECT_EQ(parent("A3"), "R0");
-  EXPECT_TRUE(CheckNode(tables, "R0", true));
+  EXPECT_TRUE(CheckNode(tables, steps, "R0", true));
   EXPECT_FALSE(tables.Airfields[1].VIS);
   EXPECT_TRUE(tables.Airfields[2].VIS && tables.Airfields[3].VIS);
   EXPECT_EQ(tables.Airfields[2].TEAM_INDEX, 8);
   EXPECT_EQ(tables.Airfields[3].TEAM_INDEX, 255);
 }
 
-TEST(FrequencyTree, SelectsTheFirstWithoutAWish) {
+TEST_F(FrequencyTree, SelectsTheFirstWithoutAWish) {
   Frequencies tables = Fields({0});
   EXPECT_EQ(FirstSelected(tables, FreqTab::CustomChannels), "U");
   EXPECT_EQ(FirstSelected(tables, FreqTab::Airports), "");
@@ -167,7 +173,7 @@ TEST(FrequencyTree, SelectsTheFirstWithoutAWish) {
   EXPECT_EQ(FirstSelected(tables, FreqTab::CustomFreqs), "C1");
 }
 
-TEST(FrequencyTree, AClickTunesChannelsTowersAndEntries) {
+TEST_F(FrequencyTree, AClickTunesChannelsTowersAndEntries) {
   Frequencies tables = Fields({0, 0});
   tables.CustomUHF[3] = " 297500";
   tables.CustomVHF[20] = "138050";
@@ -190,46 +196,47 @@ TEST(FrequencyTree, AClickTunesChannelsTowersAndEntries) {
   }
 }
 
-TEST(FrequencyMarks, AreTheFlagsOfAirfieldTacanAndIls) {
+TEST_F(FrequencyMarks, AreTheFlagsOfAirfieldTacanAndIls) {
   Frequencies tables = Fields({0, 0});
-  EXPECT_TRUE(CheckNode(tables, "A2", true));
+  EXPECT_TRUE(CheckNode(tables, steps, "A2", true));
   EXPECT_TRUE(tables.Airfields[2].VIS);
   EXPECT_EQ(MarkOf(tables, "A2"), Mark::On);
   EXPECT_EQ(MarkOf(tables, "A1"), Mark::Off);
-  EXPECT_TRUE(CheckNode(tables, "TC1", true));
+  EXPECT_TRUE(CheckNode(tables, steps, "TC1", true));
   EXPECT_TRUE(tables.Airfields[1].TACAN_VIS);
   EXPECT_EQ(MarkOf(tables, "TC1"), Mark::On);
-  EXPECT_TRUE(CheckNode(tables, "I32", true));
+  EXPECT_TRUE(CheckNode(tables, steps, "I32", true));
   EXPECT_THAT(tables.Airfields[2].ILS_VIS, ElementsAre(false, false, true, false));
   EXPECT_EQ(MarkOf(tables, "I32"), Mark::On);
   EXPECT_EQ(MarkOf(tables, "I31"), Mark::Off);
-  EXPECT_TRUE(CheckNode(tables, "I32", false));
+  EXPECT_TRUE(CheckNode(tables, steps, "I32", false));
   EXPECT_FALSE(tables.Airfields[2].ILS_VIS[2]);
   EXPECT_FALSE(tables.Airfields[1].VIS) << "nothing else has changed";
 }
 
-TEST(FrequencyMarks, OfATowerDoNotStay) {
+TEST_F(FrequencyMarks, OfATowerDoNotStay) {
   Frequencies tables = Fields({0});
   for (const char* key : {"UF1", "VF1"}) {
-    EXPECT_FALSE(CheckNode(tables, key, true)) << key;
+    EXPECT_FALSE(CheckNode(tables, steps, key, true)) << key;
     EXPECT_EQ(MarkOf(tables, key), Mark::Off) << "there is one to be set";
   }
-  for (const char* key : {"", "A2", "TC9", "R8", "U", "C1", "FU1"}) EXPECT_FALSE(CheckNode(tables, key, true)) << key;
+  for (const char* key : {"", "A2", "TC9", "R8", "U", "C1", "FU1"})
+    EXPECT_FALSE(CheckNode(tables, steps, key, true)) << key;
   EXPECT_FALSE(tables.Airfields[1].VIS || tables.Airfields[1].TACAN_VIS);
 }
 
-TEST(FrequencyMarks, OfATeamGoToItsAirfieldsAlone) {
+TEST_F(FrequencyMarks, OfATeamGoToItsAirfieldsAlone) {
   Frequencies tables = Fields({1, 2, 1});
-  EXPECT_TRUE(CheckNode(tables, "R1", true));
+  EXPECT_TRUE(CheckNode(tables, steps, "R1", true));
   EXPECT_TRUE(tables.Airfields[1].VIS && tables.Airfields[3].VIS);
   EXPECT_FALSE(tables.Airfields[2].VIS);
   EXPECT_FALSE(tables.Airfields[1].TACAN_VIS);
   EXPECT_EQ(MarkOf(tables, "R1"), Mark::On);
   EXPECT_EQ(MarkOf(tables, "R2"), Mark::Off);
   EXPECT_EQ(MarkOf(tables, "R0"), Mark::Off) << "it has no airfield";
-  EXPECT_TRUE(CheckNode(tables, "A3", false));
+  EXPECT_TRUE(CheckNode(tables, steps, "A3", false));
   EXPECT_EQ(MarkOf(tables, "R1"), Mark::Off);
-  EXPECT_TRUE(CheckNode(tables, "R1", false));
+  EXPECT_TRUE(CheckNode(tables, steps, "R1", false));
   EXPECT_FALSE(tables.Airfields[1].VIS);
 }
 
@@ -245,12 +252,12 @@ TEST(SelectAllBoxes, AreTickedWhenThereIsOneAndAllAre) {
   EXPECT_THAT(SelectAllMarks(tables), ElementsAre(true, false, false, false, false, true));
 }
 
-TEST(SelectAllBoxes, SetTheFlagOfAllAirfieldsAndNoOther) {
+TEST_F(FrequencyMarks, OfASelectAllBoxGoToAllAirfieldsAndNoOtherFlag) {
   const SelectAllBox boxes[] = {SelectAllBox::Airfields, SelectAllBox::TACANs, SelectAllBox::ILS1,
                                 SelectAllBox::ILS2,      SelectAllBox::ILS3,   SelectAllBox::ILS4};
   for (std::size_t n = 0; n < 6; ++n) {
     Frequencies tables = Fields({0, 1, 200});
-    SelectAll(tables, boxes[n], true);
+    SelectAll(tables, steps, boxes[n], true);
     for (const Airfield& airfield : tables.Airfields.Live()) {
       EXPECT_EQ(airfield.VIS, n == 0);
       EXPECT_EQ(airfield.TACAN_VIS, n == 1);
@@ -259,7 +266,7 @@ TEST(SelectAllBoxes, SetTheFlagOfAllAirfieldsAndNoOther) {
     SelectAllBoxes expected = {};
     expected[n] = true;
     EXPECT_EQ(SelectAllMarks(tables), expected);
-    SelectAll(tables, boxes[n], false);
+    SelectAll(tables, steps, boxes[n], false);
     EXPECT_EQ(SelectAllMarks(tables), SelectAllBoxes());
   }
 }
