@@ -73,6 +73,31 @@ TEST_F(FrequencyEdits, OfAChannelFindItByItsKey) {
   }
 }
 
+TEST_F(FrequencyEdits, OfAChannelStoreWhatWasTyped) {
+  Frequencies tables;
+  EXPECT_EQ(SetChannel(tables, steps, "FU20", " not checked "), "FU20");
+  EXPECT_EQ(tables.CustomUHF[20], " not checked ");
+  EXPECT_EQ(SetChannel(tables, steps, "FV1", ""), "FV1");
+  EXPECT_EQ(tables.CustomVHF[1], "");
+  EXPECT_EQ(SetChannel(tables, steps, "FI2", "243000"), "FI2");
+  EXPECT_EQ(tables.CustomF2, "243000");
+  EXPECT_EQ(tables.CustomF1, "000000");
+  for (const char* key : {"", "U", "FU21", "FI3", "A1", "C1", "D1_C1"}) {
+    EXPECT_EQ(SetChannel(tables, steps, key, "x"), std::nullopt) << key;
+  }
+}
+
+TEST_F(FrequencyEdits, OfAnEntryStoreWhatWasTyped) {
+  Frequencies tables = Folders({2});
+  EXPECT_EQ(SetEntry(tables, steps, "D2_C1", {" as typed ", "not checked"}), "D2_C1");
+  EXPECT_EQ(Shape(tables), "1:1a, as typed ");
+  EXPECT_EQ(tables.FreqFolders[1].Entries[2].Value, "not checked");
+  for (const char* key : {"C1", "D3_C1", "D1_C2", "", "FU1"}) {
+    EXPECT_EQ(SetEntry(tables, steps, key, {"x", "x"}), std::nullopt) << key;
+  }
+  EXPECT_EQ(Shape(tables), "1:1a, as typed ");
+}
+
 TEST_F(FrequencyEdits, TakingTheDefaultsReplacesChannelsAlone) {
   DefaultFrequencies defaults;
   for (std::size_t i = 1; i <= 20; ++i) {
