@@ -190,7 +190,6 @@ TEST_F(SampleTheater, AirfieldsOfThreeTeamsStandOnLandWithTheirAids) {
   EXPECT_EQ(tables.Teams[1], "Blue");
   EXPECT_EQ(tables.Teams[2], "Red");
   EXPECT_EQ(tables.Teams[3], "Team #3");
-  EXPECT_EQ(tables.CustomUHF[1], "000000");
   const std::string heights = base::ReadWholeFile(folder / "SampleStrait_Elevation.dat", 4 << 20);
   std::map<int, int> teams;
   ASSERT_EQ(tables.Airfields.UpperBound(), 8u);
@@ -211,6 +210,16 @@ TEST_F(SampleTheater, AirfieldsOfThreeTeamsStandOnLandWithTheirAids) {
     }
   }
   EXPECT_EQ(teams, (std::map<int, int>{{0, 2}, {1, 3}, {2, 3}}));
+}
+
+TEST_F(SampleTheater, ChannelsAreOfTheirKindAndTheLastOnesUnset) {
+  std::vector<std::string> notes;
+  const auto tables = radio::ReadFrequencies(base::ProfileFile::Load(folder / "SampleStrait_Frequencies.dat"), notes);
+  for (std::size_t channel = 1; channel <= 10; ++channel) EXPECT_TRUE(radio::IsUHF(tables.CustomUHF[channel]));
+  for (std::size_t channel = 1; channel <= 6; ++channel) EXPECT_TRUE(radio::IsVHF(tables.CustomVHF[channel]));
+  EXPECT_TRUE(radio::IsUHF(tables.CustomF1) && radio::IsUHF(tables.CustomF2));
+  EXPECT_EQ(tables.CustomUHF[11], "000000");
+  EXPECT_EQ(tables.CustomVHF[7], "000000");
 }
 
 TEST_F(SampleTheater, RunwaysLieAsTheirNamesTell) {

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -77,6 +78,12 @@ constexpr std::array<SampleAirfield, 8> Airfields = {{
      {"11190", "11190", "-", "-"}},
 }};
 
+/// Channels 1 and on of the two radios; the others have never been set.
+constexpr std::array<std::string_view, 10> ChannelsUHF = {"292300", "273525", "353100", "235100", "317650",
+                                                          "391975", "305000", "282550", "243000", "259700"};
+constexpr std::array<std::string_view, 6> ChannelsVHF = {"126500", "121600", "122100", "138050", "134925", "121500"};
+constexpr std::array<std::string_view, 2> ChannelsUI = {"307300", "309275"};
+
 struct Noted {
   std::string_view Description, Value;
 };
@@ -100,6 +107,10 @@ class Text {
   }
   void Key(std::string_view name, std::size_t number, std::string_view value) {
     Key(std::string(name) + std::to_string(number), value);
+  }
+  /// `name` with 1, 2 and so on.
+  void Keys(std::string_view name, std::span<const std::string_view> values) {
+    for (std::size_t i = 0; i < values.size(); ++i) Key(name, i + 1, values[i]);
   }
   std::string Take() { return text + "\r\n"; }
 
@@ -136,6 +147,12 @@ std::string FrequencyFileText() {
       {{"Blue support", {{"Texaco1", "235100"}, {"Shell1", "317650"}, {"AWACS", "391975"}}},
        {"Emergency", {{"Guard", "243000"}, {"Guard VHF", "121500"}}}}};
   Text text;
+  text.Section("CUS_UHF");
+  text.Keys("UHF_", ChannelsUHF);
+  text.Section("CUS_VHF");
+  text.Keys("VHF_", ChannelsVHF);
+  text.Section("CUS_UI");
+  text.Keys("F", ChannelsUI);
   text.Section("CUS_FREQ");
   text.Key("NUM", std::to_string(folders.size()));
   for (std::size_t i = 0; i < folders.size(); ++i) {
