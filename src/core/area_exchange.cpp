@@ -4,11 +4,11 @@
 #include <exception>
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <utility>
 
 #include "areas/area_file.h"
 #include "base/changed.h"
-#include "base/files.h"
 #include "core/tell.h"
 #include "core/theater_areas.h"
 
@@ -41,7 +41,7 @@ void ImportAreas(Program& program) {
       return;
     }
     const std::size_t homeless = areas::AppendAreas(program.State.Areas, program.State.AreaSteps, std::move(file));
-    LogAreaFile(program, base::NameForMessage(*path), state, homeless);
+    for (const std::string& note : AreaFileNotes(*path, state, homeless)) program.Log.LogLine(note);
   } catch (const std::exception& failure) {
     TellFailure(program, "The areas could not be imported: ", failure);
     return;

@@ -63,10 +63,11 @@ struct Tapes {
   std::optional<tape::BullseyePlace> Bullseye;
 };
 
-/// What the files of the current theater's areas want: to be kept, and to be written before a crash loses a change.
-struct AreaKeeping {
+/// What the files of one kind of the current theater's data want: to be kept, and to be written before a crash loses a
+/// change.
+struct FileKeeping {
   bool KeepFormer = false;                      ///< the file could not be read whole: it is kept when it is saved over
-  std::uint64_t SafeRevision = 0;               ///< of Areas, that the file or the rescue holds
+  std::uint64_t SafeRevision = 0;               ///< of the data, that the file or the rescue holds
   std::optional<std::uint32_t> ChangedAt = {};  ///< tick count at which a change since was first seen
   std::uint32_t RescueAfter = 10'000;           ///< milliseconds from there to the writing of the rescue
   bool RescueFailed = false;                    ///< the last time; it has been logged
@@ -90,14 +91,16 @@ struct Station {
   link::Tables Plots;
   map::Options MapOptions;
   map::ViewState View;
+  FileKeeping ViewFiles;            ///< of the saved views in View
   base::Picture MapPicture;         ///< the current theater's
   theaters::Elevations Elevations;  ///< the current theater's
   areas::AreaCatalogue Areas;       ///< the current theater's
   areas::AreaHistory AreaSteps;     ///< what of Areas can be undone
-  AreaKeeping AreaFiles;            ///< the current theater's
+  FileKeeping AreaFiles;            ///< of Areas
   areas::AreaEditor Editor;
   radio::Frequencies Frequencies;                ///< the current theater's
   radio::FrequencyHistory FrequencySteps;        ///< what of Frequencies can be undone
+  FileKeeping FrequencyFiles;                    ///< of Frequencies
   radio::DefaultFrequencies DefaultFrequencies;  ///< the installation's
   core::Tapes Tapes;
   std::array<ToolWindowState, ToolWindowCount> ToolWindows = {};

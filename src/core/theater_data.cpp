@@ -6,50 +6,49 @@
 #include <string>
 
 #include "base/files.h"
-#include "base/profile_file.h"
-#include "core/area_rescue.h"
+#include "core/frequency_files.h"
+#include "core/kept_file.h"
+#include "core/rescue.h"
 #include "core/settings.h"
 #include "core/theater_areas.h"
 #include "map/view_short_file.h"
-#include "radio/frequency_file.h"
 #include "theaters/catalogue.h"
 
 namespace kestrel::core {
 namespace {
 
-void LoadViewShorts(Program& program) {
-  Station& station = program.State;
-  station.View.ViewShorts = map::DefaultViewShorts(station.Catalogue.Current().Size);
-  const std::uint32_t start = program.Log.Time().TickCount();
-  const std::filesystem::path path = DataPath(station, "_ViewShort.dat");
-  if (!base::FileExists(path)) return;
-  station.View.ViewShorts =
-      map::ReadViewShorts(base::ReadWholeFile(path, base::MaxTextFileBytes), station.View.ViewShorts);
-  program.Log.LogDuration("Loaded the view shortcuts", start);
+FileReading ReadViewShorts(Station& station, const std::filesystem::path& path) {
+  const std::string bytes = base::ReadWholeFile(path, base::MaxTextFileBytes);
+  station.View.ViewShorts = map::ReadViewShorts(bytes, station.View.ViewShorts);
+  return {map::WriteViewShorts(station.View.ViewShorts) == bytes ? FileState::Whole : FileState::Damaged};
 }
 
-void SaveViewShorts(Station& station) {
-  const std::filesystem::path path = DataPath(station, "_ViewShort.dat");
-  base::MakeFolder(path.parent_path());
-  base::WriteWholeFile(path, map::WriteViewShorts(station.View.ViewShorts));
+constexpr KeptFile keptViewShorts = {
+    .What = "view shortcuts",
+    .Stem = "_ViewShort",
+    .Keeping = &Station::ViewFiles,
+    .Reset =
+        [](Station& station) { station.View.ViewShorts = map::DefaultViewShorts(station.Catalogue.Current().Size); },
+    .Read = ReadViewShorts,
+    .Write =
+        [](const Station& station, const std::filesystem::path& path) {
+          base::WriteWholeFile(path, map::WriteViewShorts(station.View.ViewShorts));
+        },
+};
+
+template <const KeptFile& kept>
+void Load(Program& program) {
+  LoadKept(program, kept);
 }
 
-void LoadFrequencies(Program& program) {
-  Station& station = program.State;
-  station.Frequencies = {};
-  const std::uint32_t start = program.Log.Time().TickCount();
-  const std::filesystem::path path = DataPath(station, "_Frequencies.dat");
-  if (!base::FileExists(path)) return;
-  std::vector<std::string> notes;
-  station.Frequencies = radio::ReadFrequencies(base::ProfileFile::Load(path), notes);
-  for (const std::string& note : notes) program.Log.LogLine(base::NameForMessage(path) + ", " + note);
-  program.Log.LogDuration("Loaded the frequencies", start);
+template <const KeptFile& kept>
+void Offer(Program& program) {
+  OfferRescue(program, kept);
 }
 
-void SaveFrequencies(Station& station) {
-  const std::filesystem::path path = DataPath(station, "_Frequencies.dat");
-  base::MakeFolder(path.parent_path());
-  base::WriteWholeFile(path, radio::WriteFrequencies(station.Frequencies));
+template <const KeptFile& kept>
+void Save(Station& station) {
+  SaveKept(station, kept);
 }
 
 /// The current theater has these heights from now on; their file is read when the pointer first needs it.
@@ -60,10 +59,11 @@ void LoadElevation(Program& program) {
 }
 
 constexpr TheaterData rows[] = {
-    {"areas", LoadAreas, SaveAreas, "areas", base::Changed::Areas | base::Changed::Map},
-    {.What = "rescued areas", .Load = OfferRescuedAreas, .Shows = base::Changed::Areas | base::Changed::Map},
-    {"saved views", LoadViewShorts, SaveViewShorts, "kept views"},
-    {"frequencies", LoadFrequencies, SaveFrequencies},
+    {"areas", Load<KeptAreas>, Save<KeptAreas>, "areas", base::Changed::Areas | base::Changed::Map},
+    {.What = "rescued areas", .Load = Offer<KeptAreas>, .Shows = base::Changed::Areas | base::Changed::Map},
+    {"saved views", Load<keptViewShorts>, Save<keptViewShorts>, "kept views"},
+    {"frequencies", Load<KeptFrequencies>, Save<KeptFrequencies>},
+    {.What = "rescued frequencies", .Load = Offer<KeptFrequencies>, .Shows = base::Changed::Map},
     {.What = "elevations", .Load = LoadElevation, .Shows = base::Changed::CursorLine},
 };
 
@@ -91,6 +91,10 @@ base::Changed LoadTheaterData(Program& program) {
     shows |= row.Shows;
   }
   return shows;
+}
+
+void RescueChanges(Program& program) {
+  for (const KeptFile* kept : {&KeptAreas, &KeptFrequencies}) WriteRescue(program, *kept);
 }
 
 void ReadElevations(Program& program) {

@@ -32,6 +32,9 @@ std::span<const TheaterData> TheaterDataRows();
 /// Loads every kind. One that cannot be read is logged and costs itself alone. Returns what shows them.
 base::Changed LoadTheaterData(Program& program);
 
+/// Writes what a crash would lose of the areas and of the frequencies (core/rescue.h): to be called each second or so.
+void RescueChanges(Program& program);
+
 /// Reads the heights of the current theater unless that has been done: to be called when the pointer moves over the
 /// map. A file that cannot be read is logged and gives none.
 void ReadElevations(Program& program);

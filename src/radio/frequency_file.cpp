@@ -171,6 +171,14 @@ class Writer {
   std::string text;
 };
 
+/// Takes the first line off `text`; the part of it that a value follows, or all of it.
+std::string_view TakeKey(std::string_view& text) {
+  std::string_view line = text.substr(0, text.find('\n'));
+  text.remove_prefix(std::min(line.size() + 1, text.size()));
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  return line.substr(0, line.find('='));
+}
+
 }  // namespace
 
 Frequencies ReadFrequencies(const base::ProfileFile& file, std::vector<std::string>& notes) {
@@ -204,6 +212,11 @@ Frequencies ReadFrequencies(const base::ProfileFile& file, std::vector<std::stri
   return tables;
 }
 
+bool HoldsFrequencies(const base::ProfileFile& file) {
+  constexpr std::string_view sections[] = {"CUS_UHF", "CUS_VHF", "CUS_UI", "CUS_FREQ", "AIRFIELDS", "TEAMS"};
+  return std::ranges::any_of(sections, [&file](std::string_view name) { return file.HasSection(name); });
+}
+
 std::string WriteFrequencies(const Frequencies& tables) {
   Writer writer;
   WalkChannels(writer, tables);
@@ -232,6 +245,15 @@ std::string WriteFrequencies(const Frequencies& tables) {
     throw base::RuntimeFailure("the frequencies are longer than what would be read again");
   }
   return text;
+}
+
+bool HasKeysOf(const Frequencies& tables, std::string_view file) {
+  const std::string written = WriteFrequencies(tables);
+  std::string_view expected = written;
+  while (!file.empty() && !expected.empty()) {
+    if (TakeKey(file) != TakeKey(expected)) return false;
+  }
+  return file.empty() && expected.empty();
 }
 
 DefaultFrequencies ReadDefaultFrequencies(const base::ProfileFile& file) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/profile_file.h"
@@ -14,6 +15,13 @@ namespace kestrel::radio {
 /// missing is a record of defaults; of these a file gets no more than 32,767. `notes` gets a line for each number that
 /// does not fit its field, which becomes 0, and for what is left out; after twenty of them one that counts the rest.
 Frequencies ReadFrequencies(const base::ProfileFile& file, std::vector<std::string>& notes);
+
+/// Whether a file has a section of frequencies; one without is of another kind.
+bool HoldsFrequencies(const base::ProfileFile& file);
+
+/// Whether a file has, line by line, the keys that these tables are written with. One that lacks some, or has others,
+/// holds what they do not. RuntimeFailure as from WriteFrequencies.
+bool HasKeysOf(const Frequencies& tables, std::string_view file);
 
 /// The text of the file, an empty line at its end. Values are written as they stand: one with a line end in it spoils
 /// the file, this stands. RuntimeFailure when it is longer than a file that would be read again.

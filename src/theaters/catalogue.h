@@ -27,8 +27,9 @@ inline constexpr double DefaultSize = 1024;
 bool MendTheater(Theater& theater);
 
 /// The data files beside the theater's settings file and picture, by what follows "<Name>": the order of deletion.
-inline constexpr std::array<std::string_view, 6> DataFileEnds = {
-    "_Areas.dat", "_Elevation.dat", "_ViewShort.dat", "_Frequencies.dat", "_Areas.rescue", "_Areas.dat.old"};
+inline constexpr std::array<std::string_view, 9> DataFileEnds = {
+    "_Areas.dat",     "_Elevation.dat",     "_ViewShort.dat",      "_Frequencies.dat",    "_Areas.rescue",
+    "_Areas.dat.old", "_ViewShort.dat.old", "_Frequencies.rescue", "_Frequencies.dat.old"};
 /// The one way from a theater's Name to a data file: `<Name>` + `end`, relative to Theaters. `Name` as it stands, so
 /// that a "/" in it makes a folder step; but what no file name may hold (double quote | > < ? * : and what does not
 /// print), a slash at the beginning and a step ".." become "_".

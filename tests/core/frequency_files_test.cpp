@@ -4,13 +4,16 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <string>
 
 #include "base/files.h"
 #include "core/default_files.h"
 #include "core/theater_data.h"
 #include "core/theater_switch.h"
+#include "radio/frequency_file.h"
 #include "station_folder.h"
 
 namespace kestrel::core {
@@ -22,6 +25,7 @@ using testing::Not;
 using testing::SizeIs;
 
 constexpr const char* koreaFile = "Theaters/korea_Frequencies.dat";
+constexpr const char* formerFile = "Theaters/korea_Frequencies.dat.old";
 
 class FrequencyFiles : public testing::Test {
  protected:
@@ -82,6 +86,85 @@ TEST_F(FrequencyFiles, OneThatIsTooLargeCostsTheFrequenciesAlone) {
   EXPECT_EQ(next.State.Frequencies.CustomF1, "000000");
   EXPECT_EQ(next.State.MapPicture.Width, 2);
   EXPECT_THAT(folder.Read("KESTRELLog.txt"), HasSubstr("The frequencies are left out: "));
+}
+
+TEST_F(FrequencyFiles, OneThatIsNoneIsLoggedAndKeptWhenItIsSavedOver) {
+  const std::string binary("\0\xFF[CUS\x01=\r\n[]\0", 14);
+  folder.Write(koreaFile, binary);
+  ASSERT_TRUE(Main(around.All));
+  EXPECT_THAT(around.Desk.Boxes, IsEmpty());
+  EXPECT_EQ(tables.CustomF1, "000000");
+  EXPECT_THAT(folder.Read("KESTRELLog.txt"), HasSubstr("korea_Frequencies.dat is no file of frequencies\r\n"));
+  EXPECT_EQ(folder.Read(koreaFile), binary);
+  EXPECT_FALSE(folder.Has(formerFile)) << "it is still there";
+  Close(around.All);
+  EXPECT_EQ(folder.Read(formerFile), binary);
+  EXPECT_EQ(folder.Read(koreaFile), radio::WriteFrequencies(radio::Frequencies()));
+  // Once.
+  StartNext();
+  next.State.Frequencies.CustomF1 = "297500";
+  EXPECT_THAT(SaveAll(next.State), IsEmpty());
+  EXPECT_THAT(SaveAll(next.State), IsEmpty());
+  EXPECT_EQ(folder.Read(formerFile), binary);
+}
+
+TEST_F(FrequencyFiles, OneThatIsTooLargeIsKeptWhenItIsSavedOver) {
+  folder.Write(koreaFile, "[CUS_UI]\nF1=297500\n");
+  std::filesystem::resize_file(folder.Path / koreaFile, base::MaxTextFileBytes + 1);
+  ASSERT_TRUE(Main(around.All));
+  EXPECT_THAT(SaveAll(around.State), IsEmpty());
+  EXPECT_EQ(std::filesystem::file_size(folder.Path / formerFile), base::MaxTextFileBytes + 1);
+  std::string head(19, '-');
+  std::ifstream(folder.Path / formerFile).read(head.data(), 19);
+  EXPECT_EQ(head, "[CUS_UI]\nF1=297500\n");
+  EXPECT_EQ(folder.Read(koreaFile), radio::WriteFrequencies(radio::Frequencies()));
+}
+
+TEST_F(FrequencyFiles, OneWithOtherKeysThanTheStationsIsKept) {
+  radio::Frequencies written;
+  written.FreqFolders.Append({"Package", {}}).Entries.Append({"Tanker", "235100"});
+  written.Airfields.Append({}).Name = "Kunsan";
+  const std::string whole = radio::WriteFrequencies(written);
+  std::string zeros = whole;
+  std::fill(zeros.begin() + 700, zeros.end() - 200, '\0');
+  for (const std::string& bytes : {whole.substr(0, 900), whole.substr(0, whole.size() - 3), zeros,
+                                   "; my own list\n" + whole, std::string("[CUS_UI]\nF1=1\n")}) {
+    SCOPED_TRACE(bytes.size());
+    std::filesystem::remove(folder.Path / formerFile);
+    folder.Write(koreaFile, bytes);
+    ASSERT_TRUE(Main(around.All));
+    EXPECT_THAT(folder.Read("KESTRELLog.txt"),
+                HasSubstr("korea_Frequencies.dat is damaged or not by the station: there is what could be read\r\n"));
+    EXPECT_THAT(SaveAll(around.State), IsEmpty());
+    EXPECT_EQ(folder.Read(formerFile), bytes);
+    EXPECT_EQ(folder.Read(koreaFile), radio::WriteFrequencies(tables));
+  }
+}
+
+TEST_F(FrequencyFiles, OneOfTheStationIsNotKept) {
+  ASSERT_TRUE(Main(around.All));
+  // These come back otherwise than they were typed.
+  tables.CustomUHF[1] = "";
+  tables.FreqFolders.Append({" Package ", {}}).Entries.Append({"\"Tanker=\"", std::string(800, '2')});
+  tables.Airfields.Append({}).TACANX = 12.345678;
+  Close(around.All);
+  StartNext();
+  Close(next.All);
+  EXPECT_FALSE(folder.Has(formerFile));
+  EXPECT_THAT(folder.Read("KESTRELLog.txt"), Not(HasSubstr("damaged")));
+}
+
+TEST_F(FrequencyFiles, OneThatCannotBeKeptIsNotSavedOver) {
+  folder.Write(koreaFile, "no frequencies");
+  std::filesystem::create_directories(folder.Path / formerFile / "in the way");
+  ASSERT_TRUE(Main(around.All));
+  around.State.LinkOptions.CONNPORT = 6100;
+  const std::vector<Unsaved> failures = SaveAll(around.State);
+  ASSERT_THAT(failures, SizeIs(1));
+  EXPECT_EQ(failures[0].What, "frequencies");
+  EXPECT_EQ(failures[0].Reason, "korea_Frequencies.dat.old cannot be written");
+  EXPECT_EQ(folder.Read(koreaFile), "no frequencies");
+  EXPECT_THAT(folder.Read("KESTREL.ini"), HasSubstr("CONNPORT=6100"));
 }
 
 TEST_F(FrequencyFiles, ANumberThatDoesNotFitIsLogged) {

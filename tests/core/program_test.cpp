@@ -58,7 +58,7 @@ TEST_F(Life, TheStepsOfTheStartStandInTheirOrder) {
                           "Copy the view options into ViewFrm", "Clear Loading",
                           "Show FreqFrm, its first tab, its check boxes; hide it again", "ChangeRes 1: the first map"));
   EXPECT_THAT(Texts(TheaterDataRows()),
-              ElementsAre("areas", "rescued areas", "saved views", "frequencies", "elevations"));
+              ElementsAre("areas", "rescued areas", "saved views", "frequencies", "rescued frequencies", "elevations"));
   EXPECT_THAT(Texts(FrameLoadSteps()),
               ElementsAre("Icon", "Caption", "Subclass the frame's window", "Start the updater"));
   EXPECT_THAT(Texts(MapLoadSteps()),
@@ -270,6 +270,18 @@ TEST_F(Life, ADamagedViewFileCostsTheViewsNotTheStart) {
   EXPECT_EQ(around.State.View.ViewShorts[0].ViewCenterX, 512 * 15);
   EXPECT_EQ(around.State.View.ViewShorts[2].Resolution, 1);
   EXPECT_THAT(folder.Read("KESTRELLog.txt"), HasSubstr("saved views"));
+  Close(around.All);
+  EXPECT_EQ(folder.Read("Theaters/korea_ViewShort.dat.old"), bytes + "short");
+}
+
+TEST_F(Life, AViewFileOfAnotherKindIsKeptWhenItIsSavedOver) {
+  const std::string other = "ViewShort File v9" + std::string(155, ' ');
+  folder.Write("Theaters/korea_ViewShort.dat", other);
+  EXPECT_TRUE(Start());
+  EXPECT_EQ(around.State.View.ViewShorts[0].ViewCenterX, 512 * 15);
+  Close(around.All);
+  EXPECT_EQ(folder.Read("Theaters/korea_ViewShort.dat.old"), other);
+  EXPECT_EQ(folder.Read("Theaters/korea_ViewShort.dat").size(), 172U);
 }
 
 TEST_F(Life, SavedViewsComeBackAtTheNextStart) {
@@ -282,6 +294,8 @@ TEST_F(Life, SavedViewsComeBackAtTheNextStart) {
   EXPECT_EQ(next.State.View.ViewShorts[2].ViewCenterX, 150);
   EXPECT_EQ(next.State.View.ViewShorts[2].ViewCenterY, 300);
   EXPECT_EQ(next.State.View.ViewShorts[2].Resolution, 4);
+  Close(next.All);
+  EXPECT_FALSE(folder.Has("Theaters/korea_ViewShort.dat.old"));
 }
 
 TEST_F(Life, TheClosingSavesThenUnloads) {

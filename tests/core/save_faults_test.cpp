@@ -2,18 +2,13 @@
 #ifndef _WIN32
 
 #include <gtest/gtest.h>
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <chrono>
 #include <map>
-#include <random>
-#include <thread>
 
 #include "core/settings.h"
 #include "core/theater_data.h"
 #include "doubles/full_disk.h"
+#include "doubles/other_process.h"
 #include "station_folder.h"
 
 namespace kestrel::core {
@@ -76,31 +71,8 @@ TEST_F(SaveFaults, TheTwoStatesDifferInEveryFile) {
 }
 
 TEST_F(SaveFaults, AKillAtAnyMomentLeavesEachFileOldOrNew) {
-  const unsigned seed = std::random_device()();
-  SCOPED_TRACE("seed " + std::to_string(seed));
-  std::mt19937 random(seed);
-  std::uniform_int_distribution<int> microseconds(0, 8000);
   for (int round = 0; round < 100; ++round) {
-    int ends[2];
-    ASSERT_EQ(pipe(ends), 0);
-    const pid_t child = fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
-      for (bool first = true;; first = false) {
-        SaveAll(next);
-        if (first && write(ends[1], "s", 1) != 1) _exit(1);
-        SaveAll(former);
-      }
-    }
-    char started = 0;
-    ASSERT_EQ(read(ends[0], &started, 1), 1);
-    std::this_thread::sleep_for(std::chrono::microseconds(microseconds(random)));
-    kill(child, SIGKILL);
-    int status = 0;
-    waitpid(child, &status, 0);
-    ASSERT_TRUE(WIFSIGNALED(status));
-    close(ends[0]);
-    close(ends[1]);
+    doubles::KillDuring([this] { SaveAll(next); }, [this] { SaveAll(former); }, std::chrono::microseconds(8000));
     ExpectEachFileWhole();
     if (HasFailure()) return;
   }
@@ -110,16 +82,11 @@ TEST_F(SaveFaults, ADiskThatIsFullAfterAnyByteLeavesEachFileOldOrNew) {
   std::size_t largest = 0;
   for (const auto& [name, bytes] : nextFiles) largest = std::max(largest, bytes.size());
   for (std::size_t limit = 0; limit <= largest + 40; limit += 41) {
-    const pid_t child = fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
+    const int code = doubles::ExitCode([&] {
       const doubles::FullDisk disk(limit);
-      _exit(SaveAll(next).empty() ? 0 : 1);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    ASSERT_TRUE(WIFEXITED(status));
-    EXPECT_EQ(WEXITSTATUS(status), limit < largest ? 1 : 0) << limit;
+      return SaveAll(next).empty() ? 0 : 1;
+    });
+    EXPECT_EQ(code, limit < largest ? 1 : 0) << limit;
     ExpectEachFileWhole();
     for (const auto& [name, bytes] : ReadSaved(folder)) {
       // A file that fits has been saved although another one failed.

@@ -144,11 +144,13 @@ TEST_F(TheaterAreas, OfATheaterWithASlashInItsNameLieInAFolder) {
 }
 
 TEST_F(TheaterAreas, GoWithTheirTheater) {
-  for (const char* end : {"_Areas.dat", "_Areas.dat.old", "_Areas.rescue"}) {
+  const auto ends = {"_Areas.dat",          "_Areas.dat.old",       "_Areas.rescue",     "_Frequencies.dat",
+                     "_Frequencies.rescue", "_Frequencies.dat.old", "_ViewShort.dat.old"};
+  for (const char* end : ends) {
     folder.Write("Theaters/balkans" + std::string(end), "x");
   }
   theaters::RemoveTheater(station.Catalogue, 2, TheatersFolder(station));
-  for (const char* end : {"_Areas.dat", "_Areas.dat.old", "_Areas.rescue"}) {
+  for (const char* end : ends) {
     EXPECT_FALSE(folder.Has("Theaters/balkans" + std::string(end))) << end;
   }
 }

@@ -8,6 +8,7 @@
 #include "base/program_title.h"
 #include "core/settings.h"
 #include "core/theater_data.h"
+#include "radio/frequency_edits.h"
 #include "station_folder.h"
 
 namespace kestrel::core {
@@ -112,6 +113,18 @@ TEST_F(TheaterSwitch, TheStepsOfTheFormerTheatersAreasCannotBeUndone) {
   SwitchTheater(around.All, 2);
   EXPECT_EQ(station.AreaSteps.UndoText(), "");
   EXPECT_EQ(station.AreaSteps.RedoText(), "");
+}
+
+TEST_F(TheaterSwitch, TheStepsOfTheFormerTheatersFrequenciesCannotBeUndone) {
+  for (int n = 0; n < 2; ++n) radio::AddFolder(station.Frequencies, station.FrequencySteps);
+  station.FrequencySteps.Undo(station.Frequencies);
+  const std::uint64_t former = station.Frequencies.Revision;
+  SwitchTheater(around.All, 3);
+  EXPECT_EQ(station.FrequencySteps.UndoText(), "new folder") << "there is no third theater";
+  SwitchTheater(around.All, 2);
+  EXPECT_EQ(station.FrequencySteps.UndoText(), "");
+  EXPECT_EQ(station.FrequencySteps.RedoText(), "");
+  EXPECT_GT(station.Frequencies.Revision, former) << "others are there now";
 }
 
 TEST_F(TheaterSwitch, APictureThatCannotBeReadLeavesTheFormerTheater) {

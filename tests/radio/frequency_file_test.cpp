@@ -434,5 +434,33 @@ TEST(DefaultFrequencyFile, EmptyOrBinaryItIsAllEmptyTexts) {
   }
 }
 
+TEST(FrequencyFile, HasTheKeysOfWhatItWasWrittenWith) {
+  Frequencies tables;
+  tables.FreqFolders.Append({" blanks ", {}}).Entries.Append({"a=b", ""});
+  tables.Airfields.Append({});
+  const std::string text = WriteFrequencies(tables);
+  EXPECT_TRUE(HasKeysOf(tables, text));
+  tables.CustomF1 = "another value";
+  EXPECT_TRUE(HasKeysOf(tables, text));
+  for (std::size_t end = 0; end < text.size() - 1; ++end) {
+    // Without the last line end, or with a cut within the last value, no key is missing.
+    if (text.substr(0, end).ends_with("\r\n\r")) continue;
+    EXPECT_FALSE(HasKeysOf(tables, text.substr(0, end))) << end;
+  }
+  EXPECT_FALSE(HasKeysOf(tables, "; mine\r\n" + text));
+  EXPECT_FALSE(HasKeysOf(tables, text + "\r\n"));
+  tables.Airfields.Append({});
+  EXPECT_FALSE(HasKeysOf(tables, text));
+}
+
+TEST(FrequencyFile, WithoutASectionOfFrequenciesIsOfAnotherKind) {
+  for (const char* text : {"[CUS_UHF]", "[cus_vhf]\n", "[CUS_UI]", "[CUS_FREQ]", "[AIRFIELDS]", "x\n[TEAMS]"}) {
+    EXPECT_TRUE(HoldsFrequencies(base::ProfileFile(text))) << text;
+  }
+  for (const char* text : {"", "CUS_UHF", "[UHF]", "[CUS_FREQ_1]", "nothing of the kind"}) {
+    EXPECT_FALSE(HoldsFrequencies(base::ProfileFile(text))) << text;
+  }
+}
+
 }  // namespace
 }  // namespace kestrel::radio

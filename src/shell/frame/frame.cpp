@@ -9,10 +9,10 @@
 #include <QStyle>
 
 #include "base/failure.h"
-#include "core/area_rescue.h"
 #include "core/side_files.h"
 #include "core/tapes.h"
 #include "core/tell.h"
+#include "core/theater_data.h"
 #include "core/theater_switch.h"
 #include "map/cursor_tools.h"
 #include "map/geometry.h"
@@ -86,7 +86,7 @@ MDIForm1::MDIForm1(core::Program& running, ModalCount& dialogs) : program(runnin
           [this](const QPoint& place) { PopUp("PopUp3").popup(place); });
   rescue.setInterval(RescueMs);
   connect(&rescue, &QTimer::timeout, this, [this] {
-    if (!closing) Guarded(program.Log, "RescueAreas", [this] { core::RescueAreas(program); });
+    if (!closing) Guarded(program.Log, "RescueChanges", [this] { core::RescueChanges(program); });
   });
   rescue.start();
   left.setSingleShot(true);
