@@ -33,6 +33,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const radio::Frequencies tables = Read(input);
   try {
     const std::string written = radio::WriteFrequencies(tables);
+    Check(radio::HasKeysOf(tables, written));
+    radio::HasKeysOf(tables, input);
     const radio::Frequencies again = Read(written);
     Check(again.FreqFolders.UpperBound() == tables.FreqFolders.UpperBound());
     Check(again.Airfields.UpperBound() == tables.Airfields.UpperBound());
