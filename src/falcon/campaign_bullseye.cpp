@@ -13,7 +13,7 @@ namespace kestrel::falcon {
 namespace {
 
 /// Largest description that is unpacked; the largest known has 32 KB.
-constexpr std::int32_t MaxDescriptionBytes = 1 << 20;
+constexpr std::size_t MaxDescriptionBytes = 1 << 20;
 constexpr std::int16_t SmallestTheater = 64;
 constexpr std::int16_t LargestTheater = 8192;
 
@@ -24,8 +24,7 @@ std::string Description(const CampaignFile& file) {
   base::BinaryReader head(*piece);
   head.Skip(4);
   const std::int32_t size = head.I32();
-  if (size < 0 || size > MaxDescriptionBytes) throw base::RuntimeFailure("its description has an impossible size");
-  return ExpandLzss(piece->substr(8), static_cast<std::size_t>(size));
+  return ExpandLzss(piece->substr(8), size, MaxDescriptionBytes);
 }
 
 /// What stands before the size of the theater, by the version that brought it.

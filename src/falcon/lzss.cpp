@@ -1,7 +1,7 @@
 #include "falcon/lzss.h"
 
-#include <array>
-#include <cstdint>
+#include <algorithm>
+#include <cstring>
 
 #include "base/bytes.h"
 #include "base/failure.h"
@@ -11,33 +11,50 @@ namespace {
 
 constexpr std::size_t WindowSize = 4096;
 constexpr std::size_t ShortestMatch = 2;
+constexpr std::size_t LongestMatch = 17;
 /// Eight matches of 17 bytes from 17 bytes of input: nothing can grow more.
 constexpr std::size_t MostGrowth = 8;
 
-/// The bytes that have come out, with the window that matches look back into.
+/// The bytes that come out. The window holds nothing but the last 4096 of them, and zeros before the first, so that
+/// matches are copied from the output itself.
 class Output {
  public:
-  explicit Output(std::size_t size) : wanted(size) { bytes.reserve(size); }
-  bool Full() const { return bytes.size() == wanted; }
+  explicit Output(std::size_t size) : bytes(size, '\0') {}
+  bool Full() const { return used == bytes.size(); }
 
-  void Literal(std::uint8_t value) {
-    bytes += static_cast<char>(value);
-    window[next] = value;
-    next = (next + 1) % WindowSize;
-  }
+  /// The output must not be full.
+  void Literal(std::uint8_t value) { bytes[used++] = static_cast<char>(value); }
 
-  /// Byte by byte, because a match may overlap what it writes. The last match of a piece may be longer than the piece.
+  /// `position`: of the window. The last match of a piece may be longer than the piece.
   void Match(std::size_t position, std::size_t length) {
-    for (std::size_t at = 0; at < length && !Full(); ++at) Literal(window[(position + at) % WindowSize]);
+    // The place that is written next holds the oldest byte of the window.
+    const std::size_t sinceOldest = (position - used - 1) % WindowSize;
+    const std::size_t back = WindowSize - sinceOldest;
+    const std::size_t room = bytes.size() - used;
+    char* const to = bytes.data() + used;
+    length = std::min(length, room);
+    used += length;
+    if (back <= static_cast<std::size_t>(to - bytes.data())) {
+      // A fixed length is a move or two of the processor; what is too much of it is written over.
+      if (back >= LongestMatch && room >= LongestMatch) {
+        std::memcpy(to, to - back, LongestMatch);
+        return;
+      }
+      // Byte by byte, because a match may overlap what it writes.
+      for (std::size_t at = 0; at < length; ++at) to[at] = to[at - back];
+      return;
+    }
+    const std::size_t before = back - static_cast<std::size_t>(to - bytes.data());
+    const std::size_t zeros = std::min(before, length);
+    std::fill_n(to, zeros, '\0');
+    for (std::size_t at = zeros; at < length; ++at) to[at] = bytes[at - before];
   }
 
   std::string Take() { return std::move(bytes); }
 
  private:
-  std::size_t wanted;
   std::string bytes;
-  std::array<std::uint8_t, WindowSize> window = {};
-  std::size_t next = 1;
+  std::size_t used = 0;
 };
 
 void ExpandToken(base::BinaryReader& input, bool literal, Output& output) {
@@ -61,6 +78,13 @@ std::string ExpandLzss(std::string_view packed, std::size_t size) {
     for (unsigned bit = 0; bit < 8 && !output.Full(); ++bit) ExpandToken(input, (flags >> bit & 1u) != 0, output);
   }
   return output.Take();
+}
+
+std::string ExpandLzss(std::string_view packed, std::int32_t size, std::size_t most) {
+  if (size < 0 || static_cast<std::size_t>(size) > most) {
+    throw base::RuntimeFailure("a packed piece has an impossible size");
+  }
+  return ExpandLzss(packed, static_cast<std::size_t>(size));
 }
 
 }  // namespace kestrel::falcon

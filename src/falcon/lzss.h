@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -11,5 +12,8 @@ namespace kestrel::falcon {
 /// not looked at. RuntimeFailure when `packed` ends before that, which is told before memory is taken when it never
 /// could reach.
 std::string ExpandLzss(std::string_view packed, std::size_t size);
+
+/// ExpandLzss for a size that a file tells: RuntimeFailure too when that is below 0 or above `most`.
+std::string ExpandLzss(std::string_view packed, std::int32_t size, std::size_t most);
 
 }  // namespace kestrel::falcon

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+#include <stdexcept>
 #include <string>
+#include <string_view>
 
 #include "base/failure.h"
 
@@ -80,6 +83,66 @@ TEST(Lzss, SizeThatCannotBeReachedIsRefusedBeforeMemoryIsTaken) {
                           "A\xF0\x01"s,
                           std::size_t{1} << 62),
                base::RuntimeFailure);
+}
+
+TEST(Lzss, SizeThatAFileTellsIsBounded) {
+  EXPECT_EQ(ExpandLzss("\xFF"
+                       "AB"s,
+                       std::int32_t{2}, 2),
+            "AB");
+  for (const std::int32_t size : {-1, 3, 0x7FFFFFFF}) {
+    EXPECT_THROW(ExpandLzss("\xFF"
+                            "ABCDEFGH"s,
+                            size, 2),
+                 base::RuntimeFailure)
+        << size;
+  }
+}
+
+/// The algorithm as it is told: a window of its own, a byte at a time, no bounds but those of the input.
+std::string ExpandSlowly(std::string_view packed, std::size_t size) {
+  std::string window(4096, '\0'), out;
+  std::size_t next = 1, at = 0;
+  const auto put = [&](char byte) {
+    if (out.size() == size) return;
+    out += byte;
+    window[next] = byte;
+    next = (next + 1) % 4096;
+  };
+  while (out.size() < size) {
+    const auto flags = static_cast<unsigned char>(packed.at(at++));
+    for (int bit = 0; bit < 8 && out.size() < size; ++bit) {
+      const auto a = static_cast<unsigned char>(packed.at(at++));
+      if ((flags >> bit & 1) != 0) {
+        put(static_cast<char>(a));
+        continue;
+      }
+      const unsigned position = (a & 15u) << 8 | static_cast<unsigned char>(packed.at(at++));
+      for (unsigned k = 0; k < (a >> 4) + 2u; ++k) put(window[(position + k) % 4096]);
+    }
+  }
+  return out;
+}
+
+TEST(Lzss, AnyInputComesOutAsByTheAlgorithm) {
+  std::mt19937 random(20);
+  for (int round = 0; round < 300; ++round) {
+    std::string packed(1 + random() % 2000, '\0');
+    // Few values, so that matches at short distances are common.
+    for (char& byte : packed) byte = static_cast<char>(round % 2 == 0 ? random() : random() % 3 * 16);
+    std::size_t size = packed.size() * 8;
+    std::string expected;
+    while (size > 0) {
+      try {
+        expected = ExpandSlowly(packed, size);
+        break;
+      } catch (const std::out_of_range&) {
+        EXPECT_THROW(ExpandLzss(packed, size), base::RuntimeFailure);
+        size = size * 3 / 4;
+      }
+    }
+    ASSERT_EQ(ExpandLzss(packed, size), expected) << round;
+  }
 }
 
 TEST(Lzss, WindowGoesRound) {
