@@ -13,6 +13,8 @@ namespace {
 
 /// Length of the name, position and size.
 constexpr std::size_t SmallestEntry = 9;
+/// The simulator writes a dozen.
+constexpr std::size_t MostEntries = 1000;
 
 std::string_view ExtensionOf(std::string_view name) {
   const auto point = name.rfind('.');
@@ -27,7 +29,8 @@ CampaignFile::CampaignFile(std::string bytes) : content(std::move(bytes)) {
   if (start < 4 || start > content.size()) throw base::RuntimeFailure("it is no campaign file");
   directory.Skip(start - 4);
   const std::uint32_t count = directory.U32();
-  if (count > directory.Left() / SmallestEntry) throw base::RuntimeFailure("its directory is damaged");
+  if (count > directory.Left() / SmallestEntry || count > MostEntries)
+    throw base::RuntimeFailure("its directory is damaged");
   for (std::uint32_t n = 0; n < count; ++n) {
     Entry entry;
     entry.Name = directory.Text(directory.U8());

@@ -18,6 +18,14 @@ class CampaignFile {
   /// Takes the bytes of a whole file. RuntimeFailure when its directory is damaged or names what lies outside the file.
   explicit CampaignFile(std::string bytes);
 
+  /// A piece as the directory tells it. Pieces may share bytes.
+  struct Entry {
+    std::string Name;
+    std::size_t Position = 0;
+    std::size_t Size = 0;
+  };
+  const std::vector<Entry>& Entries() const { return entries; }
+
   /// The piece whose name ends in "." and `extension`, whatever the case: a container may have been renamed after it
   /// was written, so nothing but the extension counts. Nothing when there is none; the view lasts as long as the file.
   std::optional<std::string_view> Piece(std::string_view extension) const;
@@ -27,11 +35,6 @@ class CampaignFile {
   std::optional<int> DataVersion() const;
 
  private:
-  struct Entry {
-    std::string Name;
-    std::size_t Position = 0;
-    std::size_t Size = 0;
-  };
   std::string content;
   std::vector<Entry> entries;
 };
