@@ -35,10 +35,9 @@ std::optional<StringTable> LoadPair(const std::filesystem::path& folder, const s
   const std::filesystem::path index = base::FindFile(folder, name + ".idx");
   const std::filesystem::path texts = base::FindFile(folder, name + ".wch");
   if (!base::FileExists(index) || !base::FileExists(texts)) return std::nullopt;
-  return Within(base::NameForMessage(index), [&] {
-    return ReadStringTable(base::ReadWholeFile(index, MaxStringFileBytes),
-                           base::ReadWholeFile(texts, MaxStringFileBytes));
-  });
+  const std::string offsets = base::ReadWholeFile(index, MaxStringFileBytes);
+  std::string content = base::ReadWholeFile(texts, MaxStringFileBytes);
+  return Within(base::NameForMessage(index), [&] { return ReadStringTable(offsets, std::move(content)); });
 }
 
 }  // namespace
@@ -97,8 +96,7 @@ std::optional<StringTable> LoadGeneralStrings(const std::filesystem::path& campa
   if (std::optional<StringTable> pair = LoadPair(campaignFolder, "Strings")) return pair;
   const std::filesystem::path lines = base::FindFile(campaignFolder, "Strings.txt");
   if (!base::FileExists(lines)) return std::nullopt;
-  return Within(base::NameForMessage(lines),
-                [&lines] { return ReadStringLines(base::ReadWholeFile(lines, MaxStringFileBytes)); });
+  return ReadStringLines(base::ReadWholeFile(lines, MaxStringFileBytes));
 }
 
 }  // namespace kestrel::falcon

@@ -76,5 +76,42 @@ TEST(CampaignFile, DirectoryThatLiesIsRefused) {
   EXPECT_THROW(CampaignFile(with(20, test::Bytes4(0xFFFFFFFE))), base::RuntimeFailure) << "piece longer than the file";
 }
 
+TEST(CampaignFile, EntriesAreToldAsTheyStand) {
+  const CampaignFile file(test::Container({{"a.ver", "63"}, {"b.cmp", "content"}}));
+  ASSERT_EQ(file.Entries().size(), 2U);
+  EXPECT_EQ(file.Entries()[1].Name, "b.cmp");
+  EXPECT_EQ(file.Entries()[1].Position, 6U);
+  EXPECT_EQ(file.Entries()[1].Size, 7U);
+}
+
+TEST(CampaignFile, PiecesMayShareBytes) {
+  // An entry each: the directory itself, the whole file, and two with the same bytes.
+  const std::string first = test::Container({{"a.dir", "63"}, {"b.all", "63"}, {"c.ver", "63"}, {"d.obj", "63"}});
+  std::string bytes = first;
+  const std::size_t directory = 4 + 4 * 2;
+  const auto place = [&](std::size_t entry, std::size_t position, std::size_t size) {
+    const std::size_t at = directory + 4 + entry * 14 + 6;
+    bytes.replace(at, 8,
+                  test::Bytes4(static_cast<std::int64_t>(position)) + test::Bytes4(static_cast<std::int64_t>(size)));
+  };
+  place(0, directory, bytes.size() - directory);
+  place(1, 0, bytes.size());
+  place(3, 4 + 2 * 2, 2);  // as the third
+  const CampaignFile file(bytes);
+  EXPECT_EQ(file.Piece("dir"), bytes.substr(directory));
+  EXPECT_EQ(file.Piece("all"), bytes);
+  EXPECT_EQ(file.Piece("obj"), "63");
+  EXPECT_EQ(file.DataVersion(), 63);
+}
+
+TEST(CampaignFile, FirstOfTwoWithOneExtensionCounts) {
+  EXPECT_EQ(CampaignFile(test::Container({{"a.ver", "63"}, {"b.ver", "73"}})).DataVersion(), 63);
+}
+
+TEST(CampaignFile, MorePiecesThanAnyoneWritesAreRefused) {
+  EXPECT_EQ(CampaignFile(test::Container(test::Pieces(1000, {"a", ""}))).Entries().size(), 1000U);
+  EXPECT_THROW(CampaignFile(test::Container(test::Pieces(1001, {"a", ""}))), base::RuntimeFailure);
+}
+
 }  // namespace
 }  // namespace kestrel::falcon
