@@ -73,7 +73,7 @@ TEST(CampaignInfo, OldVersionsHaveNoNamesOfCountries) {
   // Behind the bullseye: four names, squadron, no events, no map, last index, no squadrons; version 40 ends with 1
   // byte.
   std::string block = test::CampaignBlock({.Version = 40});
-  for (const char* const name : {"korea", "te", "save", "shown"}) block += test::Field(name, 40);
+  for (const char* const name : {"korea", "te", "save", "shown"}) block += test::GarbageEnded(name, 40);
   block += std::string(8 + 2 + 2 + 2 + 2 + 2 + 1, '\0');
   const CampaignInfo info = ReadBlock(block, 40);
   EXPECT_EQ(info.Theater, "korea");

@@ -69,7 +69,7 @@ struct WorldPlan {
 };
 
 /// A field of `width` bytes; what stands behind the first NUL is garbage.
-inline std::string Field(std::string_view text, std::size_t width) {
+inline std::string GarbageEnded(std::string_view text, std::size_t width) {
   std::string field(text.substr(0, width));
   if (field.size() < width) field += '\0';
   field.resize(width, '\xEE');
@@ -86,9 +86,11 @@ inline std::string DescriptionBytes(const WorldPlan& plan) {
   std::string block = CampaignBlock(plan.Place);
   for (std::size_t n = 0; n < 8; ++n) {
     const std::string name = n < plan.Names.size() ? plan.Names[n] : "";
-    block.replace(128 + 222 * n, 222, std::string("\x01") + static_cast<char>(n) + Field(name, 20) + Field("", 200));
+    block.replace(128 + 222 * n, 222,
+                  std::string("\x01") + static_cast<char>(n) + GarbageEnded(name, 20) + GarbageEnded("", 200));
   }
-  for (const std::string& name : {plan.Theater, plan.Scenario, plan.SaveName, plan.ShownName}) block += Field(name, 40);
+  for (const std::string& name : {plan.Theater, plan.Scenario, plan.SaveName, plan.ShownName})
+    block += GarbageEnded(name, 40);
   block += Bytes8(0);
   for (int list = 0; list < 2; ++list) {
     block += Bytes2(plan.Events);
@@ -120,7 +122,7 @@ inline std::string ObjectiveBytes(const ObjectivePlan& one, int version) {
   bytes += Bytes1(one.Radar);
   if (one.Radar == 1) bytes += std::string(32, '\x3F');
   if (version >= 100) bytes += BytesF64(one.North) + BytesF64(one.East) + BytesF64(0) + BytesF32(one.Heading);
-  if (version >= 108) bytes += Field(one.Name, 80);
+  if (version >= 108) bytes += GarbageEnded(one.Name, 80);
   return bytes;
 }
 
@@ -142,7 +144,7 @@ inline std::string DeltaBytes(const std::vector<DeltaPlan>& deltas, int version)
   for (const DeltaPlan& one : deltas) {
     bytes += IdBytes(one.Id) + Bytes4(0x55) + Bytes1(one.Owner) + Bytes1(one.Supply) + Bytes1(one.Fuel);
     bytes += Bytes1(one.Losses) + Bytes1(static_cast<unsigned>(one.Status.size()));
-    bytes += version < 64 ? Field(one.Status, 1) : one.Status;
+    bytes += version < 64 ? GarbageEnded(one.Status, 1) : one.Status;
   }
   return bytes;
 }
@@ -167,7 +169,8 @@ inline std::string TeamBytes(const TeamPlan& team, std::size_t missions) {
   bytes += std::string(8 + 4 + 2 + 4, '\x0A') + Bytes2(5) + BytesF32(1.5F) + Bytes4(6);
   bytes += std::string(32 + 2 + 160 + 80, '\x0B') + std::string(36 + 20, '\x0C') + std::string(missions, '\x0D');
   bytes += "\x10\x10\x10\x10" + Bytes1(team.Number + 20) + Bytes1(team.Number + 30) + Bytes1(0);
-  bytes += Field(team.Name, 20) + Field(team.Motto, 200) + std::string(19, '\x0E') + std::string(56, '\x0F');
+  bytes +=
+      GarbageEnded(team.Name, 20) + GarbageEnded(team.Motto, 200) + std::string(19, '\x0E') + std::string(56, '\x0F');
   bytes += ManagerHead() + Bytes2(1) + Bytes2(2) + Bytes2(3) + Bytes1(4);
   bytes += Bytes1(team.Airbases) + std::string(std::size_t{40} * team.Airbases, '\x6F') + Bytes1(5);
   bytes += Bytes2(team.Requests) + std::string(std::size_t{76} * team.Requests, '\x7F');
