@@ -41,7 +41,8 @@ class Output {
         return;
       }
       // Byte by byte, because a match may overlap what it writes.
-      for (std::size_t at = 0; at < length; ++at) to[at] = to[at - back];
+      const char* const from = to - back;
+      for (std::size_t at = 0; at < length; ++at) to[at] = from[at];
       return;
     }
     const std::size_t before = back - static_cast<std::size_t>(to - bytes.data());
