@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <system_error>
 #include <utility>
 
 #include "base/failure.h"
@@ -33,12 +32,8 @@ std::optional<std::string_view> ObjectivePiece(const CampaignFile& file) {
   return piece;
 }
 
-bool IsSameFile(const fs::path& a, const fs::path& b) {
-  std::error_code failure;
-  return fs::equivalent(a, b, failure) && !failure;
-}
-
-/// The files that a mission can be made from, the likeliest first: never the mission itself.
+/// The files that a mission can be made from, the likeliest first. One that names itself is not left out: it is asked
+/// only when it holds no objectives, and they are not asked for theirs in turn.
 std::vector<fs::path> ScenarioFiles(const fs::path& mission, const fs::path& folder, const std::string& scenario) {
   if (scenario.empty() || scenario.find_first_of("/\\:") != std::string::npos) return {};
   std::array<const char*, 2> suffixes = {".tac", ".cam"};
@@ -46,7 +41,7 @@ std::vector<fs::path> ScenarioFiles(const fs::path& mission, const fs::path& fol
   std::vector<fs::path> files;
   for (const char* const suffix : suffixes) {
     fs::path file = base::FindFile(folder, scenario + suffix);
-    if (base::FileExists(file) && !IsSameFile(file, mission)) files.push_back(std::move(file));
+    if (base::FileExists(file)) files.push_back(std::move(file));
   }
   return files;
 }

@@ -37,7 +37,7 @@ StatusForm FormOf(const std::vector<Objective>& objectives, int version, const F
   std::size_t packed = 0;
   for (const Objective& one : objectives) {
     const std::optional<std::size_t> count = FeaturesOf(one, features);
-    if (!count || *count < 2) continue;  // both forms are one byte, or none
+    if (!count) continue;
     if (one.States.size() == *count) ++bytes;
     if (one.States.size() == PackedBytes(*count)) ++packed;
   }

@@ -130,7 +130,7 @@ Walked FindTeams(std::string_view bytes, int version) {
   for (Walked& walked : exact) {
     if (std::all_of(walked.Teams.begin(), walked.Teams.end(), IsNamed)) return std::move(walked);
   }
-  throw base::RuntimeFailure(trouble.empty() ? "its names are no text" : trouble);
+  throw base::RuntimeFailure(exact.empty() ? trouble : "its names are no text");
 }
 
 /// The teams that can be recognised in a piece that cannot be walked: their heads, and the groups of vehicles at about

@@ -202,6 +202,10 @@ TEST_F(CampaignFiles, MissingNamesAreToldWhenTheyAreNeeded) {
   EXPECT_EQ(ObjectiveNames(world).Of(world.Objectives[0], "Airbase"), "");
   Write("save0.cam", Campaign(108));
   EXPECT_FALSE(Load("save0.cam").NamesMissing) << "each objective has its own";
+  WorldPlan nameless = Campaign(103);
+  nameless.Objectives[0].NameId = 0;
+  Write("save0.cam", nameless);
+  EXPECT_FALSE(Load("save0.cam").NamesMissing) << "none has the number of a name";
   Write("korea.idx", "\x09\x01");
   Write("korea.wch", "");
   Write("save0.cam", Campaign(103));

@@ -184,7 +184,8 @@ TEST(Objectives, CountryThatThereIsNotIsNeutral) {
 }
 
 TEST(Objectives, PlaceThatIsNoneIsLeftOut) {
-  for (const double bad : {std::nan(""), 1e300, -1.0, std::numeric_limits<double>::infinity()}) {
+  // 1024 * 3279.98 = 3,358,699.52 feet is the far edge.
+  for (const double bad : {std::nan(""), 1e300, -1.0, 3358700.0, std::numeric_limits<double>::infinity()}) {
     std::vector<ObjectivePlan> plan = test::SomeObjectives(103);
     plan[0].North = bad;
     plan[1].East = bad;

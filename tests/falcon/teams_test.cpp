@@ -94,6 +94,15 @@ TEST(Teams, UnusualVehiclesDoNotMatterWhenTheNamesAreText) {
   EXPECT_EQ(list.Teams[5].Name, "Team 5");
 }
 
+TEST(Teams, NamesThatAreNoTextAreNotTaken) {
+  std::vector<TeamPlan> teams = EightTeams();
+  teams[4].Name = "\x01\x02";
+  const TeamList list = ReadTeams(test::TeamPiece(teams, 50), Info(103));
+  EXPECT_EQ(list.Trouble, "teams: its names are no text; 7 were recognised");
+  EXPECT_EQ(list.Teams[4].Name, "Country 4");
+  EXPECT_EQ(list.Teams[5].Name, "Team 5");
+}
+
 TEST(Teams, TypeOfATeamIsThatOfItsClassTable) {
   std::string piece = test::TeamPiece(EightTeams(), 50);
   piece.replace(2 + 8, 2, test::Bytes2(1234));
