@@ -5,8 +5,8 @@
 #include <string>
 
 #include "base/failure.h"
-#include "base/files.h"
 #include "base/temp_folder.h"
+#include "base/text.h"
 
 namespace kestrel::falcon {
 namespace {
@@ -93,7 +93,7 @@ TEST(Stations, FileIsFoundWhateverItsCase) {
   test::WriteBytes(folder.Path() / "Stations+Ils.dat", "1 2 X\nnone");
   const StationList list = LoadStations(folder.Path());
   EXPECT_EQ(list.Stations.size(), 1U);
-  EXPECT_EQ(list.Trouble.substr(0, 26), "Stations+Ils.dat, line 2: ");
+  EXPECT_EQ(base::Lower(list.Trouble.substr(0, 26)), "stations+ils.dat, line 2: ");
 }
 
 }  // namespace
