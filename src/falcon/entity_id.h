@@ -1,6 +1,5 @@
 #pragma once
 
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -15,7 +14,10 @@ namespace kestrel::falcon {
 struct EntityId {
   std::uint32_t Number = 0;
   std::uint32_t Creator = 0;  ///< 0 in campaign files
-  friend auto operator<=>(const EntityId&, const EntityId&) = default;
+  friend bool operator==(const EntityId&, const EntityId&) = default;
+  friend bool operator<(const EntityId& a, const EntityId& b) {
+    return a.Creator != b.Creator ? a.Creator < b.Creator : a.Number < b.Number;
+  }
 };
 
 EntityId TakeEntityId(base::BinaryReader& reader);
