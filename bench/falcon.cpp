@@ -7,8 +7,10 @@
 #include <exception>
 #include <filesystem>
 #include <functional>
+#include <iterator>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "../tests/falcon/lzss_packer.h"
