@@ -148,6 +148,7 @@ TEST(Objectives, PieceCutAnywhereIsRefused) {
 TEST(Objectives, CountsThatLieAreRefused) {
   const std::string bytes = test::ObjectiveListBytes(test::SomeObjectives(103), 103);
   for (const int count : {-1, -32768, 0, 2, 4, 32767}) EXPECT_NE(FailureOf(bytes, count, 103), "") << count;
+  EXPECT_EQ(FailureOf(bytes, 32767, 103), "it is too small for its objectives") << "before memory is taken";
 }
 
 TEST(Objectives, SizesThatLieAreRefused) {

@@ -160,6 +160,8 @@ TEST(Teams, CountsThatLieAreTold) {
     bad.replace(0, 2, test::Bytes2(lie));
     EXPECT_NE(ReadTeams(bad, Info(103)).Trouble, "") << lie;
   }
+  EXPECT_EQ(ReadTeams(test::Bytes2(0), Info(103)).Trouble, "") << "none, and nothing behind";
+  EXPECT_NE(ReadTeams(test::Bytes2(-1), Info(103)).Trouble, "");
   // The count of requests of the first team: behind 748 bytes of the team, 13 + 8 of the manager's and an empty list.
   std::string bad = good;
   const std::size_t requests = 2 + 748 + 13 + 2 + 2 + 2 + 1 + 1 + 1;
