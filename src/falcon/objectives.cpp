@@ -51,18 +51,14 @@ std::vector<Layout> LayoutsOf(int version) {
     const auto same = [&other](const Layout& one) { return one.Height == other.Height && one.Tail == other.Tail; };
     if (std::none_of(layouts.begin(), layouts.end(), same)) layouts.push_back(other);
   }
-  const auto addOtherRadar = [&layouts](std::size_t from) {
-    for (std::size_t at = from, end = layouts.size(); at < end; ++at) {
-      layouts.push_back(layouts[at]);
-      layouts.back().AnyRadar = true;
-    }
-  };
-  addOtherRadar(0);
+  const std::size_t usual = layouts.size();
+  for (std::size_t at = 0; at < usual; ++at) {
+    layouts.push_back(layouts[at]);
+    layouts.back().AnyRadar = true;
+  }
   if (version > 108) {
     // A later version may have appended more.
-    const std::size_t from = layouts.size();
     for (std::size_t more = 4; more <= 128; more += 4) layouts.push_back({true, NamedTail + more});
-    addOtherRadar(from);
   }
   return layouts;
 }
