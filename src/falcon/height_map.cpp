@@ -4,6 +4,7 @@
 #include <array>
 #include <bit>
 #include <cmath>
+#include <numeric>
 #include <span>
 #include <string>
 #include <vector>
@@ -69,16 +70,20 @@ class Rows {
   std::array<Row, 2 * Away + 1> held;
 };
 
-/// 1 for each sample of a row that is water.
+/// 1 for each sample of a row that is water. Without a branch, and with its pointers in locals that a byte written
+/// cannot change, so that many samples are looked at together.
 void FindWater(const Rows::Around& rows, std::vector<std::uint8_t>& water) {
   const auto side = static_cast<std::int64_t>(water.size());
+  const std::int16_t* const before = rows.Before;
+  const std::int16_t* const at = rows.At;
+  const std::int16_t* const behind = rows.Behind;
+  std::uint8_t* const into = water.data();
   for (std::int64_t n = 0; n < side; ++n) {
-    const std::int16_t height = rows.At[n];
-    // Without a branch, so that many are looked at together.
-    const int differs = (rows.Before[n - Away] ^ height) | (rows.Before[n] ^ height) |
-                        (rows.Before[n + Away] ^ height) | (rows.At[n - Away] ^ height) | (rows.At[n + Away] ^ height) |
-                        (rows.Behind[n - Away] ^ height) | (rows.Behind[n] ^ height) | (rows.Behind[n + Away] ^ height);
-    water[static_cast<std::size_t>(n)] = static_cast<std::uint8_t>((differs == 0) & (height <= 0));
+    const std::int16_t height = at[n];
+    const auto differs = static_cast<std::int16_t>(
+        (before[n - Away] ^ height) | (before[n] ^ height) | (before[n + Away] ^ height) | (at[n - Away] ^ height) |
+        (at[n + Away] ^ height) | (behind[n - Away] ^ height) | (behind[n] ^ height) | (behind[n + Away] ^ height));
+    into[n] = static_cast<std::uint8_t>(static_cast<int>(differs == 0) & static_cast<int>(height <= 0));
   }
 }
 
@@ -97,9 +102,7 @@ class SeaCount {
 
   void Add(std::int64_t row, const std::vector<std::uint8_t>& water) {
     for (std::size_t x = 0; x < counts.size(); ++x) {
-      std::uint32_t found = 0;
-      for (std::size_t n = firstColumns[x]; n < firstColumns[x + 1]; ++n) found += water[n];
-      counts[x] += found;
+      counts[x] += std::accumulate(water.data() + firstColumns[x], water.data() + firstColumns[x + 1], 0U);
     }
     ++rows;
     const std::int64_t unitRow = row * terrain.Size / side;
