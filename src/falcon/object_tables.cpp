@@ -6,7 +6,6 @@
 namespace kestrel::falcon {
 namespace {
 
-constexpr std::int32_t FirstEntityType = 100;
 /// A little more than the side of the largest theater, 4096 map units.
 constexpr double LargestOffset = 1.5e7;
 
@@ -29,12 +28,10 @@ std::span<const Record> RecordsFrom(const std::vector<Record>& table, std::int64
 
 bool IsPossibleOffset(double feet) { return std::abs(feet) <= LargestOffset; }
 
-const EntityClass* ClassOfEntity(const ObjectTables& tables, std::int32_t entityType) {
-  return RecordAt(tables.Classes, std::int64_t{entityType} - FirstEntityType);
-}
+const EntityClass* ClassAt(const ObjectTables& tables, std::int32_t index) { return RecordAt(tables.Classes, index); }
 
-const ObjectiveClass* ObjectiveClassOf(const ObjectTables& tables, std::int32_t entityType) {
-  const EntityClass* const thing = ClassOfEntity(tables, entityType);
+const ObjectiveClass* ObjectiveClassAt(const ObjectTables& tables, std::int32_t index) {
+  const EntityClass* const thing = ClassAt(tables, index);
   if (!thing || thing->Class != ObjectiveClassCode || thing->Data != DataKind::Objective) return nullptr;
   return RecordAt(tables.Objectives, thing->DataIndex);
 }
@@ -45,7 +42,7 @@ std::vector<PlacedFeature> FeaturesOf(const ObjectTables& tables, const Objectiv
   for (const FeatureEntry& entry : RecordsFrom(tables.Features, objective.FirstFeature, objective.FeatureCount)) {
     PlacedFeature feature{.Number = number++, .Entry = &entry};
     if (entry.ClassIndex <= 0) continue;
-    feature.Class = RecordAt(tables.Classes, entry.ClassIndex);
+    feature.Class = ClassAt(tables, entry.ClassIndex);
     if (!feature.Class) continue;
     if (feature.Class->Data == DataKind::Feature) {
       feature.Data = RecordAt(tables.FeatureClasses, feature.Class->DataIndex);

@@ -16,7 +16,7 @@ namespace kestrel::falcon {
 /// Which table the data index of a class leads into. A file may hold other numbers.
 enum class DataKind : std::uint8_t { Feature = 1, None = 2, Objective = 3, Unit = 4, Vehicle = 5, Weapon = 6 };
 
-/// A class of things: a record of the class table. Its index, plus 100, is the entity type in a campaign.
+/// A class of things: a record of the class table. Its index plus 100 is the entity type in a campaign's file.
 struct EntityClass {
   std::uint8_t Domain = 0;
   std::uint8_t Class = 0;
@@ -111,10 +111,11 @@ struct PlacedFeature {
   const FeatureClass* Data = nullptr;  ///< nothing when its table does not hold it
 };
 
-/// The class of an entity type as campaigns tell it; nothing below 100 and beyond the table.
-const EntityClass* ClassOfEntity(const ObjectTables& tables, std::int32_t entityType);
-/// The class of the objectives of an entity type; nothing when that is no objective, or the table is cut before it.
-const ObjectiveClass* ObjectiveClassOf(const ObjectTables& tables, std::int32_t entityType);
+/// The class with that index; nothing outside of the table.
+const EntityClass* ClassAt(const ObjectTables& tables, std::int32_t index);
+/// The class of objectives that the class with that index is of, as campaigns name it by their entity type less 100;
+/// nothing when it is no objective, or a table is cut before it.
+const ObjectiveClass* ObjectiveClassAt(const ObjectTables& tables, std::int32_t index);
 /// The buildings of an objective in their order, without empty slots, what is virtual, what leads beyond a table, and
 /// what has no possible place (IsPossibleOffset). Pointers last as long as the tables do.
 std::vector<PlacedFeature> FeaturesOf(const ObjectTables& tables, const ObjectiveClass& objective);

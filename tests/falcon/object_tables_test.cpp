@@ -39,31 +39,25 @@ std::vector<std::int32_t> Numbers(const std::vector<PlacedFeature>& features) {
   return numbers;
 }
 
-TEST(ObjectTables, EntityTypesBeginAt100) {
-  const ObjectTables tables = World();
-  EXPECT_EQ(ClassOfEntity(tables, 101), &tables.Classes[1]);
-  EXPECT_EQ(ClassOfEntity(tables, 100), &tables.Classes[0]);
-  EXPECT_EQ(ClassOfEntity(tables, 99), nullptr);
-  EXPECT_EQ(ClassOfEntity(tables, 104), nullptr);
-  EXPECT_EQ(ClassOfEntity(tables, std::numeric_limits<std::int32_t>::min()), nullptr);
-  EXPECT_EQ(ClassOfEntity(tables, std::numeric_limits<std::int32_t>::max()), nullptr);
-}
-
 TEST(ObjectTables, ObjectiveHasItsClass) {
   const ObjectTables tables = World();
-  ASSERT_EQ(ObjectiveClassOf(tables, 101), &tables.Objectives[1]);
-  EXPECT_EQ(ObjectiveClassOf(tables, 101)->Name, "Airbase");
+  EXPECT_EQ(ClassAt(tables, 1), &tables.Classes[1]);
+  ASSERT_EQ(ObjectiveClassAt(tables, 1), &tables.Objectives[1]);
+  EXPECT_EQ(ObjectiveClassAt(tables, 1)->Name, "Airbase");
 }
 
 TEST(ObjectTables, ObjectiveWithoutAClassHasNone) {
   ObjectTables tables = World();
-  EXPECT_EQ(ObjectiveClassOf(tables, 102), nullptr) << "a feature";
-  EXPECT_EQ(ObjectiveClassOf(tables, 5000), nullptr) << "beyond the class table";
+  EXPECT_EQ(ObjectiveClassAt(tables, 2), nullptr) << "a feature";
+  for (const std::int32_t index : {4, -1, -100, std::numeric_limits<std::int32_t>::max()}) {
+    EXPECT_EQ(ClassAt(tables, index), nullptr) << index;
+    EXPECT_EQ(ObjectiveClassAt(tables, index), nullptr) << index;
+  }
   for (const std::int32_t index : {2, -1, std::numeric_limits<std::int32_t>::max()}) {
     tables.Classes[1].DataIndex = index;
-    EXPECT_EQ(ObjectiveClassOf(tables, 101), nullptr) << index;
+    EXPECT_EQ(ObjectiveClassAt(tables, 1), nullptr) << index;
   }
-  EXPECT_EQ(ObjectiveClassOf(ObjectTables{}, 101), nullptr);
+  EXPECT_EQ(ObjectiveClassAt(ObjectTables{}, 1), nullptr);
 }
 
 TEST(ObjectTables, FeaturesAreThoseThatCanBeDrawn) {
