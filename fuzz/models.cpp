@@ -1,0 +1,39 @@
+// Descriptions of models from a stranger: a directory or the text of one of them is read or refused.
+#include <cmath>
+#include <cstdlib>
+#include <string>
+
+#include "falcon/model_directory.h"
+#include "falcon/parent_file.h"
+#include "foreign_bytes.h"
+
+namespace {
+
+using namespace kestrel;
+
+void Check(const std::optional<falcon::ModelBox>& box) {
+  if (!box) return;
+  const double sum = box->Least.X + box->Least.Y + box->Least.Z + box->Most.X + box->Most.Y + box->Most.Z;
+  if (!std::isfinite(sum) || box->Least.X > box->Most.X || box->Least.Z > box->Most.Z) std::abort();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const falcon::DataFile file{"models", std::string(reinterpret_cast<const char*>(data), size)};
+  fuzz::Try([&] {
+    const falcon::ModelDirectory directory = falcon::ReadModelDirectory(file);
+    for (const falcon::DirectoryModel& model : directory.Models) {
+      Check(model.Box);
+      for (const falcon::DetailReference& detail : model.Details) {
+        if (detail.Number >= directory.Places.size()) std::abort();
+      }
+    }
+  });
+  fuzz::Try([&] {
+    const falcon::ParentFile parent = falcon::ReadParentFile(file);
+    Check(parent.Box);
+    if (!std::isfinite(parent.Radius)) std::abort();
+  });
+  return 0;
+}
