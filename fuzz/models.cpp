@@ -1,8 +1,10 @@
-// Descriptions of models from a stranger: a directory or the text of one of them is read or refused.
+// Models from a stranger: a directory, the text of one of them or a shape is read or refused.
 #include <cmath>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
+#include "falcon/classic_shape.h"
 #include "falcon/model_directory.h"
 #include "falcon/parent_file.h"
 #include "foreign_bytes.h"
@@ -28,6 +30,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       for (const falcon::DetailReference& detail : model.Details) {
         if (detail.Number >= directory.Places.size()) std::abort();
       }
+    }
+  });
+  fuzz::Try([&] {
+    const std::vector<falcon::ModelPoint> dynamic(3);
+    const falcon::ModelShape shape = falcon::ReadClassicShape(file, dynamic);
+    // No more than its bytes can tell once.
+    if (shape.Edges.size() > size / 4 + dynamic.size()) std::abort();
+    for (const falcon::ModelEdge& edge : shape.Edges) {
+      if (!std::isfinite(edge.From.X + edge.From.Y + edge.From.Z + edge.To.X + edge.To.Y + edge.To.Z)) std::abort();
     }
   });
   fuzz::Try([&] {
