@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "falcon/bml_shape.h"
 #include "falcon/classic_shape.h"
 #include "falcon/model_directory.h"
 #include "falcon/parent_file.h"
@@ -17,6 +18,13 @@ void Check(const std::optional<falcon::ModelBox>& box) {
   if (!box) return;
   const double sum = box->Least.X + box->Least.Y + box->Least.Z + box->Most.X + box->Most.Y + box->Most.Z;
   if (!std::isfinite(sum) || box->Least.X > box->Most.X || box->Least.Z > box->Most.Z) std::abort();
+}
+
+void Check(const falcon::ModelShape& shape, std::size_t mostEdges) {
+  if (shape.Edges.size() > mostEdges) std::abort();
+  for (const falcon::ModelEdge& edge : shape.Edges) {
+    if (!std::isfinite(edge.From.X + edge.From.Y + edge.From.Z + edge.To.X + edge.To.Y + edge.To.Z)) std::abort();
+  }
 }
 
 }  // namespace
@@ -34,13 +42,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   });
   fuzz::Try([&] {
     const std::vector<falcon::ModelPoint> dynamic(3);
-    const falcon::ModelShape shape = falcon::ReadClassicShape(file, dynamic);
     // No more than its bytes can tell once.
-    if (shape.Edges.size() > size / 4 + dynamic.size()) std::abort();
-    for (const falcon::ModelEdge& edge : shape.Edges) {
-      if (!std::isfinite(edge.From.X + edge.From.Y + edge.From.Z + edge.To.X + edge.To.Y + edge.To.Z)) std::abort();
-    }
+    Check(falcon::ReadClassicShape(file, dynamic), size / 4 + dynamic.size());
   });
+  fuzz::Try([&] { Check(falcon::ReadBmlShape(file, {}), size / 2); });
   fuzz::Try([&] {
     const falcon::ParentFile parent = falcon::ReadParentFile(file);
     Check(parent.Box);

@@ -1,11 +1,11 @@
 #include "falcon/classic_shape.h"
 
-#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
 
 #include "falcon/classic_tree.h"
+#include "falcon/motion.h"
 
 namespace kestrel::falcon {
 namespace {
@@ -15,38 +15,6 @@ using Node = ClassicTree::Node;
 constexpr int DeepestNode = 256;
 constexpr std::int32_t MostCorners = 1024;
 constexpr std::size_t PointBytes = 12;
-
-/// A turn and a shift: a point as a column behind the rows of the turn.
-struct Motion {
-  std::array<double, 9> Turn = {1, 0, 0, 0, 1, 0, 0, 0, 1};
-  ModelPoint Shift;
-
-  ModelPoint Of(const ModelPoint& p) const {
-    return {Turn[0] * p.X + Turn[1] * p.Y + Turn[2] * p.Z + Shift.X,
-            Turn[3] * p.X + Turn[4] * p.Y + Turn[5] * p.Z + Shift.Y,
-            Turn[6] * p.X + Turn[7] * p.Y + Turn[8] * p.Z + Shift.Z};
-  }
-  /// This behind `inner`.
-  Motion After(const Motion& inner) const {
-    Motion both;
-    for (std::size_t row = 0; row < 3; ++row) {
-      for (std::size_t column = 0; column < 3; ++column) {
-        double& cell = both.Turn[3 * row + column] = 0;
-        for (std::size_t n = 0; n < 3; ++n) cell += Turn[3 * row + n] * inner.Turn[3 * n + column];
-      }
-    }
-    both.Shift = Of(inner.Shift);
-    return both;
-  }
-};
-
-ModelPoint ReadPoint(base::BinaryReader& reader) {
-  ModelPoint point;
-  point.X = reader.F32();
-  point.Y = reader.F32();
-  point.Z = reader.F32();
-  return point;
-}
 
 /// Goes down the tree as a drawing does, with the list of points that the polygons name by number.
 class Drawing {
@@ -138,7 +106,7 @@ class Drawing {
     base::BinaryReader reader = tree.At(std::int64_t{node.At} + offset, 48);
     Motion motion;
     for (double& cell : motion.Turn) cell = reader.F32();
-    motion.Shift = ReadPoint(reader);
+    motion.Shift = ReadModelPoint(reader);
     return motion;
   }
 
@@ -159,7 +127,7 @@ class Drawing {
     if (count < 0) Refuse(number, "has an impossible number of points");
     if (count == 0) return;
     base::BinaryReader reader = tree.At(offset, static_cast<std::uint64_t>(count) * PointBytes);
-    for (std::int32_t n = 0; n < count; ++n) AddPoint(number, motion.Of(ReadPoint(reader)));
+    for (std::int32_t n = 0; n < count; ++n) AddPoint(number, motion.Of(ReadModelPoint(reader)));
   }
   void AddPoint(std::size_t number, const ModelPoint& point) {
     if (++pointsAdded > most) Refuse(number, "has points that have been told often");
