@@ -6,6 +6,7 @@
 
 #include "falcon/bml_shape.h"
 #include "falcon/classic_shape.h"
+#include "falcon/dx_shape.h"
 #include "falcon/model_directory.h"
 #include "falcon/parent_file.h"
 #include "foreign_bytes.h"
@@ -45,6 +46,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // No more than its bytes can tell once.
     Check(falcon::ReadClassicShape(file, dynamic), size / 4 + dynamic.size());
   });
+  // A strip has three lines for each corner of two bytes.
+  fuzz::Try([&] { Check(falcon::ReadDxShape(file), size * 3 / 2); });
   fuzz::Try([&] { Check(falcon::ReadBmlShape(file, {}), size / 2); });
   fuzz::Try([&] {
     const falcon::ParentFile parent = falcon::ReadParentFile(file);
