@@ -54,9 +54,9 @@ void KeyedTree::ShowIn(QTreeView& shown) {
   view->setDragDropOverwriteMode(true);
 }
 
-void KeyedTree::Refresh(std::vector<Row> fresh) {
+void KeyedTree::Refresh(std::vector<Row> fresh, const KeyNow& now) {
   Settle(fresh);
-  if (SameNodes(fresh)) {
+  if (!now && SameNodes(fresh)) {
     Update(std::move(fresh));
     return;
   }
@@ -64,14 +64,16 @@ void KeyedTree::Refresh(std::vector<Row> fresh) {
     Reset(std::move(fresh));
     return;
   }
+  const auto known = [this, &now](const QModelIndex& at) { return now ? now(KeyOf(at)) : KeyOf(at); };
   std::vector<QString> open;
   for (std::size_t node = 0; node < rows.size(); ++node) {
     if (places[node].Children == 0) continue;
-    if (view->isExpanded(IndexOf(static_cast<int>(node)))) open.push_back(rows[node].Key);
+    const QModelIndex at = IndexOf(static_cast<int>(node));
+    if (view->isExpanded(at)) open.push_back(known(at));
   }
   QStringList selected;
-  for (const QModelIndex& at : view->selectionModel()->selectedRows()) selected << KeyOf(at);
-  const QString current = KeyOf(view->currentIndex());
+  for (const QModelIndex& at : view->selectionModel()->selectedRows()) selected << known(at);
+  const QString current = known(view->currentIndex());
 
   Reset(std::move(fresh));
   for (const QString& key : open) {

@@ -45,6 +45,8 @@ class KeyedTree final : public QAbstractItemModel {
   using MayDrop = std::function<bool(const QString& from, const QString& to)>;
   /// A node has been dropped on another. The tree has moved nothing.
   using OnDrop = std::function<void(const QString& from, const QString& to)>;
+  /// The key that the node of a record has now, empty when the record is gone.
+  using KeyNow = std::function<QString(const QString& before)>;
 
   using QAbstractItemModel::QAbstractItemModel;
 
@@ -60,8 +62,9 @@ class KeyedTree final : public QAbstractItemModel {
   /// whoever wants it.
   void ShowIn(QTreeView& view);
   /// The rows are these now, children in the order of the list. A row whose parent does not stand before it is at the
-  /// top of the tree. The view keeps by key what is open and what is selected, and it keeps its place.
-  void Refresh(std::vector<Row> rows);
+  /// top of the tree. The view keeps by key what is open and what is selected, and it keeps its place. Where records
+  /// have been given other keys, `now` tells them.
+  void Refresh(std::vector<Row> rows, const KeyNow& now = {});
   /// Refresh with all nodes closed. The node `key` is selected and brought into view; none is, when there is none.
   void RefreshClosed(std::vector<Row> rows, const QString& key);
   /// Selects the node `key` and brings it into view, opening those above it; when there is none, nothing is selected.

@@ -414,6 +414,23 @@ TEST_F(Tree, RefreshKeepsThePlaceOfTheView) {
   EXPECT_EQ(view.verticalScrollBar()->value(), 100);
 }
 
+TEST_F(Tree, WhatIsOpenAndSelectedFollowsItsNewKey) {
+  view.expand(At("C1"));
+  Stand("D2");
+  std::vector<Row> rows = Folders();
+  std::swap(rows[0].Text, rows[1].Text);
+  tree.Refresh(rows, [](const QString& before) {
+    if (before == u"C1") return Word("C2");
+    return before == u"D2" ? Word("D3") : QString();
+  });
+  EXPECT_FALSE(view.isExpanded(At("C1")));
+  EXPECT_TRUE(view.isExpanded(At("C2"))) << "though the keys of all nodes are those that they were";
+  EXPECT_EQ(tree.Selected(), Word("D3"));
+  tree.Refresh(rows, [](const QString&) { return QString(); });
+  EXPECT_FALSE(view.isExpanded(At("C2"))) << "the record is gone";
+  EXPECT_EQ(tree.Selected(), QString());
+}
+
 TEST_F(Tree, RefreshClosedClosesAllAndShowsTheNodeThatIsAsked) {
   view.expandAll();
   tree.RefreshClosed(Folders(), Word("D2"));
