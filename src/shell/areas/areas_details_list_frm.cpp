@@ -102,7 +102,7 @@ void AreasDetailsListFrm::Connect() {
   connect(form->ListView1->selectionModel(), &QItemSelectionModel::selectionChanged, this, &Me::ShowEnabled);
   form->ListView1->installEventFilter(this);
   form->Text1->installEventFilter(this);
-  AddUndoKeys(*this, program.Log, [this](AreaStep step) { Undo(step); });
+  AddUndoKeys<areas::AreaHistory>(*this, program.Log, [this](auto step) { Undo(step); });
 }
 
 bool AreasDetailsListFrm::HasGroup() const {
@@ -226,7 +226,7 @@ void AreasDetailsListFrm::ChangeSelected() {
   program.Shown.Refresh(Changed::Map);
 }
 
-void AreasDetailsListFrm::Undo(AreaStep step) {
+void AreasDetailsListFrm::Undo(UndoStep<areas::AreaHistory> step) {
   const areas::Moved moved = (program.State.AreaSteps.*step)(program.State.Areas);
   if (!moved.Done) return;
   // The group that it shows may be another one's place now.

@@ -8,9 +8,9 @@
 
 #include "areas/area_tree.h"
 #include "core/program.h"
-#include "shell/areas/undo_keys.h"
 #include "shell/parts/keyed_tree.h"
 #include "shell/parts/modal_count.h"
+#include "shell/parts/undo_keys.h"
 
 namespace Ui {
 class AreasDetailsListFrm;
@@ -70,7 +70,7 @@ class AreasDetailsListFrm final : public QDialog {
   void CheckAll(bool checked);
   void CopySelected();
   void ChangeSelected();
-  void Undo(AreaStep step);
+  void Undo(UndoStep<areas::AreaHistory> step);
 
   core::Program& program;
   ModalCount& modal;

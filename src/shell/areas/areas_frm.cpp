@@ -121,7 +121,7 @@ void AreasFrm::Connect() {
             if (hint == QAbstractItemDelegate::RevertModelCache) ShowRefused({});
           });
   view.installEventFilter(this);
-  AddUndoKeys(*this, program.Log, [this](AreaStep step) { Undo(step); });
+  AddUndoKeys<areas::AreaHistory>(*this, program.Log, [this](auto step) { Undo(step); });
 }
 
 QString AreasFrm::Wanted() const { return form->txtFilter->text().trimmed(); }
@@ -292,7 +292,7 @@ void AreasFrm::CheckAll(bool checked) {
   program.Shown.Refresh(Changed::Map);
 }
 
-void AreasFrm::Undo(AreaStep step) {
+void AreasFrm::Undo(UndoStep<areas::AreaHistory> step) {
   const std::size_t folders = program.State.Areas.AreaFolders.UpperBound();
   const areas::Moved moved = (program.State.AreaSteps.*step)(program.State.Areas);
   if (!moved.Done) return;

@@ -8,9 +8,9 @@
 
 #include "areas/area_tree.h"
 #include "base/changed.h"
-#include "shell/areas/undo_keys.h"
 #include "shell/parts/keyed_tree.h"
 #include "shell/parts/tool_frm.h"
+#include "shell/parts/undo_keys.h"
 
 namespace Ui {
 class AreasFrm;
@@ -72,7 +72,7 @@ class AreasFrm final : public ToolFrm {
   template <areas::Way way>
   void Move(const std::string& key);
   void CheckAll(bool checked);
-  void Undo(AreaStep step);
+  void Undo(UndoStep<areas::AreaHistory> step);
   bool Rename(const QString& key, const QString& text);
   void ShowRefused(const QString& sentence);
   /// Opens the editor of a node again with what was typed into it.

@@ -5,22 +5,24 @@
 #include <QWidget>
 #include <utility>
 
-#include "areas/area_changes.h"
 #include "base/debug_log.h"
+#include "base/history.h"
 #include "shell/parts/guard.h"
 
 namespace kestrel::shell {
 
-/// A step back or forward in the history of the areas.
-using AreaStep = areas::Moved (areas::AreaHistory::*)(areas::AreaCatalogue&);
+/// A step back or forward in a history (base/history.h).
+template <class History>
+using UndoStep = decltype(&History::Undo);
 
-/// Gives a window of the areas the keys of undo and redo. `run` is called with the step; `log` outlives the window.
-template <class Run>
+/// Gives a window over the tables of a history the keys of undo and redo. `run` is called with the step; `log` outlives
+/// the window.
+template <class History, class Run>
 void AddUndoKeys(QWidget& window, base::DebugLog& log, Run run) {
-  const std::pair<QKeyCombination, AreaStep> keys[] = {
-      {Qt::CTRL | Qt::Key_Z, &areas::AreaHistory::Undo},
-      {Qt::CTRL | Qt::Key_Y, &areas::AreaHistory::Redo},
-      {Qt::CTRL | Qt::SHIFT | Qt::Key_Z, &areas::AreaHistory::Redo},
+  const std::pair<QKeyCombination, UndoStep<History>> keys[] = {
+      {Qt::CTRL | Qt::Key_Z, &History::Undo},
+      {Qt::CTRL | Qt::Key_Y, &History::Redo},
+      {Qt::CTRL | Qt::SHIFT | Qt::Key_Z, &History::Redo},
   };
   for (const auto& [key, step] : keys) {
     auto* shortcut = new QShortcut(QKeySequence(key), &window);
