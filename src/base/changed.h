@@ -23,6 +23,7 @@ enum class Changed : std::uint32_t {
   Transmit = 1 << 12,        ///< the lamps of the three transmit keys
   Options = 1 << 13,         ///< settings that the options window and the clients window show
   Areas = 1 << 14,           ///< folders and groups of areas: AreasFrm; a list of a group's areas that is open
+  Frequencies = 1 << 15,     ///< channels, airfields, folders of frequencies: FreqFrm
 };
 
 constexpr Changed operator|(Changed a, Changed b) {

@@ -62,8 +62,11 @@ constexpr TheaterData rows[] = {
     {"areas", Load<KeptAreas>, Save<KeptAreas>, "areas", base::Changed::Areas | base::Changed::Map},
     {.What = "rescued areas", .Load = Offer<KeptAreas>, .Shows = base::Changed::Areas | base::Changed::Map},
     {"saved views", Load<keptViewShorts>, Save<keptViewShorts>, "kept views"},
-    {"frequencies", Load<KeptFrequencies>, Save<KeptFrequencies>},
-    {.What = "rescued frequencies", .Load = Offer<KeptFrequencies>, .Shows = base::Changed::Map},
+    {"frequencies", Load<KeptFrequencies>, Save<KeptFrequencies>, "frequencies",
+     base::Changed::Frequencies | base::Changed::Map},
+    {.What = "rescued frequencies",
+     .Load = Offer<KeptFrequencies>,
+     .Shows = base::Changed::Frequencies | base::Changed::Map},
     {.What = "elevations", .Load = LoadElevation, .Shows = base::Changed::CursorLine},
 };
 

@@ -61,6 +61,13 @@ TEST_F(FrequencyFiles, ChangesComeBackAtTheNextStart) {
   EXPECT_THAT(folder.Read("KESTRELLog.txt"), HasSubstr("Loaded the frequencies"));
 }
 
+TEST_F(FrequencyFiles, TheirLoadingIsShownInThePanelAndOnTheMap) {
+  ASSERT_TRUE(Main(around.All));
+  const base::Changed shows = LoadTheaterData(around.All);
+  EXPECT_TRUE(Has(shows, base::Changed::Frequencies));
+  EXPECT_TRUE(Has(shows, base::Changed::Map));
+}
+
 TEST_F(FrequencyFiles, EachTheaterHasItsOwn) {
   ASSERT_TRUE(Main(around.All));
   tables.CustomF1 = "297500";

@@ -5,6 +5,7 @@
 #include "core/tapes.h"
 #include "shell/link/select_channel_dialog.h"
 #include "shell/parts/dialogs.h"
+#include "shell/radio/freq_frm.h"
 
 namespace kestrel::shell {
 
@@ -34,8 +35,10 @@ void StationWindows::PlaceToolWindows() {
 }
 
 void StationWindows::OpenFreqFrm() {
-  ToolFrm& window = frame->Tools().Window(core::ToolWindow::Freq);
-  window.setVisible(!window.State().Hidden);
+  auto& window = frame->Tools().The<FreqFrm>();
+  window.ShowTab(1);
+  window.UpdateTreeviewCheckBoxes();
+  frame->Tools().SetShown(core::ToolWindow::Freq, !window.State().Hidden);
 }
 
 void StationWindows::Refresh(base::Changed what) {

@@ -30,6 +30,7 @@
 #include "shell/parts/guard.h"
 #include "shell/parts/plain_text.h"
 #include "shell/parts/unicode_text.h"
+#include "shell/radio/freq_frm.h"
 #include "shell/theaters/mdf_theaters_frm.h"
 
 namespace kestrel::shell {
@@ -69,7 +70,7 @@ MDIForm1::MDIForm1(core::Program& running, ModalCount& dialogs) : program(runnin
   // The floating windows find their first places by it, before the system has had its say.
   move(room.left() + (room.width() - width()) / 2, room.top() + (room.height() - height()) / 4);
 
-  tools = std::make_unique<ToolWindows>(running, this);
+  tools = std::make_unique<ToolWindows>(running, modal, this);
   connect(tools.get(), &ToolWindows::CloseAsked, this,
           [this](core::ToolWindow which) { strip->Check(which).setChecked(false); });
   for (const ToolEntry& entry : ToolEntries()) {
@@ -84,6 +85,7 @@ MDIForm1::MDIForm1(core::Program& running, ModalCount& dialogs) : program(runnin
   });
   connect(&tools->The<ClientsFrm>(), &ClientsFrm::PopUp3Asked, this,
           [this](const QPoint& place) { PopUp("PopUp3").popup(place); });
+  connect(&tools->The<FreqFrm>(), &FreqFrm::PopUp4Asked, this, &MDIForm1::ShowPopUp4);
   rescue.setInterval(RescueMs);
   connect(&rescue, &QTimer::timeout, this, [this] {
     if (!closing) Guarded(program.Log, "RescueChanges", [this] { core::RescueChanges(program); });
@@ -342,6 +344,14 @@ void MDIForm1::ShowPlotOfNode() {
 void MDIForm1::HidePlotOfNode() {
   ClientsFrm& clients = tools->The<ClientsFrm>();
   clients.HidePlot(clients.PopUp3Client());
+}
+
+void MDIForm1::ShowPopUp4(const QPoint& place) {
+  const FreqFrm& frequencies = tools->The<FreqFrm>();
+  for (const char* entry : {"mnuTuneUHF", "mnuTuneVHF"}) Entry(entry).setEnabled(frequencies.MayTune());
+  Entry("mnuCopyFreq").setEnabled(frequencies.MayCopy());
+  Entry("mnuShowFreqOnMap").setEnabled(frequencies.MayShowOnMap());
+  PopUp("mnupopup4").popup(place);
 }
 
 void MDIForm1::About() {

@@ -101,6 +101,7 @@ class MDIForm1 final : public QMainWindow {
 
   /// Takes the floating windows away while another program is in front.
   void FollowActivation();
+  void ShowPopUp4(const QPoint& place);
 
   core::Program& program;
   ModalCount& modal;

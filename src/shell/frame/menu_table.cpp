@@ -5,6 +5,7 @@
 #include "shell/frame/area_windows.h"
 #include "shell/frame/bullseye_windows.h"
 #include "shell/frame/frame.h"
+#include "shell/radio/freq_frm.h"
 
 namespace kestrel::shell {
 namespace {
@@ -26,6 +27,12 @@ void ResetTransparency(MDIForm1& frame) {
 template <void (*Procedure)(core::Program&)>
 void Core(MDIForm1& frame) {
   Procedure(frame.Program());
+}
+
+/// What the panel of the frequencies does for the node that its pop-up menu was opened on.
+template <void (FreqFrm::*Procedure)()>
+void Freqs(MDIForm1& frame) {
+  (frame.Tools().The<FreqFrm>().*Procedure)();
 }
 
 constexpr MenuEntry MenuBar[] = {
@@ -119,8 +126,10 @@ constexpr MenuEntry PopUpMenus[] = {
     {"mnuP3HidePlot", "Hide Plot", "PopUp3", Runs, [](MDIForm1& frame) { frame.HidePlotOfNode(); }},
 
     {"mnupopup4", "", "", Submenu},
-    {"mnuTuneUHF", "Tune UHF", "mnupopup4", Later},
-    {"mnuTuneVHF", "Tune VHF", "mnupopup4", Later},
+    {"mnuTuneUHF", "Tune UHF", "mnupopup4", Runs, Freqs<&FreqFrm::TuneUHF>},
+    {"mnuTuneVHF", "Tune VHF", "mnupopup4", Runs, Freqs<&FreqFrm::TuneVHF>},
+    {"mnuCopyFreq", "Copy\tCtrl+C", "mnupopup4", Runs, Freqs<&FreqFrm::CopyOffered>, true},
+    {"mnuShowFreqOnMap", "Show on Map", "mnupopup4", Runs, Freqs<&FreqFrm::ShowOfferedOnMap>, true},
 };
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "shell/frame/tool_table.h"
 
 #include <iterator>
+#include <type_traits>
 
 #include "shell/areas/areas_frm.h"
 #include "shell/link/clients_frm.h"
@@ -8,6 +9,7 @@
 #include "shell/map/curs_frm.h"
 #include "shell/map/mini_map_frm.h"
 #include "shell/options/view_frm.h"
+#include "shell/radio/freq_frm.h"
 #include "shell/tape/rec_frm.h"
 
 namespace kestrel::shell {
@@ -15,23 +17,13 @@ namespace {
 
 using enum core::ToolWindow;
 
-/// A window whose content is still to come: its caption over an empty body.
-class EmptyFrm final : public ToolFrm {
- public:
-  EmptyFrm(core::Program& running, const ToolEntry& entry, QWidget* frame)
-      : ToolFrm(running, entry.Which, QString::fromLatin1(entry.Window), QString::fromLatin1(entry.Caption), frame) {
-    Body().setMinimumSize(200, 48);
-    FitBody();
-  }
-};
-
-std::unique_ptr<ToolFrm> Empty(core::Program& program, const ToolEntry& entry, QWidget* frame) {
-  return std::make_unique<EmptyFrm>(program, entry, frame);
-}
-
 template <class Frm>
-std::unique_ptr<ToolFrm> New(core::Program& program, const ToolEntry&, QWidget* frame) {
-  return std::make_unique<Frm>(program, frame);
+std::unique_ptr<ToolFrm> New(core::Program& program, ModalCount& dialogs, QWidget* frame) {
+  if constexpr (std::is_constructible_v<Frm, core::Program&, ModalCount&, QWidget*>) {
+    return std::make_unique<Frm>(program, dialogs, frame);
+  } else {
+    return std::make_unique<Frm>(program, frame);
+  }
 }
 
 constexpr ToolEntry Entries[] = {
@@ -42,7 +34,7 @@ constexpr ToolEntry Entries[] = {
     {Areas, "AreasFrm", "AREAS", "Areas", "chkAreas", "mnuFAreas", IconKind::Areas, New<AreasFrm>},
     {Rec, "RecFrm", "PLAYBACK", "Playback", "chkPlayback", "mnuFRec", IconKind::Playback, New<RecFrm>},
     {MiniMap, "MiniMapFrm", "MINIMAP", "MiniMap", "chkMinimap", "mnuFMiniMap", IconKind::MiniMap, New<MiniMapFrm>},
-    {Freq, "FreqFrm", "FREQUENCIES", "Frequencies", "chkFreq", "mnuFrequencies", IconKind::Freq, Empty},
+    {Freq, "FreqFrm", "FREQs", "Frequencies", "chkFreq", "mnuFrequencies", IconKind::Freq, New<FreqFrm>},
 };
 static_assert(std::size(Entries) == core::ToolWindowCount);
 

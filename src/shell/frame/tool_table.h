@@ -5,6 +5,7 @@
 
 #include "core/program.h"
 #include "shell/parts/line_icon.h"
+#include "shell/parts/modal_count.h"
 #include "shell/parts/tool_frm.h"
 
 namespace kestrel::shell {
@@ -18,7 +19,7 @@ struct ToolEntry {
   const char* Check;    ///< objectName of its button in the status strip
   const char* Menu;     ///< name of its menu entry
   IconKind Icon;        ///< on its button
-  std::unique_ptr<ToolFrm> (*Make)(core::Program&, const ToolEntry&, QWidget* frame);
+  std::unique_ptr<ToolFrm> (*Make)(core::Program&, ModalCount&, QWidget* frame);
 };
 
 /// The eight in the order of their buttons.

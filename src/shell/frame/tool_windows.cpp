@@ -25,9 +25,9 @@ std::vector<core::WindowSize> SizesOf(std::span<ToolFrm* const> windows) {
 
 }  // namespace
 
-ToolWindows::ToolWindows(core::Program& running, QWidget* owner) : program(running), frame(owner) {
+ToolWindows::ToolWindows(core::Program& running, ModalCount& dialogs, QWidget* owner) : program(running), frame(owner) {
   for (const ToolEntry& entry : ToolEntries()) {
-    std::unique_ptr<ToolFrm> window = entry.Make(running, entry, owner);
+    std::unique_ptr<ToolFrm> window = entry.Make(running, dialogs, owner);
     connect(window.get(), &ToolFrm::CloseAsked, this, [this, which = entry.Which] { Q_EMIT CloseAsked(which); });
     connect(window.get(), &ToolFrm::CaptionPressed, this, [this, pressed = window.get()] {
       RaiseToolWindows();

@@ -5,6 +5,7 @@
 #include <memory>
 #include <vector>
 
+#include "shell/parts/modal_count.h"
 #include "shell/parts/tool_frm.h"
 
 namespace kestrel::shell {
@@ -13,8 +14,8 @@ namespace kestrel::shell {
 class ToolWindows final : public QObject {
   Q_OBJECT
  public:
-  /// Makes all eight, hidden. `frame` is the window that they stand above; it outlives them.
-  ToolWindows(core::Program& running, QWidget* frame);
+  /// Makes all eight, hidden. `frame` is the window that they stand above; it outlives them, as does `dialogs`.
+  ToolWindows(core::Program& running, ModalCount& dialogs, QWidget* frame);
   ~ToolWindows() override;
 
   ToolFrm& Window(core::ToolWindow which) { return *windows[static_cast<std::size_t>(which)]; }
