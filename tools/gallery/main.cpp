@@ -5,6 +5,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QDialog>
 #include <QLineEdit>
 #include <QPixmap>
@@ -25,7 +26,7 @@
 #include "areas/area_file.h"
 #include "base/profile_file.h"
 #include "core/global_keys.h"
-#include "platform/make_seams.h"
+#include "radio/voice_windows.h"
 #include "shell/areas/areas_details_frm.h"
 #include "shell/core/run_station.h"
 #include "shell/frame/frame.h"
@@ -133,6 +134,44 @@ class KeysOfAnyDesktop final : public core::GlobalKeys {
   void Stop() override {}
   std::string Missing() const override { return {}; }
 };
+
+/// A voice client that is connected: the panel of the frequencies is pictured with it. Its controls are known by their
+/// order alone.
+class VoiceOfAnyDesktop final : public radio::VoiceWindows {
+ public:
+  bool Available() const override { return true; }
+  void OperationStarts() override {}
+  radio::WindowHandle FindTop(const std::string&) override { return Client; }
+  radio::WindowHandle FindChild(radio::WindowHandle parent, radio::WindowHandle after, const char* className,
+                                const char*) override {
+    if (parent == Client) return after == 0 ? Panel : 0;
+    if (std::string_view(className) != "Edit" || after == Panel + std::size(texts)) return 0;
+    return after == 0 ? Panel + 1 : after + 1;
+  }
+  std::size_t TextLength(radio::WindowHandle window) override { return texts[window - Panel - 1].size(); }
+  std::string Text(radio::WindowHandle window, std::size_t) override { return std::string(texts[window - Panel - 1]); }
+  void SetText(radio::WindowHandle, const std::string&) override {}
+  void Click(radio::WindowHandle) override {}
+  void SendKey(radio::WindowHandle, std::int32_t, bool) override {}
+
+ private:
+  static constexpr radio::WindowHandle Client = 1, Panel = 2;
+  static constexpr std::string_view texts[] = {"", "", "CONNECTED", "317650", "", "121500"};
+};
+
+/// A page of the panel of the frequencies with a node of it selected, which is opened with its first child.
+void ShowFreqTab(int tab, std::initializer_list<int> path) {
+  QWidget* panel = Top(QStringLiteral("FreqFrm"));
+  panel->findChild<QTabBar*>(QStringLiteral("TabStrip1"))->setCurrentIndex(tab - 1);
+  auto* tree = panel->findChild<QTreeView*>(QStringLiteral("TreeView") + QString::number(tab));
+  QModelIndex at;
+  for (const int row : path) {
+    tree->expand(at);
+    at = tree->model()->index(row, 0, at);
+  }
+  tree->expand(at);
+  tree->setCurrentIndex(at);
+}
 
 /// An area with something of each type, and the editor's window for it.
 void OpenAreaEditor() {
@@ -242,6 +281,26 @@ int main(int argc, char** argv) {
   script.Press("AreasDetailsListFrm", "cmdCopySelected");
   script.GrabAndClose("SelectAreaGroupfrm");
   script.Press("AreasDetailsListFrm", "Command4");
+  script.Menu("mnuFrequencies");
+  script.Add([] { return Shown("FreqFrm"); }, [] { ShowFreqTab(1, {0, 0}); });
+  script.Grab("FreqFrm", "1");
+  script.Press("FreqFrm", "cmdEditChannel");
+  script.Grab("EditFreqFrm", "1");
+  script.Close("EditFreqFrm");
+  script.Add([] { return Shown("FreqFrm"); }, [] { ShowFreqTab(2, {1, 0}); });
+  script.Grab("FreqFrm", "2");
+  script.Add([] { return Shown("FreqFrm"); }, [] { ShowFreqTab(3, {0, 1}); });
+  script.Grab("FreqFrm", "3");
+  script.Add([] { return true; },
+             [] {
+               auto* tree = Top(QStringLiteral("FreqFrm"))->findChild<QTreeView*>(QStringLiteral("TreeView3"));
+               QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+               QApplication::sendEvent(tree, &event);
+             });
+  script.GrabAndClose("mnupopup4");
+  script.Press("FreqFrm", "cmdAddFreq");
+  script.Grab("EditFreqFrm", "2");
+  script.Close("EditFreqFrm");
   script.Menu("mnuFOptions");
   const char* const pages[] = {"1", "2", "3", "4"};
   for (int page = 0; page < 4; ++page) {
@@ -301,6 +360,6 @@ int main(int argc, char** argv) {
   script.Grab("RecFrm");
   script.Add([] { return true; }, [] { Top(QStringLiteral("MDIForm1"))->close(); });
   KeysOfAnyDesktop keys;
-  const auto voice = platform::MakeVoiceWindows();
-  return shell::RunStation(folder, {keys, *voice}, [&script] { script.Start(); });
+  VoiceOfAnyDesktop voice;
+  return shell::RunStation(folder, {keys, voice}, [&script] { script.Start(); });
 }
