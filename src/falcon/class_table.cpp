@@ -61,8 +61,7 @@ EntityClass ReadClass(std::string_view record, const ClassTableLayout& layout) {
   base::BinaryReader models(record.substr(layout.Models()));
   for (std::int16_t& model : thing.Models) model = models.I16();
   thing.Data = static_cast<DataKind>(record[layout.Data]);
-  base::BinaryReader index(record.substr(layout.DataIndex));
-  thing.DataIndex = layout.WideIndex ? index.I32() : index.I16();
+  thing.DataIndex = base::BinaryReader(record.substr(layout.DataIndex)).I16();
   return thing;
 }
 

@@ -36,18 +36,13 @@ bool HaveKind(const Records& records, std::size_t at, DataKind kind) {
   return true;
 }
 
-std::int64_t IndexOf(std::string_view record, std::size_t at, bool wide) {
-  base::BinaryReader field(record.substr(at));
-  return wide ? field.I32() : field.I16();
-}
-
 /// Whether the numbers at `at` are distinct and cover 1 to the number of records, but for 1 % and few gaps.
-bool AreIndices(const Records& records, std::size_t at, bool wide) {
+bool AreIndices(const Records& records, std::size_t at) {
   const std::size_t gaps = std::max<std::size_t>(4, records.size() / 50);
   std::vector<bool> seen(records.size() + gaps + 1);
   std::size_t others = 0;
   for (const std::string_view record : records) {
-    const std::int64_t index = IndexOf(record, at, wide);
+    const std::int64_t index = base::BinaryReader(record.substr(at)).I16();
     const bool fits = index >= 1 && index < static_cast<std::int64_t>(seen.size());
     if (fits && !seen[static_cast<std::size_t>(index)]) {
       seen[static_cast<std::size_t>(index)] = true;
@@ -87,12 +82,9 @@ std::optional<ClassTableLayout> FindClassTableLayout(std::string_view bytes, std
     const Records features = OfClass(records, info + 1, FeatureClassCode);
     // From behind: of the rows of numbers that would do, the index is the last field known.
     for (std::size_t index = stride - 1; index-- > info + InfoBytes;) {
-      for (const bool wide : {true, false}) {
-        if (wide && index + 4 > stride) continue;
-        if (!AreIndices(objectives, index, wide)) continue;
-        const std::optional<std::size_t> kind = FindKind(objectives, features, info, index, stride);
-        if (kind) return ClassTableLayout{stride, info, *kind, index, wide};
-      }
+      if (!AreIndices(objectives, index)) continue;
+      const std::optional<std::size_t> kind = FindKind(objectives, features, info, index, stride);
+      if (kind) return ClassTableLayout{stride, info, *kind, index};
     }
   }
   return std::nullopt;

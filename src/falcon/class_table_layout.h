@@ -11,8 +11,7 @@ struct ClassTableLayout {
   std::size_t Stride = 0;     ///< bytes of a record
   std::size_t Info = 0;       ///< domain, class, type, subtype, specific, owner: a byte each
   std::size_t Data = 0;       ///< kind of data, a byte
-  std::size_t DataIndex = 0;  ///< 32 bits, or 16
-  bool WideIndex = true;      ///< the index has 32 bits
+  std::size_t DataIndex = 0;  ///< 16 bits; the 16 behind them that some have add nothing, since no table is as long
 
   /// The numbers of the models are the last fields but one before the kind of data.
   std::size_t Models() const { return Data - 16; }

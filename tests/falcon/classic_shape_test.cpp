@@ -71,8 +71,10 @@ TEST(ClassicShape, NumbersOfPointsBeginAnewBelowAPartAndGoOnInASubtree) {
   const NodePlan subtree{.Tag = 1, .Points = {{7, 7, 7}, {8, 8, 8}}, .Children = {{Polygon({0, 3}, 1)}}};
   const NodePlan joint{.Tag = 4, .Points = {{1, 1, 1}, {2, 2, 2}}, .Children = {{Polygon({0, 1}, 1)}}};
   const NodePlan special{.Tag = 10, .Points = {{3, 3, 3}, {4, 4, 4}}, .Children = {{Polygon({0, 1}, 1)}}};
-  EXPECT_THAT(Edges(Read(Root(Triangle, {subtree, joint, special, Polygon({4, 1}, 1)}))),
-              ElementsAre("0,0,0-7,7,7", "1,1,1-2,2,2", "3,3,3-4,4,4", "8,8,8-5,0,0"));
+  // Point 5 is that of a subtree behind them all.
+  const NodePlan last{.Tag = 1, .Points = {{9, 9, 9}}, .Children = {{Polygon({4, 5}, 1)}}};
+  EXPECT_THAT(Edges(Read(Root(Triangle, {subtree, joint, special, Polygon({4, 1}, 1), last}))),
+              ElementsAre("0,0,0-7,7,7", "1,1,1-2,2,2", "3,3,3-4,4,4", "8,8,8-5,0,0", "8,8,8-9,9,9"));
 }
 
 TEST(ClassicShape, OfASwitchTheFirstChoiceIsShown) {
@@ -202,6 +204,19 @@ TEST(ClassicShape, PointsToldOverAndOverAreRefused) {
   const std::string place = shared.Area.substr(8, 8);
   for (std::size_t n = 0; n < 200; ++n) shared.Area.replace(48 + 88 * n + 8, 8, place);
   EXPECT_THAT(test::FailureOf([&] { ReadBytes(shared.Bytes()); }), HasSubstr("points that have been told often"));
+}
+
+TEST(ClassicShape, ChildrenToldOverAndOverAreRefused) {
+  // 300 switches that all name one list of 300 children, none of which is there.
+  test::ShapeWriter shared(Root(Triangle, std::vector<NodePlan>(300, {.Tag = 5})));
+  const auto list = static_cast<std::int64_t>(shared.Area.size());
+  for (int n = 0; n < 300; ++n) shared.Area += test::Bytes4(-1);
+  for (std::size_t n = 0; n < 300; ++n) {
+    shared.Area.replace(48 + 20 * n + 12, 8, test::Bytes4(n < 5 ? 300 : 0) + test::Bytes4(list));
+  }
+  EXPECT_THAT(ReadBytes(shared.Bytes()).Edges, IsEmpty()) << "five of them are fewer than the file has room for";
+  for (std::size_t n = 0; n < 300; ++n) shared.Area.replace(48 + 20 * n + 12, 4, test::Bytes4(300));
+  EXPECT_THAT(test::FailureOf([&] { ReadBytes(shared.Bytes()); }), HasSubstr("too many children"));
 }
 
 TEST(ClassicShape, LinesToldOverAndOverAreRefused) {

@@ -93,6 +93,21 @@ TEST_F(HeightMap, EdgesOfTheMapAreJudgedAlike) {
   EXPECT_FALSE(corner.Sea[corner.IndexOf(7, 2)]);
 }
 
+TEST_F(HeightMap, EachOfTheEightNeighboursTells) {
+  for (const int down : {-2, 0, 2}) {
+    for (const int right : {-2, 0, 2}) {
+      if (down == 0 && right == 0) continue;
+      // One sample of a flat sea stands out, two away from that of row 8 and column 8.
+      const Terrain terrain = Read(16, [=](std::size_t row, std::size_t column) {
+        return static_cast<int>(row) == 8 + down && static_cast<int>(column) == 8 + right ? -1 : 0;
+      });
+      EXPECT_FALSE(terrain.Sea[terrain.IndexOf(8, 7)]) << down << ' ' << right;
+      EXPECT_TRUE(terrain.Sea[terrain.IndexOf(9, 7)]) << down << ' ' << right;
+      EXPECT_EQ(std::count(terrain.Sea.begin(), terrain.Sea.end(), 0), 9) << "it and its eight neighbours";
+    }
+  }
+}
+
 TEST_F(HeightMap, PlainAboveTheSeaIsLand) {
   const Terrain terrain = Read(8, [](std::size_t, std::size_t) { return 1; });
   EXPECT_EQ(std::count(terrain.Sea.begin(), terrain.Sea.end(), 1), 0);
@@ -158,9 +173,9 @@ TEST(TheaterText, TellsNameSizeAndCenter) {
 TEST(TheaterText, SizeIsRoundedAndNeeded) {
   EXPECT_EQ(Text("Theater size in KM=2048.2").Size, 2048);
   EXPECT_EQ(Text("theater SIZE in km\t=\t4096").Size, 4096);
-  for (const char* text :
-       {"", "Theater size in KM=", "Theater name=1024", "Theater size in KM=0", "Theater size in KM=-5",
-        "Theater size in KM=1e300", "Theater size in KM=nan", "Theater size in KM=8193", "Theater size in KM"}) {
+  for (const char* text : {"", "Theater size in KM=", "Theater name=1024", "Theater size in KM=0",
+                           "Theater size in KM=-5", "Theater size in KM=1e300", "Theater size in KM=nan",
+                           "Theater size in KM=8193", "Theater size in KM=0.5", "Theater size in KM"}) {
     EXPECT_THAT(test::FailureOf([&] { Text(text); }), HasSubstr("Theater.txt: ")) << text;
   }
 }

@@ -53,6 +53,12 @@ TEST(ObjectTables, ObjectiveWithoutAClassHasNone) {
     EXPECT_EQ(ClassAt(tables, index), nullptr) << index;
     EXPECT_EQ(ObjectiveClassAt(tables, index), nullptr) << index;
   }
+  tables.Classes[1].Data = DataKind::Feature;
+  EXPECT_EQ(ObjectiveClassAt(tables, 1), nullptr) << "its index leads into another table";
+  tables.Classes[1].Data = DataKind::Objective;
+  tables.Classes[1].Class = FeatureClassCode;
+  EXPECT_EQ(ObjectiveClassAt(tables, 1), nullptr) << "no objective";
+  tables.Classes[1].Class = ObjectiveClassCode;
   for (const std::int32_t index : {2, -1, std::numeric_limits<std::int32_t>::max()}) {
     tables.Classes[1].DataIndex = index;
     EXPECT_EQ(ObjectiveClassAt(tables, 1), nullptr) << index;
@@ -108,6 +114,14 @@ TEST(ObjectTables, FeatureOfACutTableOfClassesIsDrawnWithoutAName) {
   const std::vector<PlacedFeature> features = FeaturesOf(tables, tables.Objectives[1]);
   ASSERT_THAT(features, SizeIs(2));
   EXPECT_EQ(features[0].Data, nullptr);
+}
+
+TEST(ObjectTables, FeatureWhoseIndexLeadsIntoAnotherTableHasNoData) {
+  ObjectTables tables = World();
+  tables.Classes[3].Data = DataKind::None;
+  const std::vector<PlacedFeature> features = FeaturesOf(tables, tables.Objectives[1]);
+  ASSERT_THAT(features, SizeIs(2)) << "the index is that of a virtual one, but not of this table";
+  EXPECT_EQ(features[1].Data, nullptr);
 }
 
 TEST(ObjectTables, FeatureAtAnImpossiblePlaceIsLeftOut) {

@@ -90,6 +90,13 @@ TEST_F(TerrainBlocks, SeaIsTheCommonestTileAtHeightZero) {
   EXPECT_FALSE(terrain.Sea[terrain.IndexOf(5, 25)]);
 }
 
+TEST_F(TerrainBlocks, OfTilesAsCommonTheSmallestIsTheSea) {
+  const Terrain terrain = Read({.Height = [](std::size_t, std::size_t) { return 0; },
+                                .Tile = [](std::size_t, std::size_t column) { return 900 + 7 * (column % 4); }});
+  EXPECT_TRUE(terrain.Sea[terrain.IndexOf(4, 9)]);
+  EXPECT_EQ(std::count(terrain.Sea.begin(), terrain.Sea.end(), 1), 32 * 8);
+}
+
 TEST_F(TerrainBlocks, LandWithoutHeightZeroHasNoSea) {
   const Terrain terrain = Read({.Height = [](std::size_t, std::size_t) { return 7; }});
   EXPECT_EQ(std::count(terrain.Sea.begin(), terrain.Sea.end(), 1), 0);
