@@ -53,20 +53,13 @@ bool AreIndices(const Records& records, std::size_t at) {
   return true;
 }
 
-/// Where the kind of data stands for class information at `info` and the index at `index`: a byte outside both that
-/// tells objectives and, where there are enough of them, features; the nearest before the index, else the first behind.
+/// Where the kind of data stands for class information at `info` and the index at `index`: the nearest byte before that
+/// which tells objectives and, where there are enough of them, features.
 std::optional<std::size_t> FindKind(const Records& objectives, const Records& features, std::size_t info,
-                                    std::size_t index, std::size_t stride) {
-  const auto tells = [&](std::size_t at) {
-    return HaveKind(objectives, at, DataKind::Objective) &&
-           (features.size() < LeastObjectives || HaveKind(features, at, DataKind::Feature));
-  };
-  const std::size_t from = info + InfoBytes + ModelBytes;
-  for (std::size_t at = index; at-- > from;) {
-    if (tells(at)) return at;
-  }
-  for (std::size_t at = std::max(index + 2, from); at < stride; ++at) {
-    if (tells(at)) return at;
+                                    std::size_t index) {
+  for (std::size_t at = index; at-- > info + InfoBytes + ModelBytes;) {
+    if (!HaveKind(objectives, at, DataKind::Objective)) continue;
+    if (features.size() < LeastObjectives || HaveKind(features, at, DataKind::Feature)) return at;
   }
   return std::nullopt;
 }
@@ -83,7 +76,7 @@ std::optional<ClassTableLayout> FindClassTableLayout(std::string_view bytes, std
     // From behind: of the rows of numbers that would do, the index is the last field known.
     for (std::size_t index = stride - 1; index-- > info + InfoBytes;) {
       if (!AreIndices(objectives, index)) continue;
-      const std::optional<std::size_t> kind = FindKind(objectives, features, info, index, stride);
+      const std::optional<std::size_t> kind = FindKind(objectives, features, info, index);
       if (kind) return ClassTableLayout{stride, info, *kind, index};
     }
   }

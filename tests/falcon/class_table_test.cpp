@@ -102,6 +102,19 @@ TEST(ClassTable, OtherNumbersInARowAreNotTakenForIndices) {
   EXPECT_EQ(classes[10].DataIndex, 146);
 }
 
+TEST(ClassTable, KindOfDataIsTheNearestByteBeforeTheIndexThatTellsAllClasses) {
+  const std::vector<ClassPlan> plans = test::ManyClasses(150);
+  // Before the index stand a byte that is that of objectives everywhere and one that is that of features; far before it
+  // is one that is right as well.
+  const auto aligned = [](const ClassPlan& plan) {
+    std::string record = test::AlignedClassRecord(plan, 84);
+    record.replace(77, 3, "\x03\x01\x03");
+    record[40] = static_cast<char>(plan.Data);
+    return record;
+  };
+  ExpectMany(Read(test::TableOf(plans, aligned)), 150);
+}
+
 TEST(ClassTable, FewObjectivesTellNothingOfAnotherSize) {
   const auto aligned = [](const ClassPlan& plan) { return test::AlignedClassRecord(plan, 84); };
   EXPECT_THAT(test::FailureOf([&] { Read(test::TableOf(test::ManyClasses(99), aligned)); }),
@@ -116,7 +129,7 @@ TEST(ClassTable, IndicesMayHaveAFewGapsAndNoMore) {
   plans[399].Index = 203;
   EXPECT_EQ(Read(test::TableOf(plans, aligned)).size(), 401U);
   // Three of 200 beyond what a few gaps can be: more than 1 %.
-  for (const std::size_t n : {395U, 397U, 399U}) plans[n].Index = 210 + static_cast<int>(n);
+  for (const std::size_t n : {395U, 397U, 399U}) plans[n].Index = static_cast<int>(n) - 185;
   EXPECT_THROW(Read(test::TableOf(plans, aligned)), base::RuntimeFailure);
   // Every second one: 2, 4, 6 ... 400.
   for (std::size_t n = 1; n < plans.size(); n += 2) plans[n].Index = static_cast<int>(n) + 1;
