@@ -206,12 +206,13 @@ void FreqFrm::RefreshList(int tab, int selectTab, const QString& key, bool colla
   ShowEnabled();
 }
 
-void FreqFrm::Build(FreqTab tab, const QString& key, bool collapse, const KeyedTree::KeyNow& now) {
+void FreqFrm::Build(FreqTab tab, const QString& key, bool collapse, KeyedTree::KeyNow now) {
   KeyedTree& tree = TreeOf(tab);
   FreqRows found = RowsOf(Nodes(tab), Wanted(tab));
   const auto holds = [&key](const KeyedTree::Row& row) { return row.Key == key; };
   if (!key.isEmpty() && !Wanted(tab).isEmpty() && std::none_of(found.Rows.begin(), found.Rows.end(), holds)) {
-    // What is asked for is to be seen.
+    // What is asked for is to be seen. The nodes that are seen get their new keys before the others join them.
+    if (!collapse) tree.Refresh(std::move(found.Rows), std::exchange(now, {}));
     form->txtFilter->clear();
     found = RowsOf(Nodes(tab), {});
   }

@@ -79,7 +79,7 @@ class FreqFrm final : public ToolFrm {
   void Connect();
   void ConnectTree(QTreeView& view);
   std::vector<radio::FreqNode> Nodes(radio::FreqTab tab) const;
-  void Build(radio::FreqTab tab, const QString& key, bool collapse, const KeyedTree::KeyNow& now);
+  void Build(radio::FreqTab tab, const QString& key, bool collapse, KeyedTree::KeyNow now);
   /// Opens what is above those that a filter has found, and says in an empty tree why it is empty.
   void ShowFound(radio::FreqTab tab, const std::vector<QString>& open);
   /// Marks the rows whose values the radios have.

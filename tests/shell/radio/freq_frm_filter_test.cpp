@@ -87,6 +87,9 @@ TEST_F(FreqFilter, NothingMovesAmongNeighboursThatAreNotSeen) {
     EXPECT_FALSE(Enabled(panel, name)) << name;
   }
   Type(3, "track");
+  Stand(3, "C1");
+  EXPECT_FALSE(Enabled(panel, "cmdMoveDown"));
+  EXPECT_TRUE(Enabled(panel, "cmdEditFolder"));
   Stand(3, "D1_C1");
   EXPECT_FALSE(Enabled(panel, "cmdMoveDown"));
   EXPECT_TRUE(Enabled(panel, "cmdEditFreq"));

@@ -140,6 +140,19 @@ TEST_F(FreqMoves, WhatIsOpenStaysOpenUnderItsNewNumber) {
   EXPECT_FALSE(Tree().isExpanded(At(Tree(), "C1"))) << "what was open is gone";
 }
 
+TEST_F(FreqMoves, WhatIsOpenStaysOpenWhenAFilterIsEmptied) {
+  AddEntries("Tank two", {{"a", "b"}});
+  panel.RefreshList(3, 3, {}, false);
+  Open(3);
+  QTest::keyClicks(&Filter(), QStringLiteral("tank"));
+  Tree().expand(At(Tree(), "C3"));
+  desk.Answers = {base::Answer::Yes};
+  PressAt(3, "C1", "cmdDeleteFolder");
+  EXPECT_EQ(Filter().text(), QString()) << "Ranges, which is selected, had been hidden";
+  EXPECT_EQ(Selected(), "C1");
+  EXPECT_TRUE(Tree().isExpanded(At(Tree(), "C2"))) << "Tank two";
+}
+
 class FreqDrag : public FreqPanel {
  protected:
   void SetUp() override {

@@ -116,10 +116,9 @@ TEST_F(FreqTune, RowsThatARadioHasAreMarked) {
   Click("D2_C1");
   EXPECT_TRUE(bold(3, "D2_C1"));
   EXPECT_TRUE(bold(1, "FV2")) << "on every tab";
-  Press(panel, "cmdMoveUp");
-  EXPECT_TRUE(bold(3, "D1_C1")) << "where it has moved to";
-  EXPECT_TRUE(bold(3, "D2_C1"));
-  EXPECT_FALSE(bold(3, "D3_C1"));
+  Press(panel, "cmdMoveDown");
+  EXPECT_TRUE(bold(3, "D3_C1")) << "where it has moved to";
+  EXPECT_FALSE(bold(3, "D2_C1"));
 }
 
 TEST_F(FreqTune, RightClickOffersTheValueOfItsNode) {
