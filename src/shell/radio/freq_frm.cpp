@@ -380,6 +380,12 @@ bool FreqFrm::eventFilter(QObject* watched, QEvent* event) {
     Guarded(program.Log, "NodeClick", [this] { Click(Selected()); });
     return true;
   }
+  constexpr auto toFolder = Qt::ControlModifier | Qt::ShiftModifier;
+  const bool arrow = key == Qt::Key_Up || key == Qt::Key_Down;
+  if (Tab() == FreqTab::CustomFreqs && arrow && (pressed->modifiers() & toFolder) == toFolder) {
+    Guarded(program.Log, "TreeView3", [&] { MoveToFolder(Selected(), key == Qt::Key_Down); });
+    return true;
+  }
   for (const Command& command : Commands) {
     if (command.Key != key || command.Tab != Tab() || !Can(command.Where, Selected())) continue;
     Run(command);

@@ -111,6 +111,8 @@ class FreqFrm final : public ToolFrm {
   void DeleteFreq(const std::string& key);
   template <radio::FreqMove move>
   void MoveFreq(const std::string& key);
+  /// What a drag does: an entry goes to the folder after its own, or before it.
+  void MoveToFolder(const std::string& key, bool down);
   template <radio::FreqMove move>
   void MoveAirfield(const std::string& key);
   bool Check(const QString& key, bool on);

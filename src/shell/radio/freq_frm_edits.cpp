@@ -113,6 +113,12 @@ void FreqFrm::MoveFreq(const std::string& key) {
   ShowEdited(select, folder ? After(u'C', key, Tables().FreqFolders.UpperBound(), move) : KeyedTree::KeyNow());
 }
 
+void FreqFrm::MoveToFolder(const std::string& key, bool down) {
+  if (!Can(On::Entry, key) || !Can(On::FolderOrEntry, key)) return;
+  const std::size_t folder = radio::ReadFreqKey(key).Index;
+  ShowEdited(radio::DropFreq(Tables(), Steps(), key, radio::FolderKey(down ? folder + 1 : folder - 1)));
+}
+
 template <FreqMove move>
 void FreqFrm::MoveAirfield(const std::string& key) {
   const radio::Reselect select = radio::MoveAirfield(Tables(), Steps(), key, move);

@@ -193,5 +193,23 @@ TEST_F(FreqDrag, OwnFolderAndOtherTargetsDoNothing) {
   EXPECT_EQ(Folders(), BothFolders);
 }
 
+TEST_F(FreqDrag, IsDoneByKeysToo) {
+  const auto press = [this](Qt::Key key) { QTest::keyClick(&Tree(), key, Qt::ControlModifier | Qt::ShiftModifier); };
+  Stand(3, "D2_C1");
+  press(Qt::Key_Up);
+  EXPECT_EQ(Folders(), BothFolders) << "there is none above";
+  EXPECT_EQ(Selected(), "D2_C1");
+  press(Qt::Key_Down);
+  EXPECT_EQ(Folders(), "Tankers(Track one=251000;Spare=999;)Ranges(Tower=118250;Track two=138050;)");
+  EXPECT_EQ(Selected(), "D2_C2");
+  press(Qt::Key_Down);
+  press(Qt::Key_Up);
+  EXPECT_EQ(Folders(), "Tankers(Track one=251000;Spare=999;Track two=138050;)Ranges(Tower=118250;)");
+  EXPECT_EQ(Selected(), "D3_C1");
+  QTest::keyClicks(&Filter(), QStringLiteral("t"));
+  press(Qt::Key_Down);
+  EXPECT_EQ(Selected(), "D3_C1") << "among folders that may be hidden it goes nowhere";
+}
+
 }  // namespace
 }  // namespace kestrel::shell
