@@ -12,7 +12,7 @@ namespace kestrel::e2e {
 namespace {
 
 const char* const Open[] = {"CLIENTS", "BULLSEYE", "CURSOR", "MINIMAP"};
-const char* const Hidden[] = {"OPTIONS", "AREAS", "PLAYBACK", "FREQUENCIES"};
+const char* const Hidden[] = {"OPTIONS", "AREAS", "PLAYBACK", "FREQs"};
 
 class FirstStart : public StationOnScreen {
  protected:

@@ -48,9 +48,9 @@ struct Tool {
 };
 // Rolled up, and apart even where they are rolled down.
 constexpr Tool Tools[] = {
-    {"CLIENTS", "CLIENTS", {80, 120}},  {"BULLSEYE", "BULL", {400, 120}},    {"CURSOR", "CURSOR", {400, 400}},
-    {"MINIMAP", "MINIMAP", {640, 120}}, {"FREQUENCIES", "FREQ", {640, 500}}, {"AREAS", "AREAS", {900, 500}},
-    {"PLAYBACK", "REC", {400, 700}},    {"OPTIONS", "VIEW", {900, 120}},
+    {"CLIENTS", "CLIENTS", {80, 120}},  {"BULLSEYE", "BULL", {400, 120}}, {"CURSOR", "CURSOR", {400, 400}},
+    {"MINIMAP", "MINIMAP", {640, 120}}, {"FREQs", "FREQ", {80, 660}},     {"AREAS", "AREAS", {900, 500}},
+    {"PLAYBACK", "REC", {560, 700}},    {"OPTIONS", "VIEW", {900, 120}},
 };
 
 class Floating : public StationOnScreen {
