@@ -19,7 +19,8 @@ base::Table<T>& TableOf(AreaCatalogue& catalogue, std::size_t group) {
 
 template <class Made>
 Change Run(AreaCatalogue& catalogue, Made& made) {
-  return base::Apply(TableOf<typename Made::Record>(catalogue, made.Group), std::move(made));
+  auto& table = TableOf<typename Made::Record>(catalogue, made.Group);
+  return base::Apply(table, std::move(made));
 }
 
 Change Run(AreaCatalogue& catalogue, SwapGroups& swap) {

@@ -77,8 +77,8 @@ template <class Tables, class Change, class Moved>
 class History<Tables, Change, Moved>::OneStep {
  public:
   /// Both outlive it. `joins` as in Step.
-  OneStep(Tables& changed, History& recorder, std::string text, std::string joins = {})
-      : tables(changed), history(recorder), step{.Text = std::move(text), .Joins = std::move(joins)} {
+  OneStep(Tables& changed, History& recorder, const std::string& text, const std::string& joins = {})
+      : tables(changed), history(recorder), step{.Text = text, .Joins = joins} {
     if (history.open == nullptr) history.open = this;
   }
   ~OneStep() {
@@ -98,9 +98,9 @@ class History<Tables, Change, Moved>::OneStep {
 
   void Do(Change change) { history.open->step.Changes.push_back(Apply(tables, std::move(change))); }
   /// The keys to be selected when the step has been taken back, and when it has been done.
-  void Select(std::string before, std::string after) {
-    step.SelectBefore = std::move(before);
-    step.SelectAfter = std::move(after);
+  void Select(const std::string& before, const std::string& after) {
+    step.SelectBefore = before;
+    step.SelectAfter = after;
   }
 
  private:

@@ -21,7 +21,8 @@ base::Table<T>& TableOf(Frequencies& tables, std::size_t group) {
 
 template <class Made>
 Change Run(Frequencies& tables, Made& made) {
-  return base::Apply(TableOf<typename Made::Record>(tables, made.Group), std::move(made));
+  auto& table = TableOf<typename Made::Record>(tables, made.Group);
+  return base::Apply(table, std::move(made));
 }
 
 Change Run(Frequencies& tables, MoveEntry& move) {
