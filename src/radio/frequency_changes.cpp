@@ -39,6 +39,12 @@ Change Run(Frequencies& tables, PutChannel& put) {
   return std::move(put);
 }
 
+Change Run(Frequencies& tables, PutAirfields& put) {
+  std::swap(tables.Teams, put.Teams);
+  std::swap(tables.Airfields, put.Airfields);
+  return std::move(put);
+}
+
 struct TabOf {
   template <class Made>
   FreqTab operator()(const Made&) const {
@@ -46,6 +52,7 @@ struct TabOf {
   }
   FreqTab operator()(const MoveEntry&) const { return FreqTab::CustomFreqs; }
   FreqTab operator()(const PutChannel&) const { return FreqTab::CustomChannels; }
+  FreqTab operator()(const PutAirfields&) const { return FreqTab::Airports; }
 };
 
 }  // namespace
@@ -59,6 +66,22 @@ std::size_t Held(const FreqEntry& entry) { return base::Held(entry.Description) 
 std::size_t Held(const FreqFolder& folder) { return base::Held(folder.Name) + base::Held(folder.Entries); }
 
 std::size_t Held(const PutChannel& put) { return base::Held(put.Key) + base::Held(put.Text); }
+
+std::size_t Held(const Airfield& airfield) {
+  std::size_t sum = 0;
+  for (const std::string* const text :
+       {&airfield.Name, &airfield.UHF, &airfield.VHF, &airfield.TACAN, &airfield.TACAN_BAND}) {
+    sum += base::Held(*text);
+  }
+  for (std::size_t i = 0; i < RunwayEndCount; ++i) sum += base::Held(airfield.ILS[i]) + base::Held(airfield.ILS_DES[i]);
+  return sum;
+}
+
+std::size_t Held(const PutAirfields& put) {
+  std::size_t sum = base::Held(put.Airfields);
+  for (const std::string& team : put.Teams) sum += base::Held(team);
+  return sum;
+}
 
 void Moved::Note(const Change& change) { Tab = std::visit(TabOf(), change); }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <variant>
@@ -34,9 +35,16 @@ struct PutChannel {
   std::string Text;
 };
 
-using Change = std::variant<Insert<FreqFolder>, Insert<FreqEntry>, Take<FreqFolder>, Take<FreqEntry>, Move<FreqFolder>,
-                            Move<FreqEntry>, Move<Airfield>, MoveEntry, Replace<FreqEntry>, Put<&FreqFolder::Name>,
-                            Put<&Airfield::VIS>, Put<&Airfield::TACAN_VIS>, Put<&Airfield::ILS_VIS>, PutChannel>;
+/// Gives the teams other names and puts other airfields in the place of all.
+struct PutAirfields {
+  std::array<std::string, TeamCount> Teams;
+  base::Table<Airfield> Airfields;
+};
+
+using Change =
+    std::variant<Insert<FreqFolder>, Insert<FreqEntry>, Take<FreqFolder>, Take<FreqEntry>, Move<FreqFolder>,
+                 Move<FreqEntry>, Move<Airfield>, MoveEntry, Replace<FreqEntry>, Put<&FreqFolder::Name>,
+                 Put<&Airfield::VIS>, Put<&Airfield::TACAN_VIS>, Put<&Airfield::ILS_VIS>, PutChannel, PutAirfields>;
 
 /// Makes the change; gives the one that takes it back.
 Change Apply(Frequencies& tables, Change change);
@@ -45,6 +53,8 @@ Change Apply(Frequencies& tables, Change change);
 std::size_t Held(const FreqEntry& entry);
 std::size_t Held(const FreqFolder& folder);
 std::size_t Held(const PutChannel& put);
+std::size_t Held(const Airfield& airfield);
+std::size_t Held(const PutAirfields& put);
 
 /// What the panel is to do after an Undo or Redo. After one on the tab of the airports the map is to be drawn anew.
 struct Moved {

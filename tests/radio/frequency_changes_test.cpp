@@ -5,8 +5,10 @@
 #include <functional>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "radio/airfield_build.h"
 #include "radio/frequency_edits.h"
 #include "radio/frequency_file.h"
 #include "radio/with_steps.h"
@@ -99,6 +101,12 @@ const Edit edits[] = {
     {[](Tables& t, Steps& s) { MoveAirfield(t, s, "TC4", FreqMove::Top); }, "move of Field 4", "TC4", "TC1", Airport},
     // The key after a move to the bottom has the number of the folders.
     {[](Tables& t, Steps& s) { MoveAirfield(t, s, "A1", FreqMove::Bottom); }, "move of Field 1", "A1", "A3", Airport},
+    {[](Tables& t, Steps& s) {
+       AirfieldBuild build{.Teams = {"a", "b"}, .Airfields = {}, .Trouble = {}};
+       build.Airfields.Append(t.Airfields[2]);
+       TakeAirfields(t, s, std::move(build));
+     },
+     "load of airfields", "", "", Airport},
     {[](Tables& t, Steps& s) { CheckNode(t, s, "A2", false); }, "uncheck of Field 2", "A2", "A2", Airport},
     {[](Tables& t, Steps& s) { CheckNode(t, s, "TC1", true); }, "check of Field 1 TACAN", "TC1", "TC1", Airport},
     {[](Tables& t, Steps& s) { CheckNode(t, s, "I11", true); }, "check of Field 1 ILS 09L", "I11", "I11", Airport},
