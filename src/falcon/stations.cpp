@@ -53,7 +53,7 @@ StationList ReadStations(std::string_view text) {
 }
 
 StationList LoadStations(const std::filesystem::path& campaignFolder) {
-  const std::filesystem::path file = base::FindFile(campaignFolder, "stations+ils.dat");
+  const std::filesystem::path file = base::FindFile(campaignFolder, StationsFile);
   StationList list = ReadStations(base::ReadWholeFile(file, MaxStationFileBytes));
   if (!list.Trouble.empty()) list.Trouble = base::NameForMessage(file) + ", " + list.Trouble;
   return list;

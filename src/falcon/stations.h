@@ -54,6 +54,9 @@ struct StationList {
   std::string Trouble;            ///< why the list goes no further, naming the line; empty when it is whole
 };
 
+/// The file in the folder of campaigns.
+inline constexpr std::string_view StationsFile = "stations+ils.dat";
+
 inline constexpr std::size_t MaxStationFileBytes = std::size_t{4} << 20;
 
 /// Reads the lines. Empty ones and comments ("#") are skipped; a line may have one field or all. One that does not
