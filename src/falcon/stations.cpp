@@ -43,6 +43,7 @@ StationList ReadStations(std::string_view text) {
     const std::string_view content = TrimLine(line);
     if (content.empty() || content[0] == '#') continue;
     try {
+      if (list.Stations.size() == MaxStations) throw base::RuntimeFailure("there are too many stations");
       list.Stations.push_back(StationOf(content));
     } catch (const base::RuntimeFailure& failure) {
       list.Trouble = "line " + std::to_string(lineNumber) + ": " + failure.what();

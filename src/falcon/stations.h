@@ -59,8 +59,11 @@ inline constexpr std::string_view StationsFile = "stations+ils.dat";
 
 inline constexpr std::size_t MaxStationFileBytes = std::size_t{4} << 20;
 
+/// As many as there are numbers for objectives; a station takes much more memory than its shortest line.
+inline constexpr std::size_t MaxStations = 32767;
+
 /// Reads the lines. Empty ones and comments ("#") are skipped; a line may have one field or all. One that does not
-/// begin with a whole number of 16 bits ends the list there.
+/// begin with a whole number of 16 bits ends the list there, and so does the one beyond MaxStations.
 StationList ReadStations(std::string_view text);
 
 /// ReadStations of the file in the campaign's folder. RuntimeFailure when there is none or it cannot be read.

@@ -96,5 +96,13 @@ TEST(Stations, FileIsFoundWhateverItsCase) {
   EXPECT_EQ(base::Lower(list.Trouble.substr(0, 26)), "stations+ils.dat, line 2: ");
 }
 
+TEST(Stations, ShortLinesWithoutEndTakeNoMemoryWithoutEnd) {
+  std::string text;
+  for (int line = 0; line < 40000; ++line) text += "1\n";
+  const StationList list = ReadStations(text);
+  EXPECT_EQ(list.Stations.size(), 32767u);
+  EXPECT_EQ(list.Trouble, "line 32768: there are too many stations");
+}
+
 }  // namespace
 }  // namespace kestrel::falcon
