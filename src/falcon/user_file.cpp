@@ -58,7 +58,9 @@ std::string_view LineEndOf(std::string_view text) {
 }
 
 void AppendLine(std::string& text, std::string_view line, std::string_view lineEnd) {
-  if (!text.empty() && text.back() != '\n') text += lineEnd;
+  // A file may be cut within CR LF.
+  if (text.ends_with('\r')) text += '\n';
+  if (!text.empty() && !text.ends_with('\n')) text += lineEnd;
   text.append(line).append(lineEnd);
 }
 
