@@ -1,0 +1,31 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kestrel::falcon {
+
+/// A value of the registry: bytes as they are stored, or text as bytes of the code page.
+struct KeyValue {
+  bool IsBinary = false;
+  std::string Bytes;
+};
+
+/// Where installations have registered themselves: the registry of the system or of a Wine prefix, or what a person
+/// has written by hand. Keys are named below HKEY_LOCAL_MACHINE, with backslashes, in any case; one that stands in the
+/// registry's view of 32 bits goes before its namesake in the other. It is only read.
+class InstallKeys {
+ public:
+  virtual ~InstallKeys() = default;
+  /// Nothing when there is no such value or it cannot be read.
+  virtual std::optional<KeyValue> ReadValue(std::string_view key, std::string_view value) const = 0;
+  /// The names of the keys right below, each once; none when there is no such key.
+  virtual std::vector<std::string> SubKeys(std::string_view key) const = 0;
+  /// The folder that a text such as "C:\Games" names; empty when there is no such drive or the text names none.
+  virtual std::filesystem::path FolderOf(std::string_view text) const = 0;
+};
+
+}  // namespace kestrel::falcon
