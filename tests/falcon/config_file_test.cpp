@@ -5,6 +5,11 @@
 #include <filesystem>
 #include <string>
 
+#ifndef _WIN32
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
+
 #include "base/temp_folder.h"
 #include "falcon/failure_text.h"
 
@@ -60,6 +65,8 @@ TEST_F(ConfigFile, StatementIsSetNameAndValue) {
   EXPECT_EQ(Parsed("/ set name 1"), "none");
   EXPECT_EQ(Parsed(" set name 1"), "none") << "an indented statement is none";
   EXPECT_EQ(Parsed("set\tname 1"), "none");
+  EXPECT_EQ(Parsed("set  name"), "none") << "the blank that ends the name is the next one behind its first character";
+  EXPECT_EQ(Parsed("set  name 1"), " name|1");
   EXPECT_EQ(Parsed("settle name 1"), "none");
   EXPECT_EQ(Parsed("set name\t1"), "none") << "only a blank ends the name";
 }
@@ -165,6 +172,28 @@ TEST_F(ConfigFile, WhatCannotBeWrittenStays) {
   EXPECT_EQ(ReadBytes(file), before) << "without a backup nothing is written";
   EXPECT_EQ(Files(), 2U);
 }
+
+#ifndef _WIN32
+TEST_F(ConfigFile, BackupOfASaveThatFailsGoesAgain) {
+  if (geteuid() != 0) GTEST_SKIP() << "only the superuser can own a file that another one may not replace";
+  const std::string before = "set g_nF1TeamUiFreq 1\n";
+  WriteBytes(file, before);
+  fs::permissions(file, fs::perms(0666));
+  fs::permissions(folder.Path(), fs::perms(01777));  // files are replaced by their owner alone
+  const pid_t child = fork();
+  if (child == 0) {
+    constexpr uid_t nobody = 65534;
+    if (setuid(nobody) != 0) _exit(2);
+    _exit(FailureOf([&] { WriteCfgValue(file, true, "2"); }) == "Falcon BMS.cfg cannot be written" ? 0 : 1);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  ASSERT_TRUE(WIFEXITED(status));
+  EXPECT_EQ(WEXITSTATUS(status), 0);
+  EXPECT_EQ(ReadBytes(file), before);
+  EXPECT_EQ(Files(), 1U);
+}
+#endif
 
 TEST_F(ConfigFile, MissingFileIsAFailure) {
   EXPECT_EQ(FailureOf([&] { ReadCfgValue(file, true); }), "Falcon BMS.cfg is no file");
