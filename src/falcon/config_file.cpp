@@ -67,8 +67,7 @@ bool SetsCfgValue(const std::filesystem::path& cfgFile, bool isF1) {
   return std::filesystem::exists(cfgFile, failure) && LastValue(cfgFile, NameOf(isF1)).has_value();
 }
 
-void WriteCfgValue(const std::filesystem::path& cfgFile, bool isF1, std::string_view value) {
-  const std::string before = base::ReadWholeFile(cfgFile, base::MaxTextFileBytes);
+std::string WithCfgValue(std::string_view before, bool isF1, std::string_view value) {
   const std::string fresh = OneLine(value);
   const std::string_view wanted = NameOf(isF1);
   std::string after;
@@ -90,6 +89,11 @@ void WriteCfgValue(const std::filesystem::path& cfgFile, bool isF1, std::string_
                               (isF1 ? "F1" : "F2") + " UI voice comms (for Force on Force type missions).";
     AppendLine(after, added, LineEndOf(before));
   }
+  return after;
+}
+
+void WriteCfgValue(const std::filesystem::path& cfgFile, bool isF1, std::string_view value) {
+  const std::string after = WithCfgValue(base::ReadWholeFile(cfgFile, base::MaxTextFileBytes), isF1, value);
   std::filesystem::path backup = cfgFile;
   backup += "_backup";
   ReplaceUserFile(cfgFile, after, backup);

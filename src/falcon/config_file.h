@@ -27,9 +27,12 @@ std::string ReadCfgValue(const std::filesystem::path& cfgFile, bool isF1);
 /// configuration. RuntimeFailure when it is there and cannot be read.
 bool SetsCfgValue(const std::filesystem::path& cfgFile, bool isF1);
 
-/// Writes the frequency of team 1 or 2 into each statement that names it, or adds a line at the end. In the statement
-/// every occurrence of the old value behind the name is replaced, also in its comment; one whose value is empty stays
-/// as it is. All other bytes stay. Before the first time the file is copied to "<file>_backup", which is never written
+/// A configuration with the frequency of team 1 or 2 in each statement that names it, or in a line that is added at the
+/// end. In the statement every occurrence of the old value behind the name is replaced, also in its comment; one whose
+/// value is empty stays as it is. All other bytes stay.
+std::string WithCfgValue(std::string_view text, bool isF1, std::string_view value);
+
+/// Gives a file that frequency. Before the first time the file is copied to "<file>_backup", which is never written
 /// over. RuntimeFailure when that fails, and nothing has changed then.
 void WriteCfgValue(const std::filesystem::path& cfgFile, bool isF1, std::string_view value);
 

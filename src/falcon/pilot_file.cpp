@@ -6,10 +6,10 @@
 #include <system_error>
 #include <tuple>
 
+#include "base/failure.h"
 #include "base/files.h"
 #include "base/profile_file.h"
 #include "base/text.h"
-#include "falcon/data_file.h"
 #include "falcon/foreign_text.h"
 #include "falcon/user_file.h"
 
@@ -85,8 +85,46 @@ RadioSection FindRadio(std::string_view text) {
 
 bool IsWideText(std::string_view text) { return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF"); }
 
-/// `text` with the presets in it.
+}  // namespace
+
+std::vector<Callsign> ListCallsigns(const fs::path& folder) {
+  constexpr std::size_t endingSize = 4;
+  const std::vector<fs::path> files = FilesOf(folder);
+  // By the name in lower case; of several spellings always the same one.
+  std::map<std::string, fs::path> pilotFiles;
+  for (const fs::path& file : files) {
+    fs::path& known = pilotFiles[base::Lower(FileName(file))];
+    if (known.empty() || file < known) known = file;
+  }
+  std::vector<Callsign> callsigns;
+  for (const fs::path& file : files) {
+    const std::string name = FileName(file);
+    if (name.size() <= endingSize || !base::SameNoCase(std::string_view(name).substr(name.size() - 3), "lbk")) continue;
+    const std::string pilot = name.substr(0, name.size() - endingSize);
+    const auto found = pilotFiles.find(base::Lower(pilot) + ".ini");
+    if (found != pilotFiles.end()) callsigns.push_back({base::NameForMessage(base::PathOfText(pilot)), found->second});
+  }
+  std::sort(callsigns.begin(), callsigns.end(), [](const Callsign& a, const Callsign& b) {
+    const std::string first = base::Upper(a.Name), second = base::Upper(b.Name);
+    return std::tie(first, a.Name) < std::tie(second, b.Name);
+  });
+  return callsigns;
+}
+
+RadioPresets PresetsOf(std::string_view text) {
+  const base::ProfileFile file(text);
+  base::ProfileFile::SectionView section = file.Open(Section);
+  RadioPresets presets;
+  for (const Bank& bank : Banks) {
+    for (std::size_t preset = 1; preset <= PresetCount; ++preset) {
+      (presets.*bank.Texts)[preset] = section.Value(KeyOf(bank, preset), "000000");
+    }
+  }
+  return presets;
+}
+
 std::string WithPresets(std::string_view text, const RadioPresets& presets) {
+  if (IsWideText(text)) throw base::RuntimeFailure("text in UTF-16 is not written");
   const RadioSection section = FindRadio(text);
   std::vector<Edit> edits;
   std::vector<std::string> missing;
@@ -117,48 +155,13 @@ std::string WithPresets(std::string_view text, const RadioPresets& presets) {
   return result.append(text.substr(end));
 }
 
-}  // namespace
-
-std::vector<Callsign> ListCallsigns(const fs::path& folder) {
-  constexpr std::size_t endingSize = 4;
-  const std::vector<fs::path> files = FilesOf(folder);
-  // By the name in lower case; of several spellings always the same one.
-  std::map<std::string, fs::path> pilotFiles;
-  for (const fs::path& file : files) {
-    fs::path& known = pilotFiles[base::Lower(FileName(file))];
-    if (known.empty() || file < known) known = file;
-  }
-  std::vector<Callsign> callsigns;
-  for (const fs::path& file : files) {
-    const std::string name = FileName(file);
-    if (name.size() <= endingSize || !base::SameNoCase(std::string_view(name).substr(name.size() - 3), "lbk")) continue;
-    const std::string pilot = name.substr(0, name.size() - endingSize);
-    const auto found = pilotFiles.find(base::Lower(pilot) + ".ini");
-    if (found != pilotFiles.end()) callsigns.push_back({base::NameForMessage(base::PathOfText(pilot)), found->second});
-  }
-  std::sort(callsigns.begin(), callsigns.end(), [](const Callsign& a, const Callsign& b) {
-    const std::string first = base::Upper(a.Name), second = base::Upper(b.Name);
-    return std::tie(first, a.Name) < std::tie(second, b.Name);
-  });
-  return callsigns;
-}
-
 RadioPresets LoadRadioFile(const fs::path& pilotFile) {
-  const base::ProfileFile file(base::ReadWholeFile(pilotFile, base::MaxTextFileBytes));
-  base::ProfileFile::SectionView section = file.Open(Section);
-  RadioPresets presets;
-  for (const Bank& bank : Banks) {
-    for (std::size_t preset = 1; preset <= PresetCount; ++preset) {
-      (presets.*bank.Texts)[preset] = section.Value(KeyOf(bank, preset), "000000");
-    }
-  }
-  return presets;
+  return PresetsOf(base::ReadWholeFile(pilotFile, base::MaxTextFileBytes));
 }
 
 void SaveRadioFile(const fs::path& pilotFile, const RadioPresets& presets) {
   const std::string text = base::ReadWholeFile(pilotFile, base::MaxTextFileBytes);
-  if (IsWideText(text)) RefuseFile(base::NameForMessage(pilotFile), "text in UTF-16 is not written");
-  ReplaceUserFile(pilotFile, WithPresets(text, presets));
+  ReplaceUserFile(pilotFile, Within(base::NameForMessage(pilotFile), [&] { return WithPresets(text, presets); }));
 }
 
 }  // namespace kestrel::falcon

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // The pilots of an installation and the channels that each has in the simulator.
@@ -30,12 +31,17 @@ struct Callsign {
 std::vector<Callsign> ListCallsigns(const std::filesystem::path& folder);
 
 /// The keys "UHF_1" to "UHF_20" and "VHF_1" to "VHF_20" of section "Radio", "000000" where one is missing or empty.
-/// RuntimeFailure when the file is missing or cannot be read.
+RadioPresets PresetsOf(std::string_view text);
+/// The text of a pilot's file with these keys written where they stand, those that are missing behind the last line of
+/// the section, and the section at the end when it is missing. All other bytes stay, the blanks around a value too.
+/// RuntimeFailure for a text in UTF-16.
+std::string WithPresets(std::string_view text, const RadioPresets& presets);
+
+/// The presets of a file. RuntimeFailure when it is missing or cannot be read.
 RadioPresets LoadRadioFile(const std::filesystem::path& pilotFile);
 
-/// Writes these keys where they stand, those that are missing behind the last line of the section, and the section at
-/// the end when it is missing. All other bytes stay, the blanks around a value too. RuntimeFailure when the file is
-/// missing, write-protected, in UTF-16 or cannot be written, and nothing has changed then.
+/// Gives a file its presets. RuntimeFailure when it is missing, write-protected, in UTF-16 or cannot be written, and
+/// nothing has changed then.
 void SaveRadioFile(const std::filesystem::path& pilotFile, const RadioPresets& presets);
 
 }  // namespace kestrel::falcon
