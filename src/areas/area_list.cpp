@@ -8,8 +8,9 @@ namespace {
 /// The step of something done in a group, whose node is selected before and after.
 class ListStep : public OneStep {
  public:
-  ListStep(AreaCatalogue& changed, AreaHistory& recorder, std::size_t group, std::string text, std::string joins = {})
-      : OneStep(changed, recorder, std::move(text), std::move(joins)) {
+  ListStep(AreaCatalogue& changed, AreaHistory& recorder, std::size_t group, const std::string& text,
+           const std::string& joins = {})
+      : OneStep(changed, recorder, text, joins) {
     Select(GroupKey(group), GroupKey(group));
   }
 };

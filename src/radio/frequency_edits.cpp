@@ -253,7 +253,7 @@ bool CheckNode(Frequencies& tables, FrequencyHistory& steps, std::string_view ke
   std::string name = Checking(on) + Trimmed(team ? tables.Teams[read.Index] : tables.Airfields[read.Index].Name);
   if (read.Record == FreqRecord::TACAN) name += " TACAN";
   if (read.Record == FreqRecord::ILS) name += " ILS " + tables.Airfields[read.Index].ILS_DES[read.Part];
-  OneStep step(tables, steps, std::move(name));
+  OneStep step(tables, steps, name);
   PutFlags(tables, step, *box, on,
            [&](std::size_t i) { return team ? ShownTeam(tables.Airfields[i]) == read.Index : i == read.Index; });
   Select(step, key, std::string(key));
