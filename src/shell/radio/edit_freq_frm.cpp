@@ -1,5 +1,6 @@
 #include "shell/radio/edit_freq_frm.h"
 
+#include <QStyle>
 #include <QValidator>
 #include <optional>
 #include <utility>
