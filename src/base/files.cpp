@@ -18,13 +18,13 @@ namespace {
 struct CloseFile {
   void operator()(std::FILE* open) const { std::fclose(open); }
 };
-using OpenFile = std::unique_ptr<std::FILE, CloseFile>;
+using OpenedFile = std::unique_ptr<std::FILE, CloseFile>;
 
-OpenFile OpenForReading(const fs::path& path) {
+OpenedFile OpenForReading(const fs::path& path) {
 #ifdef _WIN32
-  return OpenFile(_wfopen(path.c_str(), L"rb"));
+  return OpenedFile(_wfopen(path.c_str(), L"rb"));
 #else
-  return OpenFile(std::fopen(path.c_str(), "rb"));
+  return OpenedFile(std::fopen(path.c_str(), "rb"));
 #endif
 }
 
@@ -90,7 +90,7 @@ bool FileExists(const fs::path& path) {
 std::string ReadWholeFile(const fs::path& path, std::size_t limit) {
   std::error_code failure;
   if (!fs::is_regular_file(path, failure)) throw RuntimeFailure(NameForMessage(path) + " is no file");
-  const OpenFile file = OpenForReading(path);
+  const OpenedFile file = OpenForReading(path);
   const auto size = fs::file_size(path, failure);
   if (!file || failure) throw RuntimeFailure(NameForMessage(path) + " cannot be read");
   if (size > limit) throw RuntimeFailure(NameForMessage(path) + " is too large");
@@ -104,7 +104,7 @@ std::string ReadWholeFile(const fs::path& path, std::size_t limit) {
 std::size_t ReadHead(const fs::path& path, std::span<std::byte> into) {
   std::error_code failure;
   if (!fs::is_regular_file(path, failure)) throw RuntimeFailure(NameForMessage(path) + " is no file");
-  const OpenFile file = OpenForReading(path);
+  const OpenedFile file = OpenForReading(path);
   if (!file) throw RuntimeFailure(NameForMessage(path) + " cannot be read");
   const std::size_t count = std::fread(into.data(), 1, into.size(), file.get());
   if (std::ferror(file.get())) throw RuntimeFailure(NameForMessage(path) + " cannot be read");

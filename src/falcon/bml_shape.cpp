@@ -12,12 +12,12 @@
 namespace kestrel::falcon {
 namespace {
 
-constexpr std::size_t HeadBytes = 28;
+constexpr std::size_t BmlHeadBytes = 28;
 constexpr std::uint32_t FirstVersion = 1, SecondVersion = 2;
 constexpr std::uint32_t TriangleList = 4;
 constexpr std::uint32_t LightBytes = 44;  // of a vertex of a light, in the second version
 constexpr std::size_t PlaceBytes = 12;    // that every vertex begins with
-constexpr std::size_t NodeHeadBytes = 12;
+constexpr std::size_t BmlNodeHeadBytes = 12;
 
 enum class NodeKind : std::uint32_t {
   Primitive = 1,
@@ -71,7 +71,7 @@ class Content {
     indexBytes = reader.U32() == 1 ? 2 : 4;
     reader.Skip(8);  // numbers of indices and vertices
     const std::uint32_t count = reader.U32();
-    if (count > reader.Left() / NodeHeadBytes) RefuseFile(name, "it has no room for " + Told(count) + " nodes");
+    if (count > reader.Left() / BmlNodeHeadBytes) RefuseFile(name, "it has no room for " + Told(count) + " nodes");
     // The nodes name what stands behind them.
     const base::BinaryReader nodes = reader;
     for (std::uint32_t n = 0; n < count; ++n) reader.Skip(SizeOf(n, ReadKind(reader)));
@@ -98,7 +98,7 @@ class Content {
   }
   static NodeKind ReadKind(base::BinaryReader& reader) {
     const std::uint32_t kind = reader.U32();
-    reader.Skip(NodeHeadBytes - 4);
+    reader.Skip(BmlNodeHeadBytes - 4);
     return static_cast<NodeKind>(kind);
   }
   std::size_t SizeOf(std::uint32_t node, NodeKind kind) const {
@@ -233,7 +233,7 @@ struct Opened {
 
 Opened Open(const DataFile& file, const BmlExpander& expand) {
   constexpr std::string_view word("BML\0", 4);
-  if (file.Bytes.size() < HeadBytes || !file.Bytes.starts_with(word)) RefuseFile(file.Name, "it is no shape");
+  if (file.Bytes.size() < BmlHeadBytes || !file.Bytes.starts_with(word)) RefuseFile(file.Name, "it is no shape");
   base::BinaryReader head(std::string_view(file.Bytes).substr(word.size()));
   Opened opened;
   opened.Version = head.U32();
@@ -243,7 +243,7 @@ Opened Open(const DataFile& file, const BmlExpander& expand) {
     return low | std::uint64_t{head.U32()} << 32;
   };
   const std::uint64_t rawSize = size(), packedSize = size();
-  const std::string_view packed = std::string_view(file.Bytes).substr(HeadBytes);
+  const std::string_view packed = std::string_view(file.Bytes).substr(BmlHeadBytes);
   if (opened.Version != FirstVersion && opened.Version != SecondVersion) {
     RefuseFile(file.Name, "its version is " + Told(opened.Version));
   }

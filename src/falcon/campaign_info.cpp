@@ -44,7 +44,7 @@ std::size_t AfterNames(int version) {
   return (version >= 19 ? 4u : 0u) + fromResupply;  // last major event
 }
 
-constexpr std::size_t NameBytes = 20;
+constexpr std::size_t CountryNameBytes = 20;
 constexpr std::size_t MottoBytes = 200;
 bool HasNames(int version) { return version >= 52; }
 
@@ -135,7 +135,7 @@ CampaignPlace ReadCampaignPlace(const CampaignFile& file) {
   const int version = file.DataVersion().value_or(UsualVersion);
   base::BinaryReader block(description);
   block.Skip(NamesOffset(version));
-  constexpr std::size_t country = 2 + NameBytes + MottoBytes;
+  constexpr std::size_t country = 2 + CountryNameBytes + MottoBytes;
   if (HasNames(version)) block.Skip(Countries * country);
   block.Skip(AfterNames(version));
   std::uint8_t bullseyeName = 0;
@@ -153,7 +153,7 @@ CampaignInfo ReadCampaignInfo(const CampaignFile& file) {
     for (CountryName& country : info.Names) {
       block.Skip(1);  // flag
       country.Colour = block.U8();
-      country.Name = FieldText(block, NameBytes);
+      country.Name = FieldText(block, CountryNameBytes);
       country.Motto = FieldText(block, MottoBytes);
     }
   }

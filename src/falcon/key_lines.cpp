@@ -7,12 +7,12 @@
 namespace kestrel::falcon {
 namespace {
 
-constexpr std::string_view Blanks = " \t\r";
+constexpr std::string_view LineBlanks = " \t\r";
 
 std::string_view Bare(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(Blanks);
+  const std::size_t first = text.find_first_not_of(LineBlanks);
   if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(Blanks) + 1 - first);
+  return text.substr(first, text.find_last_not_of(LineBlanks) + 1 - first);
 }
 
 }  // namespace
@@ -21,7 +21,7 @@ std::vector<KeyLine> KeyLines(std::string_view text, char separator) {
   std::vector<KeyLine> lines;
   for (const std::string_view written : base::Split(text, '\n')) {
     const std::string_view line = Bare(written);
-    const std::size_t end = separator == ' ' ? line.find_first_of(Blanks) : line.find(separator);
+    const std::size_t end = separator == ' ' ? line.find_first_of(LineBlanks) : line.find(separator);
     if (end == std::string_view::npos) continue;
     const KeyLine found{Bare(line.substr(0, end)), Bare(line.substr(end + 1))};
     if (!found.Key.empty() && !found.Value.empty()) lines.push_back(found);

@@ -10,12 +10,12 @@
 namespace kestrel::falcon {
 namespace {
 
-constexpr std::string_view Blanks = " \t";
+constexpr std::string_view FieldBlanks = " \t";
 
 /// The next field of `line`, taken off it; empty at its end.
 std::string_view TakeField(std::string_view& line) {
-  line.remove_prefix(std::min(line.find_first_not_of(Blanks), line.size()));
-  const std::string_view field = line.substr(0, line.find_first_of(Blanks));
+  line.remove_prefix(std::min(line.find_first_not_of(FieldBlanks), line.size()));
+  const std::string_view field = line.substr(0, line.find_first_of(FieldBlanks));
   line.remove_prefix(field.size());
   return field;
 }

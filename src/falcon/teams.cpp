@@ -21,7 +21,7 @@ struct Record {
 /// The type of a team in known files; it is only looked for where nothing better tells where a team begins.
 constexpr std::uint16_t TeamType = 885;
 constexpr std::string_view UsualVehicles = "\x10\x10\x10\x10";
-constexpr std::size_t NameBytes = 20;
+constexpr std::size_t TeamNameBytes = 20;
 constexpr std::size_t MottoBytes = 200;
 
 /// Number, side, flags, members and stances of a team, behind which versions begin to differ.
@@ -57,7 +57,7 @@ Record TakeTeam(base::BinaryReader& piece, int version, std::size_t missions) {
   if (version > 32) record.Team.Colour = piece.U8();
   if (version > 4) {
     piece.Skip(1);  // equipment
-    record.Team.Name = FieldText(piece, NameBytes);
+    record.Team.Name = FieldText(piece, TeamNameBytes);
   }
   if (version > 32) record.Team.Motto = FieldText(piece, MottoBytes);
   piece.Skip(GroundActionBytes(version));
@@ -141,17 +141,18 @@ std::vector<Record> SearchTeams(std::string_view bytes, int version) {
   constexpr std::size_t farthest = 480;
   constexpr std::size_t nameBehind = 7;
   std::vector<Record> teams;
-  for (std::size_t at = 0; at + nearest + nameBehind + NameBytes <= bytes.size() && teams.size() < Countries; ++at) {
+  for (std::size_t at = 0; at + nearest + nameBehind + TeamNameBytes <= bytes.size() && teams.size() < Countries;
+       ++at) {
     base::BinaryReader type(bytes.substr(at + 8, 2));
     if (type.U16() != TeamType) continue;
     const std::string_view window = bytes.substr(at + nearest, farthest - nearest + UsualVehicles.size());
     const std::size_t found = window.find(UsualVehicles);
     const std::size_t name = at + nearest + found + nameBehind;
-    if (found == std::string_view::npos || name + NameBytes > bytes.size()) continue;
+    if (found == std::string_view::npos || name + TeamNameBytes > bytes.size()) continue;
     base::BinaryReader head(bytes.substr(at, headBytes));
     Record record = TakeHead(head, version);
-    base::BinaryReader text(bytes.substr(name, NameBytes));
-    record.Team.Name = FieldText(text, NameBytes);
+    base::BinaryReader text(bytes.substr(name, TeamNameBytes));
+    record.Team.Name = FieldText(text, TeamNameBytes);
     if (record.Number < Countries && IsNamed(record)) teams.push_back(std::move(record));
   }
   return teams;

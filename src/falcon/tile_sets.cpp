@@ -6,14 +6,14 @@ namespace kestrel::falcon {
 namespace {
 
 constexpr std::size_t SetBytes = 5;  // that a set begins with
-constexpr std::size_t NameBytes = 20;
-constexpr std::size_t TileBytes = NameBytes + 8;
+constexpr std::size_t SetNameBytes = 20;
+constexpr std::size_t TileBytes = SetNameBytes + 8;
 constexpr std::size_t AreaBytes = 16, PathBytes = 24;
 
 /// Goes over a tile with its areas and paths; false when the file ends within it.
 bool SkipTile(base::BinaryReader& reader) {
   if (reader.Left() < TileBytes) return false;
-  reader.Skip(NameBytes);
+  reader.Skip(SetNameBytes);
   const std::uint64_t areas = reader.U32();
   const std::uint64_t paths = reader.U32();
   const std::uint64_t bytes = areas * AreaBytes + paths * PathBytes;

@@ -22,9 +22,9 @@ namespace {
 
 /// Of the length of an ILS; not quite link::MapUnitsPerMile, and it stands so.
 constexpr double MapUnitsPerIlsMile = 6076.11549 / link::FeetPerMapUnit;
-constexpr double FarPixels = 1 << 28;  ///< further out no corner is set, pixels
-constexpr double LeastDivisor = 1e-9;  ///< a fan whose wings would be longer than this allows has none
-constexpr double Vertical = 1e-06;     ///< the cosine below which a fan goes straight up or down
+constexpr double FarthestCorner = 1 << 28;  ///< further out no corner is set, pixels
+constexpr double LeastDivisor = 1e-9;       ///< a fan whose wings would be longer than this allows has none
+constexpr double Vertical = 1e-06;          ///< the cosine below which a fan goes straight up or down
 constexpr double PenRoom = 2 * UnitsPerPixel;
 /// No character is wider, and no line of text higher, than this for each point of its font; and a font counts as at
 /// least so many points.
@@ -176,13 +176,13 @@ Fan FanAt(SurfacePoint at, double bearing, const FanShape& shape) {
 }
 
 /// To whole pixels that 32 bits can name.
-double WholePixel(double units) {
-  return std::clamp(base::RoundHalfEven(units / UnitsPerPixel), -FarPixels, FarPixels) * UnitsPerPixel;
+double CornerPixel(double units) {
+  return std::clamp(base::RoundHalfEven(units / UnitsPerPixel), -FarthestCorner, FarthestCorner) * UnitsPerPixel;
 }
 
 /// The outline, which ends where it begins.
 std::array<SurfacePoint, 5> OutlineOf(const Fan& fan) {
-  const auto pixel = [](SurfacePoint at) -> SurfacePoint { return {WholePixel(at.X), WholePixel(at.Y)}; };
+  const auto pixel = [](SurfacePoint at) -> SurfacePoint { return {CornerPixel(at.X), CornerPixel(at.Y)}; };
   return {pixel(fan.Threshold), pixel(fan.W1), pixel(fan.End), pixel(fan.W2), pixel(fan.Threshold)};
 }
 

@@ -79,19 +79,19 @@ class Nodes {
   std::vector<FreqNode> list;
 };
 
-std::string Trimmed(std::string_view text) { return std::string(base::Trim(text)); }
+std::string TrimmedText(std::string_view text) { return std::string(base::Trim(text)); }
 
 void AddAirfield(Nodes& nodes, const Airfield& airfield, const std::string& number, int team) {
   const int parent = nodes.Add({.Key = "A" + number,
-                                .Text = Trimmed(airfield.Name),
+                                .Text = TrimmedText(airfield.Name),
                                 .Parent = team,
                                 .Image = FreqImage::Airfield,
                                 .Check = MarkOf(airfield.VIS)});
   const auto add = [&](const char* key, std::string text, FreqImage image, bool on) {
     nodes.Add({.Key = key + number, .Text = std::move(text), .Parent = parent, .Image = image, .Check = MarkOf(on)});
   };
-  add("UF", Trimmed(airfield.UHF), FreqValToIcon(airfield.UHF), false);
-  add("VF", Trimmed(airfield.VHF), FreqValToIcon(airfield.VHF), false);
+  add("UF", TrimmedText(airfield.UHF), FreqValToIcon(airfield.UHF), false);
+  add("VF", TrimmedText(airfield.VHF), FreqValToIcon(airfield.VHF), false);
   add("TC", airfield.TACAN + airfield.TACAN_BAND + " [" + std::to_string(airfield.TACANR) + "nm]", FreqImage::TACAN,
       airfield.TACAN_VIS);
   constexpr std::array<const char*, RunwayEndCount> keys = {"I1", "I2", "I3", "I4"};
@@ -132,14 +132,14 @@ std::vector<FreqNode> ChannelNodes(const Frequencies& tables, const DefaultFrequ
   const auto add = [&](int parent, const char* key, const std::string& number, const std::string& named,
                        const std::string& value) {
     nodes.Add({.Key = key + number,
-               .Text = "[" + named + ": " + Trimmed(value),
+               .Text = "[" + named + ": " + TrimmedText(value),
                .Parent = parent,
                .Image = FreqValToIcon(value)});
   };
   const auto addAll = [&](int parent, const char* key, const Channels& channels) {
     for (std::size_t i = 1; i <= ChannelCount; ++i) {
       const std::string number = std::to_string(i);
-      add(parent, key, number, number + "](" + Trimmed(defaults.ChannelNames[i]) + ")", channels[i]);
+      add(parent, key, number, number + "](" + TrimmedText(defaults.ChannelNames[i]) + ")", channels[i]);
     }
   };
   addAll(uhf, "FU", tables.CustomUHF);
@@ -171,11 +171,11 @@ std::vector<FreqNode> FolderNodes(const Frequencies& tables) {
   Nodes nodes;
   for (std::size_t i = 1; i <= tables.FreqFolders.UpperBound(); ++i) {
     const FreqFolder& folder = tables.FreqFolders[i];
-    const int parent = nodes.Add({.Key = FolderKey(i), .Text = Trimmed(folder.Name), .Renames = true});
+    const int parent = nodes.Add({.Key = FolderKey(i), .Text = TrimmedText(folder.Name), .Renames = true});
     for (std::size_t j = 1; j <= folder.Entries.UpperBound(); ++j) {
       const FreqEntry& entry = folder.Entries[j];
       nodes.Add({.Key = EntryKey(i, j),
-                 .Text = "[" + Trimmed(entry.Description) + "]: " + Trimmed(entry.Value),
+                 .Text = "[" + TrimmedText(entry.Description) + "]: " + TrimmedText(entry.Value),
                  .Parent = parent,
                  .Image = FreqValToIcon(entry.Value),
                  .Drags = true});

@@ -10,7 +10,7 @@ namespace kestrel::radio {
 namespace {
 
 /// What stands for an ILS, or for its runway, that there is not.
-constexpr std::string_view None = "-";
+constexpr std::string_view NoRunway = "-";
 
 const Airfield* AirfieldOf(const Frequencies& tables, const FreqKey& key) {
   const bool names =
@@ -38,7 +38,7 @@ std::optional<NavaidPlace> PlaceOf(const Frequencies& tables, std::string_view k
   if (all || read.Record == FreqRecord::TACAN) Join(place, airfield->TACANX, airfield->TACANY);
   for (std::size_t k = 0; k < RunwayEndCount; ++k) {
     const bool wanted = all || (read.Record == FreqRecord::ILS && read.Part == k);
-    const bool named = !base::Trim(airfield->ILS_DES[k]).empty() && airfield->ILS_DES[k] != None;
+    const bool named = !base::Trim(airfield->ILS_DES[k]).empty() && airfield->ILS_DES[k] != NoRunway;
     if (wanted && named) Join(place, airfield->ILS_R[k].RX, airfield->ILS_R[k].RY);
   }
   return place;
@@ -52,7 +52,7 @@ std::string CopiedValue(const Frequencies& tables, std::string_view key) {
     value = OfferedValue(tables, key);
   } else if (read.Record == FreqRecord::TACAN) {
     value = airfield->TACAN + airfield->TACAN_BAND;
-  } else if (read.Record == FreqRecord::ILS && airfield->ILS[read.Part] != None) {
+  } else if (read.Record == FreqRecord::ILS && airfield->ILS[read.Part] != NoRunway) {
     value = airfield->ILS[read.Part];
   }
   return std::string(base::Trim(value));

@@ -25,7 +25,7 @@ using areas::AreaType;
 using base::RuntimeFailure;
 
 /// Bytes of a name; the files hold no more.
-constexpr std::size_t NameLimit = 100;
+constexpr std::size_t LongestName = 100;
 constexpr areas::Flag OnFlag = areas::On;
 
 QLatin1String Key(const char* name) { return QLatin1String(name); }
@@ -46,7 +46,7 @@ QJsonValue Told(base::Colour colour) {
 }
 
 void Take(const QJsonValue& value, std::string& text) {
-  if (value.isString()) text = ToBytes(value.toString()).substr(0, NameLimit);
+  if (value.isString()) text = ToBytes(value.toString()).substr(0, LongestName);
 }
 void Take(const QJsonValue& value, double& number) {
   if (value.isDouble()) number = value.toDouble();
@@ -166,7 +166,7 @@ QJsonObject FeatureOf(const Area& area, theaters::Corner corner) {
 class Reader {
  public:
   Reader(theaters::Corner theater, const std::string& name, areas::TextMeasure& measure)
-      : corner(theater), otherwise(name.substr(0, NameLimit)), texts(measure) {}
+      : corner(theater), otherwise(name.substr(0, LongestName)), texts(measure) {}
 
   void ReadAny(const QJsonObject& object) {
     const QString type = object.value(Key("type")).toString();

@@ -17,8 +17,6 @@ constexpr const char* positions[] = {"Upper left", "Upper right", "Lower left", 
 /// Room for a number and what it is measured in, characters.
 constexpr int NumberWidth = 9;
 
-QString Words(const char* text) { return QString::fromLatin1(text); }
-
 struct Tick {
   const char* Name;
   const char* Caption;

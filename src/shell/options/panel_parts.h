@@ -3,6 +3,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QString>
 #include <QVBoxLayout>
 
 // What the panels of the options are laid out with, upon a grid of 8 pixels.
@@ -11,6 +12,9 @@ namespace kestrel::shell {
 inline constexpr int PanelMargin = 8;
 inline constexpr int PanelGap = 8;
 inline constexpr int RowGap = 4;
+
+/// A text that stands in the program.
+inline QString Words(const char* text) { return QString::fromLatin1(text); }
 
 /// A group with its heading, its rows below each other.
 inline QVBoxLayout* NewGroup(const char* heading, QBoxLayout& place, QWidget* parent) {

@@ -38,9 +38,7 @@ constexpr Arrow arrows[] = {
 };
 constexpr int ArrowSide = 28;
 /// A button that shows a number, pixels.
-constexpr int NumberWidth = 40;
-
-QString Words(const char* text) { return QString::fromLatin1(text); }
+constexpr int ViewNumberWidth = 40;
 
 }  // namespace
 
@@ -163,7 +161,7 @@ void ViewPanel::AddShortcuts(QBoxLayout& rows) {
     auto* save = new QPushButton(QStringLiteral("Save ") + number, this);
     save->setObjectName(QStringLiteral("cmdSaveShortcut_") + number);
     save->setToolTip(QStringLiteral("Keep the present center and zoom as view ") + number);
-    show->setFixedWidth(NumberWidth);
+    show->setFixedWidth(ViewNumberWidth);
     row->addWidget(show);
     row->addWidget(save, 1);
     for (QPushButton* button : {show, save}) button->setAutoDefault(false);

@@ -14,7 +14,7 @@ namespace kestrel::shell {
 namespace {
 
 /// The field of an indicator and what its mark is drawn with.
-struct Tones {
+struct StyleTones {
   QColor Outline, Field, Mark;
 };
 
@@ -24,14 +24,14 @@ QColor Mixed(const QColor& a, const QColor& b, float share) {
   return QColor::fromRgbF(mix(a.redF(), b.redF()), mix(a.greenF(), b.greenF()), mix(a.blueF(), b.blueF()));
 }
 
-Tones TonesOf(const QStyleOption& option) {
+StyleTones TonesOf(const QStyleOption& option) {
   const QPalette& palette = option.palette;
   const bool enabled = option.state & QStyle::State_Enabled;
   const bool focused = enabled && (option.state & QStyle::State_HasFocus);
   const QColor muted = palette.color(QPalette::PlaceholderText);
   // Between muted and plain text, for a contrast of 3 to 1 with the window in either palette.
   const QColor outline = Mixed(muted, palette.color(QPalette::Text), 0.2F);
-  Tones tones{outline, palette.color(QPalette::Base), enabled ? palette.color(QPalette::Link) : muted};
+  StyleTones tones{outline, palette.color(QPalette::Base), enabled ? palette.color(QPalette::Link) : muted};
   if (focused || (enabled && (option.state & QStyle::State_MouseOver))) tones.Outline = palette.color(QPalette::Link);
   if (!enabled) tones.Field = palette.color(QPalette::Window);
   return tones;
@@ -45,7 +45,7 @@ QRectF Square(const QRect& rect) {
 }
 
 void DrawCheckBox(QPainter& painter, const QStyleOption& option) {
-  const Tones tones = TonesOf(option);
+  const StyleTones tones = TonesOf(option);
   const QRectF box = Square(option.rect);
   painter.setPen(QPen(tones.Outline, 1));
   painter.setBrush(tones.Field);
@@ -65,7 +65,7 @@ void DrawCheckBox(QPainter& painter, const QStyleOption& option) {
 }
 
 void DrawRadioButton(QPainter& painter, const QStyleOption& option) {
-  const Tones tones = TonesOf(option);
+  const StyleTones tones = TonesOf(option);
   const QRectF box = Square(option.rect);
   painter.setPen(QPen(tones.Outline, 1));
   painter.setBrush(tones.Field);
