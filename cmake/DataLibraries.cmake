@@ -1,0 +1,15 @@
+# What unpacks and parses the simulator's files, as the target kestrel_data_libraries: expat, liblzma and LZ4, the system's; on
+# Windows the static ones of the SDK, or those of the package manager.
+add_library(kestrel_data_libraries INTERFACE)
+foreach(library IN ITEMS "expat;libexpat;expat.h" "lzma;liblzma;lzma.h" "lz4;liblz4;lz4.h")
+  list(GET library 0 name)
+  list(GET library 1 other)
+  list(GET library 2 header)
+  find_library(KESTREL_${name}_LIBRARY NAMES ${name} ${other} REQUIRED)
+  find_path(KESTREL_${name}_INCLUDE ${header} REQUIRED)
+  target_link_libraries(kestrel_data_libraries INTERFACE ${KESTREL_${name}_LIBRARY})
+  target_include_directories(kestrel_data_libraries SYSTEM INTERFACE ${KESTREL_${name}_INCLUDE})
+endforeach()
+if(WIN32 AND NOT MSVC)
+  target_compile_definitions(kestrel_data_libraries INTERFACE XML_STATIC LZMA_API_STATIC)
+endif()
