@@ -267,8 +267,8 @@ Opened Open(const DataFile& file, const BmlExpander& expand) {
 }  // namespace
 
 ModelShape ReadBmlShape(const DataFile& file, const BmlExpander& expand) {
-  const Opened opened = Open(file, expand);
   try {
+    const Opened opened = Open(file, expand);
     return Content(file.Name, opened.Content, opened.Version).Read();
   } catch (const base::RuntimeFailure& failure) {
     const std::string_view told = failure.what();
