@@ -55,6 +55,14 @@ bool IsAscii(char letter) { return static_cast<unsigned char>(letter) < 0x80; }
 
 }  // namespace
 
+bool IsUtf8(std::string_view text) {
+  for (;;) {
+    text.remove_prefix(static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), IsAscii) - text.begin()));
+    if (text.empty()) return true;
+    if (!TakeCharacter(text)) return false;
+  }
+}
+
 std::string FromForeignText(std::string_view text) {
   constexpr std::string_view mark = "\xEF\xBB\xBF";
   if (text.starts_with(mark)) text.remove_prefix(mark.size());

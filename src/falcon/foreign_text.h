@@ -10,6 +10,9 @@
 // Text of files that others have written.
 namespace kestrel::falcon {
 
+/// Whether all of `text` is UTF-8.
+bool IsUtf8(std::string_view text);
+
 /// `text` as bytes of the code page: from UTF-8 when all of it is that, what the code page does not hold as "?"; else
 /// as it stands. The mark that an editor may put before UTF-8 goes.
 std::string FromForeignText(std::string_view text);
