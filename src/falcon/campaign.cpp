@@ -134,12 +134,6 @@ void TakeNames(const fs::path& folder, World& world) {
   world.NamesMissing = true;
 }
 
-/// The name that an objective has without its parent.
-std::string_view ProperName(const World& world, const Objective& one) {
-  if (!one.OwnName.empty()) return one.OwnName;
-  return one.NameId > 0 ? world.Names[static_cast<std::size_t>(one.NameId)] : std::string_view();
-}
-
 }  // namespace
 
 World LoadCampaign(const fs::path& file, const fs::path& campaignFolder, const FeatureCounts& features) {
@@ -154,15 +148,6 @@ World LoadCampaign(const fs::path& file, const fs::path& campaignFolder, const F
   TakeDeltas(source, features, world);
   TakeNames(campaignFolder, world);
   return world;
-}
-
-std::string ObjectiveNames::Of(const Objective& objective, std::string_view typeName) const {
-  const std::string_view own = ProperName(world, objective);
-  if (!own.empty()) return std::string(own);
-  const std::optional<std::size_t> parent = index.Find(objective.Parent);
-  if (!parent) return {};
-  const std::string_view parents = ProperName(world, world.Objectives[*parent]);
-  return parents.empty() ? std::string() : std::string(parents) + " " + std::string(typeName);
 }
 
 }  // namespace kestrel::falcon

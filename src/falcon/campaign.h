@@ -1,11 +1,9 @@
 #pragma once
 
 #include <filesystem>
-#include <optional>
-#include <string>
-#include <string_view>
 
 #include "falcon/campaign_file.h"
+#include "falcon/objective_names.h"
 #include "falcon/world.h"
 
 namespace kestrel::falcon {
@@ -17,20 +15,5 @@ namespace kestrel::falcon {
 /// file, record and reason, when a file cannot be read or does not hold what it should.
 World LoadCampaign(const std::filesystem::path& file, const std::filesystem::path& campaignFolder,
                    const FeatureCounts& features = {});
-
-/// The names of a world's objectives as the simulator shows them.
-class ObjectiveNames {
- public:
-  /// `which` must outlast it.
-  explicit ObjectiveNames(const World& which) : world(which), index(which.Objectives) {}
-
-  /// The objective's own name, else the theater's, else that of its parent with `typeName` behind. Empty when there is
-  /// none.
-  std::string Of(const Objective& objective, std::string_view typeName) const;
-
- private:
-  const World& world;
-  EntityIndex index;
-};
 
 }  // namespace kestrel::falcon
