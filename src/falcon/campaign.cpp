@@ -7,6 +7,7 @@
 #include "base/failure.h"
 #include "base/files.h"
 #include "base/text.h"
+#include "falcon/camp_objects.h"
 #include "falcon/campaign_info.h"
 #include "falcon/foreign_text.h"
 #include "falcon/objective_deltas.h"
@@ -146,6 +147,7 @@ World LoadCampaign(const fs::path& file, const fs::path& campaignFolder, const F
     TakeScenario(source, campaignFolder, features, world);
   }
   TakeDeltas(source, features, world);
+  TakeCampObjects(campaignFolder, world);
   TakeNames(campaignFolder, world);
   return world;
 }
