@@ -3,22 +3,16 @@
 #include <cstddef>
 #include <cstdint>
 #include <exception>
-#include <string_view>
+#include <utility>
 
-#include "base/failure.h"
 #include "base/files.h"
 #include "core/tell.h"
 #include "falcon/campaign.h"
-#include "falcon/class_table.h"
-#include "falcon/data_file.h"
-#include "falcon/object_table_files.h"
+#include "falcon/object_database.h"
 
 namespace kestrel::core {
 namespace fs = std::filesystem;
 namespace {
-
-using falcon::DataFile;
-using falcon::ObjectTables;
 
 /// The box about a part of the data that cannot be read.
 void TellMissing(Program& program, const std::string& what, const std::string& reason) {
@@ -26,46 +20,15 @@ void TellMissing(Program& program, const std::string& what, const std::string& r
   Tell(program, what, "Error");
 }
 
-struct TableFile {
-  std::string_view File;
-  std::string_view Kind;  ///< in the box; empty when the data can do without
-  void (*Read)(const DataFile& file, ObjectTables& tables);
-};
-
-constexpr TableFile TableFiles[] = {
-    {"Falcon4.ct", "CT", [](const DataFile& file, ObjectTables& to) { to.Classes = falcon::ReadClassTable(file); }},
-    {"Falcon4.OCD", "OCD",
-     [](const DataFile& file, ObjectTables& to) { to.Objectives = falcon::ReadObjectiveClasses(file); }},
-    {"Falcon4.FED", "FED",
-     [](const DataFile& file, ObjectTables& to) { to.Features = falcon::ReadFeatureEntries(file); }},
-    {"Falcon4.FCD", "",
-     [](const DataFile& file, ObjectTables& to) { to.FeatureClasses = falcon::ReadFeatureClasses(file); }},
-    {"Falcon4.PHD", "PHD", [](const DataFile& file, ObjectTables& to) { to.Headers = falcon::ReadPointHeaders(file); }},
-    {"Falcon4.PD", "PD", [](const DataFile& file, ObjectTables& to) { to.Points = falcon::ReadPoints(file); }},
-};
-
-fs::path FindTable(const CampaignFolders& folders, std::string_view name) {
-  for (const fs::path& folder : folders.Objects) {
-    fs::path file = base::FindFile(folder, name);
-    if (base::FileExists(file)) return file;
+std::optional<falcon::ObjectTables> LoadTables(Program& program, const CampaignFolders& folders) {
+  try {
+    falcon::ObjectDatabase database = falcon::LoadObjectDatabase(folders.Objects);
+    for (const std::string& note : database.Notes) program.Log.LogLine(note);
+    return std::move(database.Tables);
+  } catch (const falcon::TableFailure& failure) {
+    TellMissing(program, "Could not load " + failure.Kind + " file.", failure.what());
+    return std::nullopt;
   }
-  throw base::RuntimeFailure(std::string(name) + " is in no folder of objects");
-}
-
-std::optional<ObjectTables> LoadTables(Program& program, const CampaignFolders& folders) {
-  ObjectTables tables;
-  for (const TableFile& table : TableFiles) {
-    try {
-      table.Read(falcon::ReadDataFile(FindTable(folders, table.File), falcon::MaxTableBytes), tables);
-    } catch (const std::exception& failure) {
-      if (!table.Kind.empty()) {
-        TellMissing(program, "Could not load " + std::string(table.Kind) + " file.", failure.what());
-        return std::nullopt;
-      }
-      program.Log.LogLine(failure.what());
-    }
-  }
-  return tables;
 }
 
 }  // namespace
@@ -80,7 +43,7 @@ void TellCampaignError(Program& program, const fs::path& file, const std::string
 
 std::optional<CampaignData> LoadCampaignData(Program& program, const CampaignFolders& folders,
                                              const fs::path& campaign) {
-  std::optional<ObjectTables> tables = LoadTables(program, folders);
+  std::optional<falcon::ObjectTables> tables = LoadTables(program, folders);
   if (!tables) return std::nullopt;
   CampaignData data{std::move(*tables), {}};
   const auto features = [&data](std::uint16_t index) -> std::optional<std::size_t> {
