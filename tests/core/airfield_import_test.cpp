@@ -12,6 +12,7 @@
 #include "doubles/station_around.h"
 #include "falcon/campaign_writer.h"
 #include "falcon/table_writer.h"
+#include "falcon/xml_writer.h"
 #include "radio/frequency_file.h"
 
 namespace kestrel::core {
@@ -80,6 +81,14 @@ class AirfieldImports : public testing::Test {
   bool Import() {
     return ImportAirfields(around.All, {disk / "Campaign", {disk / "Objects", disk / "Common"}},
                            disk / "Campaign/Save0.cam");
+  }
+  /// Imports what cannot be read: one box says so.
+  void ExpectBox(const std::string& text) {
+    around.Desk.Boxes.clear();
+    EXPECT_FALSE(Import());
+    ASSERT_THAT(around.Desk.Boxes, SizeIs(1));
+    EXPECT_EQ(around.Desk.Boxes[0].Text, text);
+    around.Desk.Boxes.clear();
   }
   /// Imports what cannot be read: the one box says so, and nothing has changed.
   void ExpectRefused(const std::string& title, const std::string& text) {
@@ -174,6 +183,70 @@ TEST_F(AirfieldImports, TableMissingInTheFirstFolderIsTakenFromTheNext) {
   EXPECT_TRUE(Import());
   EXPECT_THAT(around.Desk.Boxes, IsEmpty());
   EXPECT_NEAR(around.State.Frequencies.Airfields[1].ILS_R[0].RY, 237, 1e-6);
+}
+
+TEST_F(AirfieldImports, TablesInXmlGiveTheSame) {
+  ASSERT_TRUE(Import());
+  const std::string airfields = radio::WriteFrequencies(around.State.Frequencies);
+  fs::remove_all(disk / "Objects");
+  fs::create_directories(disk / "Objects");
+  const float south = -3279.98F, north = 1639.99F;
+  const auto points = [&] {
+    std::vector<std::string> texts;
+    for (const test::PointPlan& plan : std::vector<test::PointPlan>{{.North = south, .Kind = 2},
+                                                                    {.North = north, .Kind = 1},
+                                                                    {.North = north, .Kind = 2},
+                                                                    {.North = south, .Kind = 1}}) {
+      texts.push_back(test::XmlPoint(plan));
+    }
+    return test::XmlTable("PDRecords", "PD", texts);
+  }();
+  const test::HeaderPlan outline{.Kind = 8, .Data = 360, .Runway = 0, .Next = 2};
+  const test::HeaderPlan northward{.Count = 2, .Data = 360, .First = 0, .Runway = 0, .Next = 3};
+  const test::HeaderPlan southward{.Count = 2, .Data = 180, .First = 2, .Runway = 0};
+  Write("Objects/FALCON4_CT.XML",
+        test::XmlTable("CTRecords", "CT",
+                       {test::XmlClass({.Domain = 0, .Class = 0, .Data = 2}), test::XmlClass({.Index = 1})}));
+  Write("Objects/FALCON4_OCD.XML",
+        test::XmlTable(
+            "OCDRecords", "OCD",
+            {test::XmlObjectiveClass({}), test::XmlObjectiveClass({.Class = 1, .Name = "Airbase", .Header = 1})}));
+  Write("Objects/FALCON4_FED.XML", test::XmlTable("FEDRecords", "FED", {test::XmlFeatureEntry({})}));
+  Write("Objects/FALCON4_PHD.XML", test::XmlTable("PHDRecords", "PHD",
+                                                  {test::XmlHeader({}), test::XmlHeader(outline),
+                                                   test::XmlHeader(northward), test::XmlHeader(southward)}));
+  Write("Objects/FALCON4_PDX.XML", points);
+  ASSERT_TRUE(Import());
+  EXPECT_EQ(radio::WriteFrequencies(around.State.Frequencies), airfields);
+  EXPECT_THAT(around.Desk.Boxes, IsEmpty());
+
+  for (const char* const table : {"OCD", "FED", "PHD", "PDX"}) {
+    fs::remove(disk / ("Objects/FALCON4_" + std::string(table) + ".XML"));
+  }
+  ExpectBox("Could not load OCD file.");
+  const std::string folder = "Objects/ObjectiveRelatedData/OCD_00001";
+  fs::create_directories(disk / folder);
+  const auto header = [](const test::HeaderPlan& plan) {
+    return test::XmlHeader(plan, std::to_string(plan.Data) + ".000", test::XmlAge::Folders);
+  };
+  Write(folder + "/OCD_00001.XML",
+        test::XmlTable("OCDRecords", "OCD",
+                       {test::XmlObjectiveClass({.Class = 1, .Name = "Airbase"}, test::XmlAge::Folders)}, 1));
+  Write(folder + "/PHD_00001.XML",
+        test::XmlTable("PHDRecords", "PHD", {header(outline), header(northward), header(southward)}));
+  Write(folder + "/PDX_00001.XML", points);
+  ASSERT_TRUE(Import());
+  EXPECT_EQ(radio::WriteFrequencies(around.State.Frequencies), airfields);
+}
+
+TEST_F(AirfieldImports, NamesMayStandBesideTheCampaign) {
+  WriteCampaign(103, 0);
+  Write(
+      "Campaign/CampObjData.XML",
+      test::XmlTable("CampObjData", "CampObj",
+                     {test::XmlCampObject({.Name = "Gunsan", .North = 775715.27, .East = 1307072.03})}, 766, "CampId"));
+  ASSERT_TRUE(Import());
+  EXPECT_EQ(around.State.Frequencies.Airfields[1].Name, "Gunsan");
 }
 
 TEST_F(AirfieldImports, CampaignThatCannotBeReadIsTold) {
