@@ -60,6 +60,8 @@ configure_windows() {
   local sdk fresh=""
   sdk=$(realpath "$1")
   shift
+  # One that was made before the simulator's files needed these.
+  [ -e "$sdk/lib/liblz4.a" ] || packaging/windows/build-sdk --add "$sdk"
   # What was found in another SDK is not to be used.
   grep -qs "^QT_CHAINLOAD_TOOLCHAIN_FILE:.*=$sdk/mingw-toolchain.cmake$" build/windows/CMakeCache.txt || fresh=--fresh
   configure release
