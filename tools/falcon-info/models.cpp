@@ -8,6 +8,7 @@
 #include "base/failure.h"
 #include "base/files.h"
 #include "falcon-info/companions.h"
+#include "falcon/bml_expander.h"
 #include "falcon/bml_shape.h"
 #include "falcon/model_directory.h"
 #include "falcon/parent_file.h"
@@ -132,7 +133,7 @@ void TellAllShapes(const fs::path& file, const falcon::ModelDirectory& directory
 }
 
 ModelShape ReadBml(const fs::path& file) {
-  return falcon::ReadBmlShape(falcon::ReadDataFile(file, falcon::MaxBmlBytes), {});
+  return falcon::ReadBmlShape(falcon::ReadDataFile(file, falcon::MaxBmlBytes), falcon::SystemBmlExpander());
 }
 
 }  // namespace
