@@ -54,6 +54,14 @@ Json RunwayReport(const falcon::Runways& runways) {
 
 }  // namespace
 
+void TellObjectiveClass(const ObjectTables& tables, const falcon::ObjectiveClass& objective, Json& into) {
+  into["objective"] = RecordOf(objective);
+  into["features"] = ListOf(falcon::FeaturesOf(tables, objective), FeatureReport);
+  into["headers"] = ListOf(falcon::PointHeadersOf(tables, objective),
+                           [&tables](const falcon::PointHeader* header) { return HeaderReport(tables, *header); });
+  into["runway_ends"] = RunwayReport(falcon::CollectRunways(tables, objective));
+}
+
 Json ClassReport(const ObjectTables& tables, std::int32_t classIndex) {
   Json json;
   json["class_index"] = classIndex;
@@ -62,12 +70,8 @@ Json ClassReport(const ObjectTables& tables, std::int32_t classIndex) {
   const bool isObjective = thing && thing->Class == falcon::ObjectiveClassCode;
   json["type_name"] = isObjective ? Json(falcon::ObjectiveTypeName(thing->Type)) : Json();
   const falcon::ObjectiveClass* const objective = falcon::ObjectiveClassAt(tables, classIndex);
-  json["objective"] = objective ? RecordOf(*objective) : Json();
-  if (!objective) return json;
-  json["features"] = ListOf(falcon::FeaturesOf(tables, *objective), FeatureReport);
-  json["headers"] = ListOf(falcon::PointHeadersOf(tables, *objective),
-                           [&tables](const falcon::PointHeader* header) { return HeaderReport(tables, *header); });
-  json["runway_ends"] = RunwayReport(falcon::CollectRunways(tables, *objective));
+  json["objective"] = nullptr;
+  if (objective) TellObjectiveClass(tables, *objective, json);
   return json;
 }
 

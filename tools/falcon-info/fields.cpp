@@ -22,11 +22,11 @@ campaign (.cam, .tac, .trn)
 
 campaigns (a folder of them)
   tables, records, classes  as of objects
-  general_strings  how many; stations: count, trouble
+  general_strings  how many; camp_objects: how many; stations: count, trouble
   campaigns        of each file: campaign, objectives_from, objective_count, changes, names_missing, notes
 
 table (a file with one)
-  table, records (how many), asked: table, index, record
+  table, records (how many, empty slots included), asked: table, index, record
 
 objects (a folder of tables)
   tables           of each: table, file, records (how many)
@@ -41,6 +41,12 @@ objects (a folder of tables)
                    features: number, name, entry (as fed), models by state (4);
                    headers: index, header (as phd), points (as pd);
                    runway_ends: runway, name, heading, begin and far_end (east, north)
+  models           asked for by --model: number, shape (as of a .bml), box where the shape cannot be read, trouble
+objective class (its folder in ObjectiveRelatedData)
+  tables, and the fields of a class from objective on
+
+campaign objects (CampObjData.XML)
+  count, objects: camp_id, name, heading, north, east, height (feet)
 
 strings (.idx, .wch, Strings.txt)
   index_file, text_file, count, damaged, strings: number, text
@@ -61,7 +67,8 @@ theater (.tdf)
   ground_cover_file
   heights          heights_from, size, lowest, highest (feet), sea (map units of it), has_corner, longitude, latitude,
                    notes, at: x, y, height
-  general_strings, stations, campaigns  as of a folder of campaigns
+  models           as of objects
+  general_strings, camp_objects, stations, campaigns  as of a folder of campaigns
 
 theater list (theater.lst)
   root, theaters: entry, definition_file, name, trouble
@@ -103,7 +110,7 @@ model (Parent.dat, or its folder)
   radius, box, details: name, range, shape
 
 mission, pilot (.ini, .lbk)
-  callsign, settings_file (of a .lbk), title, has_steerpoints,
+  callsign, settings_file (of a .lbk; without one beside it null, and it is no pilot's), title, has_steerpoints,
   groups: name, areas: name, type, x, y, radius (nautical miles), points: x, y, altitude, type (1 other, 3 target);
   uhf, vhf: the presets 1 to 20
 folder (any other one with files of known kinds)

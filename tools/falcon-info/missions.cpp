@@ -4,7 +4,6 @@
 #include "areas/area.h"
 #include "areas/area_changes.h"
 #include "areas/mission_import.h"
-#include "base/failure.h"
 #include "base/files.h"
 #include "base/profile_file.h"
 #include "base/text.h"
@@ -92,9 +91,10 @@ Json MissionReport(Context&, const fs::path& file) {
 Json LogBookReport(Context&, const fs::path& file) {
   const std::string stem = base::NameForMessage(file.stem());
   const fs::path settings = base::FindFile(file.parent_path(), stem + ".ini");
-  if (!base::FileExists(settings)) throw base::RuntimeFailure(stem + ".ini is not beside it: it is no pilot");
   Json json = ReportOf(file, "pilot");
   json["callsign"] = stem;
+  json["settings_file"] = nullptr;
+  if (!base::FileExists(settings)) return json;
   json["settings_file"] = Json::OfPath(settings);
   TellPilot(settings, Load(settings), json);
   return json;

@@ -11,6 +11,7 @@
 #include "falcon/bml_expander.h"
 #include "falcon/bml_shape.h"
 #include "falcon/model_directory.h"
+#include "falcon/model_store.h"
 #include "falcon/parent_file.h"
 #include "falcon/shape_file.h"
 
@@ -167,6 +168,23 @@ Json ShapesReport(Context& context, const fs::path& file) {
     return model;
   });
   return json;
+}
+
+void TellModels(Context& context, const std::vector<fs::path>& folders, Json& into) {
+  if (context.Asked.Models.empty()) return;
+  falcon::ModelStore store(folders, falcon::SystemBmlExpander());
+  into["models"] = ListOf(context.Asked.Models, [&](std::size_t number) {
+    return Attempt(context, fs::path(), [&] {
+      const falcon::ModelReading reading =
+          store.Read(static_cast<std::int32_t>(std::min<std::size_t>(number, INT32_MAX)));
+      Json json;
+      json["number"] = number;
+      json["shape"] = reading.Shape ? ShapeReport(*reading.Shape) : Json();
+      json["box"] = BoxReport(reading.Box);
+      json["trouble"] = reading.Trouble.empty() ? Json() : Json(reading.Trouble);
+      return json;
+    });
+  });
 }
 
 Json BmlReport(Context&, const fs::path& file) {

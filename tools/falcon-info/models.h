@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <vector>
 
 #include "falcon-info/context.h"
 
@@ -12,6 +13,8 @@ Json ModelDirectoryReport(Context& context, const std::filesystem::path& file);
 Json ShapesReport(Context& context, const std::filesystem::path& file);
 /// A shape of a folder of its own.
 Json BmlReport(Context& context, const std::filesystem::path& file);
+/// The models that were asked for, of whichever generation, from folders of 3D data and objects.
+void TellModels(Context& context, const std::vector<std::filesystem::path>& folders, Json& into);
 /// The description of such a folder with its shapes.
 Json ParentReport(Context& context, const std::filesystem::path& file);
 

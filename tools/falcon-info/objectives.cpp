@@ -8,6 +8,7 @@
 #include "falcon/campaign.h"
 #include "falcon/campaign_info.h"
 #include "falcon/foreign_text.h"
+#include "falcon/objective_names.h"
 #include "falcon/objective_types.h"
 #include "falcon/objectives.h"
 

@@ -45,7 +45,7 @@ std::unique_ptr<CLI::App> CommandLine(Line& line) {
   many("--record", line.Records, "TABLE:INDEX", "also this record of a table, as ct:123");
   many("--class", line.Classes, "N", "also this class of objectives, by its index in the class table");
   many("--objective", line.Objectives, "N", "of a campaign only the objective with this campaign id, with its class");
-  many("--model", line.Models, "N", "of a directory of models, or their shapes, this one");
+  many("--model", line.Models, "N", "of models, in any form, this one");
   many("--at", line.At, "X,Y", "with heights that of a place in map units from the lower left corner");
   app->add_flag("--help", line.Help, "this text");
   app->footer("Tables: " + TableNames() +

@@ -48,6 +48,7 @@ constexpr FileKind FileKinds[] = {
     {"*.cam *.tac *.trn", Always, CampaignReport},
     {"*.lst", Always, TheaterListReport},
     {"*.tdf", Always, DefinitionReport},
+    {"campobjdata.xml", Always, CampObjectsReport},
     {"*", IsTable, TableReport},
     {"*.idx *.wch strings.txt", Always, StringsReport},
     {"stations+ils.dat", Always, StationsReport},
@@ -114,6 +115,7 @@ constexpr FolderKind FolderKinds[] = {
      [](Context& context, const fs::path& folder) {
        return ParentReport(context, base::FindFile(folder, "Parent.dat"));
      }},
+    {IsClassFolder, ClassFolderReport},
     {IsCampaignFolder, CampaignFolderReport},
     {IsObjectFolder, ObjectFolderReport},
     {IsTerrainFolder, TerrainFolderReport},

@@ -36,6 +36,8 @@ Database LoadDatabase(const std::vector<std::filesystem::path>& folders);
 /// Tables that could not be read count as failures.
 void TellDatabase(Context& context, const Database& database, Json& into);
 
+/// What a class of objectives is, into its report: the record, its features, lists of points and runways.
+void TellObjectiveClass(const falcon::ObjectTables& tables, const falcon::ObjectiveClass& objective, Json& into);
 /// A class of objectives with its features, lists of points and runways.
 Json ClassReport(const falcon::ObjectTables& tables, std::int32_t classIndex);
 
@@ -50,5 +52,8 @@ Json TableReport(Context& context, const std::filesystem::path& file);
 /// A folder of tables.
 bool IsObjectFolder(const std::filesystem::path& folder);
 Json ObjectFolderReport(Context& context, const std::filesystem::path& folder);
+/// The folder of a class of objectives, ObjectiveRelatedData\OCD_00834.
+bool IsClassFolder(const std::filesystem::path& folder);
+Json ClassFolderReport(Context& context, const std::filesystem::path& folder);
 
 }  // namespace kestrel::falconinfo

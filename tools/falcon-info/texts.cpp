@@ -7,10 +7,12 @@
 #include "base/failure.h"
 #include "base/files.h"
 #include "falcon-info/companions.h"
+#include "falcon/camp_objects.h"
 #include "falcon/config_file.h"
 #include "falcon/data_file.h"
 #include "falcon/stations.h"
 #include "falcon/string_table.h"
+#include "falcon/xml_records.h"
 
 namespace kestrel::falconinfo {
 namespace fs = std::filesystem;
@@ -62,6 +64,23 @@ Json StringsReport(Context&, const fs::path& file) {
     list.Append(std::move(one));
   }
   json["strings"] = std::move(list);
+  return json;
+}
+
+Json CampObjectsReport(Context&, const fs::path& file) {
+  const auto objects = falcon::ReadCampObjects(falcon::ReadDataFile(file, falcon::MaxXmlBytes));
+  Json json = ReportOf(file, "campaign objects");
+  json["count"] = objects.size();
+  json["objects"] = ListOf(objects, [](const auto& object) {
+    Json one;
+    one["camp_id"] = object.first;
+    one["name"] = object.second.Name;
+    one["heading"] = object.second.Heading;
+    one["north"] = object.second.North;
+    one["east"] = object.second.East;
+    one["height"] = object.second.Height;
+    return one;
+  });
   return json;
 }
 

@@ -9,6 +9,8 @@ namespace kestrel::falconinfo {
 
 /// A pair of .idx and .wch, either of which names it, or Strings.txt.
 Json StringsReport(Context& context, const std::filesystem::path& file);
+/// CampObjData.XML
+Json CampObjectsReport(Context& context, const std::filesystem::path& file);
 Json StationsReport(Context& context, const std::filesystem::path& file);
 /// An .ini: steerpoints of a mission or a pilot, channels of a pilot.
 Json MissionReport(Context& context, const std::filesystem::path& file);

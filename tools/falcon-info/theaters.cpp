@@ -8,15 +8,18 @@
 #include "base/failure.h"
 #include "base/files.h"
 #include "falcon-info/campaigns.h"
+#include "falcon-info/models.h"
 #include "falcon-info/tables.h"
 #include "falcon-info/terrains.h"
 #include "falcon-info/texts.h"
+#include "falcon/camp_objects.h"
 #include "falcon/config_file.h"
 #include "falcon/data_file.h"
 #include "falcon/installations.h"
 #include "falcon/stations.h"
 #include "falcon/string_table.h"
 #include "falcon/wine_registry.h"
+#include "falcon/xml_records.h"
 
 namespace kestrel::falconinfo {
 namespace fs = std::filesystem;
@@ -69,6 +72,11 @@ void TellTexts(Context& context, const Companions& companions, Json& into) {
     const std::optional<falcon::StringTable> strings = falcon::LoadGeneralStrings(companions.Strings);
     return strings ? Json(strings->Count()) : Json();
   });
+  const fs::path objects = base::FindFile(companions.Campaign, "CampObjData.XML");
+  into["camp_objects"] = Attempt(context, objects, [&] {
+    if (!base::FileExists(objects)) return Json();
+    return Json(falcon::ReadCampObjects(falcon::ReadDataFile(objects, falcon::MaxXmlBytes)).size());
+  });
   const fs::path file = base::FindFile(companions.Campaign, falcon::StationsFile);
   into["stations"] = Attempt(context, file, [&] {
     if (!base::FileExists(file)) return Json();
@@ -92,6 +100,10 @@ void TellTheater(Context& context, const Installation& installation, const Theat
   const Companions companions = CompanionsOf(context, installation, theater);
   const Database database = LoadDatabase(companions.Objects);
   TellDatabase(context, database, into);
+  std::vector<fs::path> models = {DirOf(installation, theater, &TheaterDefinition::ThreeDDataDir).Folder};
+  models.insert(models.end(), companions.Objects.begin(), companions.Objects.end());
+  std::erase(models, fs::path());
+  TellModels(context, models, into);
   const TheaterDir terrain = DirOf(installation, theater, &TheaterDefinition::TerrainDir);
   if (IsFolder(terrain.Folder) && IsTerrainFolder(terrain.Folder)) {
     TellTerrain(context, terrain.Folder, theater.Definition.TileSet, companions.Campaign, into);
