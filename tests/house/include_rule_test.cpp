@@ -36,10 +36,10 @@ const std::map<std::string, Rooms> mayInclude = {
 };
 
 // The folders of shell/; each may include parts. Those that are made of the windows stand above them.
-const Rooms windowFolders = {"link", "areas", "tape", "radio", "map", "options", "theaters"};
+const Rooms windowFolders = {"link", "areas", "tape", "radio", "map", "options", "theaters", "falcon"};
 const std::map<std::string, Rooms> frameAndCore = {
     {"frame", windowFolders},
-    {"core", {"link", "areas", "tape", "radio", "map", "options", "theaters", "frame"}},
+    {"core", {"link", "areas", "tape", "radio", "map", "options", "theaters", "falcon", "frame"}},
 };
 
 struct Include {
