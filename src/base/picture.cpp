@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
+#include <cstring>
+#include <exception>
 #include <string>
 
 #include "base/failure.h"
@@ -219,6 +221,24 @@ std::string BytesOf(FIMEMORY* memory) {
   return std::string(reinterpret_cast<const char*>(bytes), size);
 }
 
+/// Hands on what the library writes. Nothing may be thrown through its frames.
+struct PieceWriter {
+  const std::function<void(std::span<const std::byte>)>& Take;
+  std::exception_ptr Failure;
+
+  static unsigned DLL_CALLCONV Write(void* buffer, unsigned size, unsigned count, fi_handle handle) {
+    auto& writer = *static_cast<PieceWriter*>(handle);
+    if (writer.Failure) return 0;
+    try {
+      writer.Take({static_cast<const std::byte*>(buffer), std::size_t{size} * count});
+      return count;
+    } catch (...) {
+      writer.Failure = std::current_exception();
+      return 0;
+    }
+  }
+};
+
 }  // namespace
 
 Picture LoadPicture(const std::filesystem::path& path) {
@@ -262,6 +282,36 @@ std::string EncodeGif(const Picture& picture) {
     throw RuntimeFailure("the picture cannot be turned into a GIF file");
   }
   return BytesOf(memory.get());
+}
+
+void WriteGif(int side, std::span<const std::uint8_t> pixels, std::span<const Colour> palette,
+              const std::function<void(std::span<const std::byte>)>& write) {
+  BeginLibrary();
+  const auto width = static_cast<std::size_t>(std::max(side, 0));
+  if (side < 1 || side > MaxMapSide || pixels.size() != width * width || palette.empty() || palette.size() > 256) {
+    throw RuntimeFailure("there is no such picture");
+  }
+  const Bitmap bitmap(FreeImage_Allocate(side, side, 8));
+  if (!bitmap) throw RuntimeFailure("no memory for the picture");
+  RGBQUAD* const colours = FreeImage_GetPalette(bitmap.get());
+  for (std::size_t n = 0; n < 256; ++n) {
+    const Colour colour = n < palette.size() ? palette[n] : 0;
+    colours[n].rgbRed = RedOf(colour);
+    colours[n].rgbGreen = GreenOf(colour);
+    colours[n].rgbBlue = BlueOf(colour);
+  }
+  // The library's rows begin at the bottom, as these do.
+  for (std::size_t y = 0; y < width; ++y) {
+    std::memcpy(FreeImage_GetScanLine(bitmap.get(), static_cast<int>(y)), pixels.data() + y * width, width);
+  }
+  PieceWriter writer{write, {}};
+  FreeImageIO calls{};
+  calls.write_proc = PieceWriter::Write;
+  calls.tell_proc = [](fi_handle) { return 0L; };
+  calls.seek_proc = [](fi_handle, long, int) { return -1; };
+  const bool made = FreeImage_SaveToHandle(FIF_GIF, bitmap.get(), &calls, &writer, GIF_DEFAULT);
+  if (writer.Failure) std::rethrow_exception(writer.Failure);
+  if (!made) throw RuntimeFailure("the picture cannot be turned into a GIF file");
 }
 
 }  // namespace kestrel::base

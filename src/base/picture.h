@@ -1,11 +1,16 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
+
+#include "base/colour.h"
 
 namespace kestrel::base {
 
@@ -48,5 +53,11 @@ Picture BlankPicture(int side);
 Picture SquarePicture(const Picture& picture);
 /// The bytes of a GIF file of `picture`, its colours brought down to 256. RuntimeFailure when that fails.
 std::string EncodeGif(const Picture& picture);
+
+/// Writes a GIF file of `side` (1 to MaxMapSide) by `side` pixels: `pixels` are entries of `palette` (1 to 256 colours,
+/// kept exactly), the LOWER row first. The file comes to `write` in small pieces while it is made. What `write` throws
+/// passes through, at the end of the making; it is not called again. RuntimeFailure when the making fails.
+void WriteGif(int side, std::span<const std::uint8_t> pixels, std::span<const Colour> palette,
+              const std::function<void(std::span<const std::byte>)>& write);
 
 }  // namespace kestrel::base
