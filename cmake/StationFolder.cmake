@@ -5,7 +5,7 @@
 # when their makers changed.
 function(kestrel_station_folder target folder)
   set(data ${PROJECT_SOURCE_DIR}/data)
-  set(kept KESTREL.ini common.ini FriendlyNames.ini DefFreq.ini)
+  set(kept KESTREL.ini common.ini FriendlyNames.ini DefFreq.ini gradient.act)
   list(TRANSFORM kept PREPEND ${data}/)
   set(picture ${folder}/Theaters/SampleStrait.png)
   set(maker sample-theater)
