@@ -249,6 +249,15 @@ void ProfileFile::WriteIniValue(std::string_view Section, std::string_view Key, 
   part.Keys.AddLast(part.Lines.size(), part.KeyAt());
 }
 
+void ProfileFile::CopySection(const ProfileFile& from, std::string_view section) {
+  const Part* const found = from.Find(section);
+  if (found == nullptr) return;
+  AppendLine(found->Header);
+  for (const std::string_view line : found->Lines) AddLine(Keep(std::string(line)));
+  for (const std::string_view line : found->Blank) AddLine(Keep(std::string(line)));
+  parts.back().Keys.Fill(parts.back().Lines.size(), parts.back().KeyAt());
+}
+
 void ProfileFile::AppendLine(std::string_view line) {
   AddLine(Keep(std::string(line)));
   parts.back().Keys.Fill(parts.back().Lines.size(), parts.back().KeyAt());

@@ -62,6 +62,10 @@ class ProfileFile {
   /// is empty, or begins as a comment, header or banner does, or holds "=").
   void WriteIniValue(std::string_view Section, std::string_view Key, std::string_view Value);
 
+  /// Appends the first section of the name in another file as it stands, with what is no key; nothing when it has none.
+  /// This file has no such section yet.
+  void CopySection(const ProfileFile& from, std::string_view section);
+
   /// Adds a line as it stands at the end of what is there (the banner of line 1).
   void AppendLine(std::string_view line);
 

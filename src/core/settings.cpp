@@ -12,13 +12,12 @@
 #include "base/numbers.h"
 #include "base/profile_file.h"
 #include "base/program_title.h"
+#include "falcon/written_installs.h"
 #include "theaters/catalogue.h"
 #include "theaters/theater_file.h"
 
 namespace kestrel::core {
 namespace {
-
-std::filesystem::path IniFile(const Station& station) { return base::FindFile(station.AppPath, "KESTREL.ini"); }
 
 std::string Numbered(std::string_view stem, std::size_t n) { return std::string(stem) + std::to_string(n); }
 
@@ -218,10 +217,13 @@ base::ProfileFile MainFile(const Station& station) {
     }
   }
   WritePhonebook(station.LinkOptions, ini);
+  ini.CopySection(base::ProfileFile::Load(MainIniFile(station)), falcon::InstallSection);
   return ini;
 }
 
 }  // namespace
+
+std::filesystem::path MainIniFile(const Station& station) { return base::FindFile(station.AppPath, "KESTREL.ini"); }
 
 std::filesystem::path TheaterPath(const Station& station, std::string_view name) {
   const std::filesystem::path path = base::FindFile(TheatersFolder(station), name);
@@ -233,7 +235,7 @@ std::filesystem::path TheaterPath(const Station& station, std::string_view name)
 }
 
 std::vector<std::string> LoadSavedVars(Station& station) {
-  const base::ProfileFile ini = base::ProfileFile::Load(IniFile(station));
+  const base::ProfileFile ini = base::ProfileFile::Load(MainIniFile(station));
   ReadRows(ini, station);
   std::vector<std::string> gone = ReadTheaters(ini, station);
   ReadPhonebook(ini, station);
@@ -255,16 +257,16 @@ void SaveVars(const Station& station) {
       theaters::WriteTheaterFile(theater, base::Banner("Theater")).Save(TheaterPath(station, theater.TheaterFile));
     });
   }
-  attempt([&] { MainFile(station).Save(IniFile(station)); });
+  attempt([&] { MainFile(station).Save(MainIniFile(station)); });
   if (firstFailure) throw *firstFailure;
 }
 
 void SaveConnList(const Station& station) {
-  base::ProfileFile ini = base::ProfileFile::Load(IniFile(station));
+  base::ProfileFile ini = base::ProfileFile::Load(MainIniFile(station));
   ini.WriteIniValue("CONNLIST", "NUM",
                     base::FormatInvariant(static_cast<double>(station.LinkOptions.ConnList.UpperBound()), "0"));
   WritePhonebook(station.LinkOptions, ini);
-  ini.Save(IniFile(station));
+  ini.Save(MainIniFile(station));
 }
 
 }  // namespace kestrel::core

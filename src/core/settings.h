@@ -39,6 +39,9 @@ struct SettingsRow {
 /// of a key is what a fresh Station has in its field.
 std::vector<SettingsRow> SettingsTable(Station& station);
 
+/// "KESTREL.ini".
+std::filesystem::path MainIniFile(const Station& station);
+
 /// `name` below the folder "Theaters". RuntimeFailure for a name that leaves that folder or is absolute.
 std::filesystem::path TheaterPath(const Station& station, std::string_view name);
 
@@ -49,8 +52,9 @@ std::filesystem::path TheaterPath(const Station& station, std::string_view name)
 /// RuntimeFailure for a file that cannot be read. No theater is no failure here.
 std::vector<std::string> LoadSavedVars(Station& station);
 
-/// Writes every theater file and "KESTREL.ini", each whole or not at all. RuntimeFailure naming the first file that
-/// failed; the others have been tried.
+/// Writes every theater file and "KESTREL.ini", each whole or not at all. The section of installations that a person
+/// has written by hand stays as it is on the disk. RuntimeFailure naming the first file that failed; the others have
+/// been tried.
 void SaveVars(const Station& station);
 
 /// The phonebook alone: NUM and the CONNLIST<n> sections, leaving the rest of the file as it is. RuntimeFailure.

@@ -1,12 +1,19 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace kestrel::falcon {
+
+/// The key of an older Falcon.
+inline constexpr std::string_view FalconKey = "SOFTWARE\\Microprose\\Falcon\\4.0";
+/// The key whose sub-keys are the versions of BMS, and how the name of each begins.
+inline constexpr std::string_view BmsKeys = "SOFTWARE\\Benchmark Sims";
+inline constexpr std::string_view BmsName = "Falcon BMS";
 
 /// A value of the registry: bytes as they are stored, or text as bytes of the code page.
 struct KeyValue {
@@ -27,5 +34,8 @@ class InstallKeys {
   /// The folder that a text such as "C:\Games" names; empty when there is no such drive or the text names none.
   virtual std::filesystem::path FolderOf(std::string_view text) const = 0;
 };
+
+/// All places where installations may have registered themselves, those that count first first.
+using InstallSources = std::vector<std::unique_ptr<InstallKeys>>;
 
 }  // namespace kestrel::falcon

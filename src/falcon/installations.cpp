@@ -14,10 +14,6 @@ namespace kestrel::falcon {
 namespace fs = std::filesystem;
 namespace {
 
-constexpr std::string_view FalconKey = "SOFTWARE\\Microprose\\Falcon\\4.0";
-constexpr std::string_view BmsKeys = "SOFTWARE\\Benchmark Sims";
-constexpr std::string_view BmsName = "Falcon BMS";
-
 constexpr std::pair<std::string TheaterDefinition::*, std::string_view> DefaultDirs[] = {
     {&TheaterDefinition::CampaignDir, "Campaign"},
     {&TheaterDefinition::TerrainDir, "Terrdata\\korea"},

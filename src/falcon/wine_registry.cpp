@@ -17,14 +17,15 @@ namespace kestrel::falcon {
 namespace fs = std::filesystem;
 namespace {
 
-constexpr std::string_view FalconKey = "software\\microprose\\falcon\\4.0";
-constexpr std::string_view BmsKeys = "software\\benchmark sims\\";
+constexpr std::string_view LowerFalconKey = "software\\microprose\\falcon\\4.0";
+constexpr std::string_view LowerBmsKeys = "software\\benchmark sims\\";
 constexpr std::string_view ViewStep = "software\\wow6432node\\";
 constexpr std::string_view WantedValues[] = {"basedir", "curtheater", "pilotcallsign"};
 
 /// Whether installations are registered in the key, given in lower case: one right below that of the versions.
 bool IsWanted(std::string_view key) {
-  return key == FalconKey || (key.starts_with(BmsKeys) && key.find('\\', BmsKeys.size()) == std::string_view::npos);
+  return key == LowerFalconKey ||
+         (key.starts_with(LowerBmsKeys) && key.find('\\', LowerBmsKeys.size()) == std::string_view::npos);
 }
 
 /// As many characters as `most` that are digits to `base`, as a number; nothing when there is none.

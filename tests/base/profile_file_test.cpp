@@ -241,6 +241,19 @@ TEST(ProfileFile, ASectionWithoutANameIsOne) {
   EXPECT_EQ(file.Text(), "[]\r\nX=2\r\n");
 }
 
+TEST(ProfileFile, ASectionOfAnotherFileIsCopiedAsItStands) {
+  ProfileFile file("[A]\r\nX=1\r\n");
+  {
+    const ProfileFile other("[B]\r\nX=0\r\n [ two ] rest\r\n; said\r\n KEY = v \r\nodd\r\n\r\n\r\n[Two]\r\nKEY=w\r\n");
+    file.CopySection(other, "TWO");
+    file.CopySection(other, "missing");
+  }
+  EXPECT_EQ(file.Text(), "[A]\r\nX=1\r\n [ two ] rest\r\n; said\r\n KEY = v \r\nodd\r\n\r\n\r\n");
+  EXPECT_EQ(file.ReadIniValue("two", "key", ""), "v");
+  file.WriteIniValue("Two", "KEY", "x");
+  EXPECT_EQ(file.ReadIniValue("two", "key", ""), "x");
+}
+
 TEST(ProfileFile, ACopyKeepsItsTextsWhenTheOtherIsGone) {
   ProfileFile copy;
   {

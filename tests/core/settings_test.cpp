@@ -238,6 +238,23 @@ TEST_F(Settings, UnknownKeysAreDroppedByASave) {
   EXPECT_THAT(folder.Read("KESTREL.ini"), Not(HasSubstr("ELSEWHERE")));
 }
 
+TEST_F(Settings, InstallationsThatAreWrittenByHandStay) {
+  const std::string section =
+      "[Installations]\r\n; mine\r\nBMS1=/games/Falcon BMS 4.38\r\n bms1_name = \"4.38\"\r\nodd line\r\nBMS100=x\r\n";
+  LoadWith("[OPTIONS]\nCONNPORT=6000\n" + section + "\r\n[ELSEWHERE]\nX=1\n");
+  for (int round = 0; round < 3; ++round) {
+    SaveVars(station);
+    EXPECT_TRUE(folder.Read("KESTREL.ini").ends_with("\r\n" + section + "\r\n")) << folder.Read("KESTREL.ini");
+  }
+  EXPECT_THAT(folder.Read("KESTREL.ini"), HasSubstr("CONNPORT=6000"));
+  // As the file is when it is saved.
+  folder.Write("KESTREL.ini", "[INSTALLATIONS]\nFALCON1=/old");
+  SaveVars(station);
+  EXPECT_TRUE(folder.Read("KESTREL.ini").ends_with("\r\n[INSTALLATIONS]\r\nFALCON1=/old\r\n"));
+  SaveConnList(station);
+  EXPECT_THAT(folder.Read("KESTREL.ini"), HasSubstr("\r\n[INSTALLATIONS]\r\nFALCON1=/old\r\n"));
+}
+
 TEST_F(Settings, ALongValueComesBackCut) {
   LoadWith("[IVC_WINDOW_NAME]\nNAME=" + std::string(5000, 'v') + "\n");
   EXPECT_EQ(station.VoiceWindowName, std::string(749, 'v'));

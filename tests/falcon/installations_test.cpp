@@ -22,7 +22,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-const std::string FalconKey = "SOFTWARE\\Microprose\\Falcon\\4.0";
+const std::string OldKey = "SOFTWARE\\Microprose\\Falcon\\4.0";
 const std::string BmsKey = "SOFTWARE\\Benchmark Sims\\Falcon BMS ";
 const std::string ListFile = "Data/Terrdata/TheaterDefinition/Theater.lst";
 
@@ -89,14 +89,14 @@ TEST_F(Installations, KeysAreReadWithoutNuls) {
 }
 
 TEST_F(Installations, FalconIsOfTwoKinds) {
-  keys.AddText(FalconKey, "curTheater", "Korea");
+  keys.AddText(OldKey, "curTheater", "Korea");
   EXPECT_THAT(Discover().Falcon, IsEmpty()) << "without a folder";
-  keys.AddText(FalconKey, "baseDir", "C:\\Falcon4");
+  keys.AddText(OldKey, "baseDir", "C:\\Falcon4");
   ASSERT_THAT(Discover().Falcon, SizeIs(1)) << "were the folder not there";
   EXPECT_EQ(Discover().Falcon[0].Kind, InstallKind::Falcon);
   Write("Falcon4/TerrData/Objects/koreaobj.dxl", "");
   EXPECT_EQ(Discover().Falcon[0].Kind, InstallKind::FalconModels);
-  keys.AddText(FalconKey, "baseDir", "D:\\Falcon4");
+  keys.AddText(OldKey, "baseDir", "D:\\Falcon4");
   ASSERT_THAT(Discover().Falcon, SizeIs(1)) << "were the drive not there";
   EXPECT_EQ(Discover().Falcon[0].Kind, InstallKind::Falcon);
   EXPECT_TRUE(Discover().Falcon[0].Theaters.Empty());
@@ -126,10 +126,10 @@ TEST_F(Installations, NewestVersionComesFirst) {
 
 TEST_F(Installations, InstallationsOfAllSourcesAreListed) {
   AddBms("4.35", "");
-  keys.AddText(FalconKey, "baseDir", "C:\\Falcon4");
+  keys.AddText(OldKey, "baseDir", "C:\\Falcon4");
   doubles::FakeInstallKeys others = keys;
   others.Keys[BmsKey + "4.38"] = others.Keys[BmsKey + "4.35"];
-  others.AddText(FalconKey, "baseDir", "C:\\Other");
+  others.AddText(OldKey, "baseDir", "C:\\Other");
   const InstallKeys* const sources[] = {&keys, &others};
   const FalconInstalls found = DiscoverFalcon(sources);
   EXPECT_THAT(KeysOf(found.Bms), ElementsAre("Falcon BMS 4.38", "Falcon BMS 4.35", "Falcon BMS 4.35"));
@@ -172,7 +172,7 @@ TEST_F(Installations, TooLargeFilesAreNotTaken) {
 }
 
 TEST_F(Installations, ListsOfOlderFalconsAreRelativeToTheirFolder) {
-  keys.AddText(FalconKey, "baseDir", "C:\\Falcon4");
+  keys.AddText(OldKey, "baseDir", "C:\\Falcon4");
   AddBms("4.37", "Gone.tdf");
   Write("Falcon4/THEATER.LST", "Korea.tdf\nNone.tdf");
   Write("Falcon4/korea.tdf", "name Korea");
