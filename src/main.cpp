@@ -20,5 +20,6 @@ int main(int argc, char** argv) {
   kestrel::shell::ApplyLook(application, kestrel::shell::SystemIsDark());
   const auto keys = kestrel::platform::MakeGlobalKeys();
   const auto voice = kestrel::platform::MakeVoiceWindows();
-  return kestrel::shell::RunStation(QCoreApplication::applicationDirPath().toStdU16String(), {*keys, *voice});
+  return kestrel::shell::RunStation(QCoreApplication::applicationDirPath().toStdU16String(),
+                                    {*keys, *voice, kestrel::platform::MakeInstallKeys});
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <span>
 #include <string_view>
 
@@ -9,6 +10,7 @@
 #include "core/global_keys.h"
 #include "core/station.h"
 #include "core/windows.h"
+#include "falcon/install_keys.h"
 #include "link/capture.h"
 #include "link/session.h"
 #include "radio/voice_bridge.h"
@@ -27,6 +29,8 @@ struct Program {
   link::Session& Link;
   GlobalKeys& Keys;
   radio::VoiceBridge& Voice;
+  /// Where installations of the simulator have registered themselves, as it is now; without one there are none.
+  std::function<falcon::InstallSources()> Registered = {};
 };
 
 struct Step {

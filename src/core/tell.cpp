@@ -37,8 +37,8 @@ bool Wants(Program& program, const std::string& text, const std::string& title) 
 }
 
 std::optional<std::filesystem::path> ChooseFile(Program& program, std::string_view title, std::string_view filter,
-                                                std::string_view defaultName) {
-  const std::optional<std::string> file = program.Desk.OpenFile(title, filter, {}, defaultName);
+                                                std::string_view defaultName, const std::filesystem::path& folder) {
+  const std::optional<std::string> file = program.Desk.OpenFile(title, filter, base::TextOfPath(folder), defaultName);
   if (!file) return std::nullopt;
   return base::PathOfText(*file);
 }

@@ -31,7 +31,8 @@ bool IsSure(Program& program, const std::string& text, const std::string& title 
 bool Wants(Program& program, const std::string& text, const std::string& title = base::ProgramTitle());
 /// Asks for a file that exists, as Desktop::OpenFile does. Nothing when the person cancels.
 std::optional<std::filesystem::path> ChooseFile(Program& program, std::string_view title, std::string_view filter,
-                                                std::string_view defaultName = {});
+                                                std::string_view defaultName = {},
+                                                const std::filesystem::path& folder = {});
 /// Asks for a file to write, as Desktop::SaveFile does. Nothing when the person cancels.
 std::optional<std::filesystem::path> ChooseNewFile(Program& program, std::string_view title, std::string_view filter);
 

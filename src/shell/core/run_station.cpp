@@ -46,7 +46,7 @@ int RunStation(const std::filesystem::path& appPath, SystemSeams system, const s
   QtSocket socket(log);
   link::Session session(socket, desktop, windows, log, capture, station.Session, station.Plots, station.LinkOptions);
   radio::VoiceBridge voice(system.Voice, station.VoiceWindowName);
-  core::Program program{station, desktop, windows, log, capture, session, system.Keys, voice};
+  core::Program program{station, desktop, windows, log, capture, session, system.Keys, voice, system.Registered};
   const std::unique_ptr<QSocketNotifier> keyNotifier = NotifierOf(system.Keys, log);
   windows.Attach(program);
 

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "core/global_keys.h"
+#include "falcon/install_keys.h"
 #include "radio/voice_windows.h"
 
 namespace kestrel::shell {
@@ -12,6 +13,7 @@ namespace kestrel::shell {
 struct SystemSeams {
   core::GlobalKeys& Keys;
   radio::VoiceWindows& Voice;
+  std::function<falcon::InstallSources()> Registered = {};  ///< as core::Program has it
 };
 
 /// Puts the station together, runs it from start to stop and returns the exit code of the process: 0, or 1 when the
