@@ -58,6 +58,15 @@ void PutText(Frequencies& tables, OneStep& step, std::string key, const std::str
   if (*ChannelOf(tables, key) != text) step.Do(PutChannel{std::move(key), text});
 }
 
+void PutChannels(Frequencies& tables, OneStep& step, const LoadedChannels& to) {
+  for (std::size_t i = 1; i <= ChannelCount; ++i) {
+    PutText(tables, step, "FU" + std::to_string(i), to.UHF[i]);
+    PutText(tables, step, "FV" + std::to_string(i), to.VHF[i]);
+  }
+  PutText(tables, step, "FI1", to.F1);
+  PutText(tables, step, "FI2", to.F2);
+}
+
 /// Changes a field of the airfields that are wanted, by their numbers.
 template <auto Field, class Wanted, class Becomes>
 void PutField(const Frequencies& tables, OneStep& step, Wanted wanted, Becomes becomes) {
@@ -119,14 +128,14 @@ Reselect SetChannel(Frequencies& tables, FrequencyHistory& steps, std::string_vi
   return Select(step, key, std::string(key));
 }
 
+void TakeChannels(Frequencies& tables, FrequencyHistory& steps, const LoadedChannels& loaded) {
+  OneStep step(tables, steps, "loaded channels");
+  PutChannels(tables, step, loaded);
+}
+
 void TakeDefaults(Frequencies& tables, FrequencyHistory& steps, const DefaultFrequencies& defaults) {
   OneStep step(tables, steps, "default channels");
-  for (std::size_t i = 1; i <= ChannelCount; ++i) {
-    PutText(tables, step, "FU" + std::to_string(i), defaults.DefaultUHF[i]);
-    PutText(tables, step, "FV" + std::to_string(i), defaults.DefaultVHF[i]);
-  }
-  PutText(tables, step, "FI1", defaults.DefaultF1);
-  PutText(tables, step, "FI2", defaults.DefaultF2);
+  PutChannels(tables, step, {defaults.DefaultUHF, defaults.DefaultVHF, defaults.DefaultF1, defaults.DefaultF2});
 }
 
 std::string AddFolder(Frequencies& tables, FrequencyHistory& steps, std::string_view selected) {

@@ -35,7 +35,14 @@ FreqEntry* EntryOf(Frequencies& tables, std::string_view key);
 
 /// Gives a channel another text and selects it again. Nothing for a root.
 Reselect SetChannel(Frequencies& tables, FrequencyHistory& steps, std::string_view key, const std::string& text);
-/// Replaces the channels and the two UI frequencies by the defaults; folders and airfields stay.
+/// The channels and the two UI frequencies of another place.
+struct LoadedChannels {
+  Channels UHF, VHF;
+  std::string F1, F2;
+};
+/// Replaces the channels and the two UI frequencies; folders and airfields stay.
+void TakeChannels(Frequencies& tables, FrequencyHistory& steps, const LoadedChannels& loaded);
+/// The same by the defaults.
 void TakeDefaults(Frequencies& tables, FrequencyHistory& steps, const DefaultFrequencies& defaults);
 
 /// Appends a folder. `selected` is the key that was selected before.

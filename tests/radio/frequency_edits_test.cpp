@@ -121,6 +121,27 @@ TEST_F(FrequencyEdits, TakingTheDefaultsReplacesChannelsAlone) {
   EXPECT_EQ(tables.Teams[3], "Red");
 }
 
+TEST_F(FrequencyEdits, LoadedChannelsAreOneStep) {
+  Frequencies tables = Folders({1});
+  tables.CustomF1 = "one";
+  LoadedChannels loaded{tables.CustomUHF, tables.CustomVHF, "one", "two"};
+  loaded.UHF[20] = "251000";
+  loaded.VHF[1] = "59401";
+  TakeChannels(tables, steps, loaded);
+  EXPECT_EQ(tables.CustomUHF[20], "251000");
+  EXPECT_EQ(tables.CustomVHF[1], "59401");
+  EXPECT_EQ(tables.CustomF2, "two");
+  EXPECT_EQ(tables.Revision, 1u);
+  EXPECT_EQ(steps.UndoText(), "loaded channels");
+  TakeChannels(tables, steps, loaded);
+  EXPECT_EQ(tables.Revision, 1u) << "nothing has changed";
+  steps.Undo(tables);
+  EXPECT_EQ(tables.CustomUHF[20], UnsetChannel);
+  EXPECT_EQ(tables.CustomVHF[1], UnsetChannel);
+  EXPECT_EQ(tables.CustomF2, UnsetChannel);
+  EXPECT_EQ(Shape(tables), "1:1a");
+}
+
 TEST_F(FrequencyEdits, AFolderIsAddedAtTheEnd) {
   Frequencies tables = Folders({1});
   EXPECT_EQ(AddFolder(tables, steps), "C2");
