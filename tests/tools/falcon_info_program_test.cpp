@@ -166,6 +166,18 @@ TEST_F(FalconInfoProgram, WhatIsNothingKnownIsTold) {
   EXPECT_TRUE(Tell("folder/empty.bml").Has("error"));
 }
 
+TEST_F(FalconInfoProgram, FolderOfNoKindTellsTheFilesThatAreKnown) {
+  Write("mixed/letter.txt", "hello");
+  Write("mixed/a.cfg", "set g_nF1TeamUiFreq 1\n");
+  Write("mixed/theater.lst", "gone.tdf\n");
+  const Report report = Tell("mixed");
+  EXPECT_EQ(report.Text("kind"), "folder");
+  ASSERT_EQ(report.Size("files"), 2u);
+  EXPECT_EQ(report.Text("files/0/f1"), "1");
+  EXPECT_EQ(report.Text("files/1/kind"), "theater list");
+  EXPECT_EQ(failures, 0u);
+}
+
 TEST_F(FalconInfoProgram, FilesCutAnywhereAreErrors) {
   const auto [table, posts] = BlockFiles({});
   Write("theater.O2", table);
