@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <limits>
 #include <string>
 
 #include "base/files.h"
@@ -47,6 +48,16 @@ TEST_F(FalconInfoFiles, ContainerTellsItsParts) {
   EXPECT_EQ(report.Text("container/parts/3/name"), "save0.tea");
   EXPECT_TRUE(report.IsNull("container/parts/3/unpacked_size")) << "it is not packed";
   EXPECT_EQ(failures, 0u);
+}
+
+TEST_F(FalconInfoFiles, PartThatIsNotReadTellsNoUnpackedSize) {
+  Pieces pieces = WorldPieces(SmallWorld());
+  pieces.emplace_back("other.OBJ", std::string(20, '\x01'));
+  Write("Save0.cam", Container(pieces));
+  const Report report = Tell("Save0.cam");
+  EXPECT_FALSE(report.IsNull("container/parts/1/unpacked_size"));
+  EXPECT_EQ(report.Text("container/parts/5/name"), "other.OBJ");
+  EXPECT_TRUE(report.IsNull("container/parts/5/unpacked_size")) << "the first of an ending is read";
 }
 
 TEST_F(FalconInfoFiles, CampaignTellsItsPlaceAndTeams) {
@@ -196,6 +207,16 @@ TEST_F(FalconInfoFiles, ClassTellsItsFeaturesHeadersAndRunwayEnds) {
   EXPECT_EQ(report.Text("classes/0/runway_ends/1/name"), "27");
   EXPECT_TRUE(report.IsNull("classes/1/objective")) << "a hangar";
   EXPECT_TRUE(report.IsNull("classes/2/type")) << "beyond the table";
+}
+
+TEST_F(FalconInfoFiles, NumberThatIsNoneIsNull) {
+  Write("Falcon4.FED",
+        TableOf(std::vector<FeatureEntryPlan>{{.Class = 2, .East = std::numeric_limits<float>::quiet_NaN()}},
+                FeatureEntryRecord));
+  options.Records = {{"fed", 0}};
+  const Report report = Tell("Falcon4.FED");
+  EXPECT_EQ(report.Number("asked/0/record/class_index"), 2);
+  EXPECT_TRUE(report.IsNull("asked/0/record/east"));
 }
 
 TEST_F(FalconInfoFiles, LargePointsComeBeforeSmallOnes) {
