@@ -1,7 +1,7 @@
 #include "falcon-info/models.h"
 
 #include <algorithm>
-#include <limits>
+#include <cstdint>
 #include <optional>
 #include <string>
 
