@@ -29,6 +29,8 @@ using areas::AreaType;
 constexpr std::array<std::int16_t, 31> Icons = {4,  5, 6,  1,  1,  7,  11, 8, 9,  1, 10, 1,  1,  1, 1, 2,
                                                 12, 1, 13, 19, 14, 15, 2,  2, 16, 1, 2,  17, 17, 1, 18};
 constexpr std::int16_t IconOfOthers = 1;
+/// Buildings of models that are known already, after which the progress is told.
+constexpr std::size_t BuildingsAtOnce = 1000;
 
 /// Makes the areas of an import one after the other; the station is not touched.
 class Importer {
@@ -101,7 +103,8 @@ class Importer {
       const std::size_t readBefore = lines.Reads();
       const double east = whole.East(entry.North, entry.East), north = whole.North(entry.North, entry.East);
       Gather(objective, lines.Of(*model), {east, north, entry.Heading + turned});
-      if (lines.Reads() != readBefore && !goesOn()) return false;
+      const bool tookTime = lines.Reads() != readBefore || placed.size() % BuildingsAtOnce == 0;
+      if (tookTime && !goesOn()) return false;
     }
     area.Lines.Resize(gathered.size());
     std::copy(gathered.begin(), gathered.end(), area.Lines.Live().begin());

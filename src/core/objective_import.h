@@ -29,14 +29,14 @@ struct ObjectiveImport {
   std::string MaxZ = "0";            ///< as typed, of Lines: feet that its ends must not be higher than
 };
 
-/// Where an import is; at its beginning it is before the first objective.
+/// Where an import is.
 struct ObjectiveProgress {
   std::size_t Number = 0;  ///< of the objective, from 1
   std::size_t Total = 0;
   const std::string& Name;
   int Percent = 0;
 };
-/// Told of each objective, and between its buildings; false: the import is given up.
+/// Told of each objective, and within a long one now and then; false: the import is given up.
 using FollowObjectives = std::function<bool(const ObjectiveProgress&)>;
 
 /// The group that they come into.

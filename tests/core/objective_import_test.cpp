@@ -330,6 +330,16 @@ TEST_F(ObjectiveImports, ProgressIsToldOfEachAndAfterEachModelThatIsRead) {
   EXPECT_THAT(told, ElementsAre("1/3 a 33", "1/3 a 33", "1/3 a 33", "2/3 b 66", "3/3 c 100"));
 }
 
+TEST_F(ObjectiveImports, ProgressIsToldWithinAnObjectiveOfManyBuildings) {
+  test::WriteModels(disk.Path(), {test::LineShape(60)});
+  std::vector<falcon::FeatureEntry> entries(2500, {.ClassIndex = test::AddBuilding(data, ModelOne)});
+  for (std::size_t n = 0; n < entries.size(); ++n) entries[n].East = static_cast<double>(n);
+  AddSite(entries);
+  int told = 0;
+  EXPECT_TRUE(Import({.Look = ObjectiveLook::Lines}, [&told](const ObjectiveProgress&) { return ++told > 0; }));
+  EXPECT_EQ(told, 4) << "at its beginning, when its model is read, after 1,000 and 2,000 buildings";
+}
+
 TEST_F(ObjectiveImports, GivenUpAtAnyPointChangesNothing) {
   test::WriteModels(disk.Path(), {test::LineShape(60), test::LineShape(30)});
   const std::int32_t first = test::AddBuilding(data, ModelOne), second = test::AddBuilding(data, {2, 0, 0, 0, 0, 0, 0});
