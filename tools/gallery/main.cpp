@@ -29,6 +29,7 @@
 #include "radio/voice_windows.h"
 #include "shell/areas/areas_details_frm.h"
 #include "shell/core/run_station.h"
+#include "shell/falcon/import_obj_frm.h"
 #include "shell/frame/frame.h"
 #include "shell/parts/look.h"
 
@@ -227,6 +228,48 @@ areas::AreaCatalogue SampleAreas() {
   return catalogue;
 }
 
+/// Some objectives of a made campaign.
+core::CampaignData SampleObjectives() {
+  core::CampaignData data;
+  falcon::ObjectTables& tables = data.Tables;
+  tables.Classes.resize(1);
+  std::size_t country = 0;
+  for (const char* team : {"Neutral", "Northland", "Southland"}) data.World.Teams[country++].Name = team;
+  const struct {
+    const char* Name;
+    std::uint8_t Type, Owner;
+    std::int32_t Buildings;
+  } objectives[] = {{"North Field", 1, 1, 94},  {"Far Harbour", 19, 1, 31},  {"Strait Bridge", 6, 2, 12},
+                    {"Cape Radar", 21, 2, 5},   {"South Field", 1, 2, 88},   {"Lowtown", 28, 0, 22},
+                    {"Hill Battery", 31, 1, 9}, {"Old Refinery", 25, 1, 40}, {"Green Valley", 29, 0, 8}};
+  for (const auto& [name, type, owner, buildings] : objectives) {
+    tables.Objectives.push_back({.FeatureCount = buildings});
+    tables.Classes.push_back({.Class = falcon::ObjectiveClassCode,
+                              .Type = type,
+                              .Data = falcon::DataKind::Objective,
+                              .DataIndex = static_cast<std::int32_t>(tables.Objectives.size()) - 1});
+    falcon::Objective one;
+    one.ClassIndex = static_cast<std::uint16_t>(tables.Classes.size() - 1);
+    one.OwnName = name;
+    one.Owner = owner;
+    data.World.Objectives.push_back(std::move(one));
+  }
+  return data;
+}
+
+/// The choice among objectives, some of them selected.
+void OpenObjectives() {
+  static const core::CampaignData data = SampleObjectives();
+  static falcon::ModelStore models({}, {});
+  static shell::ModalCount dialogs;
+  auto& frame = *static_cast<shell::MDIForm1*>(Top(QStringLiteral("MDIForm1")));
+  auto* window = new shell::ImportObjFrm(frame.Program(), data, models, dialogs, &frame);
+  window->setAttribute(Qt::WA_DeleteOnClose);
+  QAbstractItemModel* rows = window->findChild<QTreeView*>(QStringLiteral("ListView1"))->model();
+  for (const int row : {0, 2, 4}) rows->setData(rows->index(row, 0), Qt::Checked, Qt::CheckStateRole);
+  window->show();
+}
+
 int ConnectedCycles(const fs::path& log) { return static_cast<int>(fs::exists(log) ? fs::file_size(log) / 10000 : 0); }
 
 }  // namespace
@@ -341,6 +384,16 @@ int main(int argc, char** argv) {
   script.Press("AreasDetailsFrm", "Command3");
   script.GrabAndClose("PointDetailsFrm");
   script.Close("AreasDetailsFrm");
+  script.Add([] { return true; }, OpenObjectives);
+  script.Grab("ImportObjFrm");
+  script.Press("ImportObjFrm", "cmdImport");
+  for (const auto& [look, page] :
+       {std::pair("OptImportType_0", "1"), std::pair("OptImportType_1", "2"), std::pair("OptImportType_2", "3")}) {
+    script.Press("ImportObjOptionsFrm", look);
+    script.Grab("ImportObjOptionsFrm", page);
+  }
+  script.Close("ImportObjOptionsFrm");
+  script.Close("ImportObjFrm");
   // A replay of the demo tape, somewhat into it.
   script.Add([] { return true; },
              [] { Top(QStringLiteral("MDIForm1"))->findChild<QToolButton*>(QStringLiteral("chkPlayback"))->click(); });
