@@ -24,8 +24,7 @@ namespace {
 constexpr QSize SizeAtStart(960, 560);
 constexpr int TeamColumns = 2;
 constexpr int TypeColumns = 3;
-constexpr int NameWidth = 220;
-constexpr int TypeWidth = 110;
+constexpr int ColumnWidth = 100;
 
 /// Puts an array of options into a group, column by column, the first one chosen.
 QButtonGroup* AddArray(QGroupBox& group, const QString& name, const QStringList& captions, int columns) {
@@ -76,9 +75,10 @@ void ImportObjFrm::Populate() {
   view.setModel(rows);
   QHeaderView& header = *view.header();
   header.setSectionsMovable(false);
-  header.setStretchLastSection(true);
-  header.resizeSection(0, NameWidth);
-  header.resizeSection(1, TypeWidth);
+  header.setStretchLastSection(false);
+  // Not by their contents, which would look at thousands of rows.
+  header.setSectionResizeMode(0, QHeaderView::Stretch);
+  for (int column = 1; column < rows->columnCount(); ++column) header.resizeSection(column, ColumnWidth);
   // In the campaign's order until a column is asked for.
   header.setSortIndicator(-1, Qt::AscendingOrder);
   view.setSortingEnabled(true);

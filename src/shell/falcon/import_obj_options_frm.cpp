@@ -77,8 +77,13 @@ void ImportObjOptionsFrm::AddIcons() {
     auto* button = new QToolButton(form->icons);
     const QString caption = FromBytes(map::IconCaption(icon));
     button->setObjectName(QStringLiteral("Option3_") + QString::number(icon));
-    button->setIcon(MapIcon(icon));
+    if (map::HasShape(icon)) {
+      button->setIcon(MapIcon(icon));
+    } else {
+      button->setText(QString::number(icon));
+    }
     button->setIconSize({IconSide, IconSide});
+    button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
     button->setCheckable(true);
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::StrongFocus);

@@ -1,5 +1,7 @@
 #include "shell/falcon/objective_rows.h"
 
+#include <QApplication>
+#include <QFontMetrics>
 #include <iterator>
 
 #include "shell/parts/unicode_text.h"
@@ -19,6 +21,8 @@ constexpr Column Columns[] = {{"Name", "Sorts by name (Ctrl+1)", ObjectiveColumn
                               {"Type", "Sorts by type (Ctrl+2)", ObjectiveColumn::Type},
                               {"Team", "Sorts by team (Ctrl+3)", ObjectiveColumn::Team},
                               {"Features", "Sorts by the number of buildings (Ctrl+4)", ObjectiveColumn::Features}};
+
+constexpr int RowMargin = 8;  ///< pixels above and below a row together
 
 int AlignmentOf(int column) {
   const bool number = Columns[column].Sorts == ObjectiveColumn::Features;
@@ -65,6 +69,8 @@ QVariant ObjectiveRows::data(const QModelIndex& at, int role) const {
       return QString(u'D' + QString::number(RowOf(at) + 1));
     case Qt::TextAlignmentRole:
       return AlignmentOf(at.column());
+    case Qt::SizeHintRole:
+      return QSize(0, QFontMetrics(QApplication::font()).height() + RowMargin);
     default:
       return {};
   }
