@@ -2,8 +2,10 @@
 #include <cmath>
 #include <cstdlib>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "falcon/bml_expander.h"
 #include "falcon/bml_shape.h"
 #include "falcon/classic_shape.h"
 #include "falcon/dx_shape.h"
@@ -28,6 +30,14 @@ void Check(const falcon::ModelShape& shape, std::size_t mostEdges) {
   }
 }
 
+constexpr std::size_t MaxContent = 1 << 16;
+
+/// What a file tells of its size costs no time here.
+std::string ExpandALittle(falcon::BmlPacking packing, std::string_view packed, std::size_t size) {
+  if (size > MaxContent) throw base::RuntimeFailure("it is large");
+  return falcon::SystemBmlExpander()(packing, packed, size);
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -49,6 +59,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   // A strip has three lines for each corner of two bytes.
   fuzz::Try([&] { Check(falcon::ReadDxShape(file), size * 3 / 2); });
   fuzz::Try([&] { Check(falcon::ReadBmlShape(file, {}), size / 2); });
+  fuzz::Try([&] { Check(falcon::ReadBmlShape(file, ExpandALittle), MaxContent / 2); });
   fuzz::Try([&] {
     const falcon::ParentFile parent = falcon::ReadParentFile(file);
     Check(parent.Box);
