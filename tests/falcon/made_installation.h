@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <map>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,8 @@ inline constexpr Generation Generations[] = {Generation::Falcon40, Generation::B
 int DataVersion(Generation which);
 /// Of its registration: "Falcon BMS 4.37", or "4.0".
 std::string KeyName(Generation which);
+/// For the names of tests.
+inline void PrintTo(Generation which, std::ostream* out) { *out << KeyName(which); }
 
 /// The campaign folder holds "Save0.cam" and "te_new.tac" with objectives, "Mission.tac" and "Training.trn" without,
 /// made from the latter; the first of these two has changes.

@@ -4,14 +4,20 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/temp_folder.h"
-#include "falcon/class_table.h"
-#include "falcon/object_table_files.h"
+#include "falcon/bml_expander.h"
+#include "falcon/camp_objects.h"
+#include "falcon/object_database.h"
+#include "falcon/parent_file.h"
 #include "falcon/runways.h"
 #include "falcon/shape_file.h"
+#include "falcon/xml_records.h"
 #include "made_installation.h"
 
 namespace kestrel::falcon {
@@ -19,15 +25,13 @@ namespace {
 
 namespace fs = std::filesystem;
 using made::Generation;
-using testing::ElementsAre;
 using testing::SizeIs;
 
 /// The tables of an installation.
-ObjectTables ReadTables(const made::Installation& made) {
-  const auto file = [&](const char* name) { return ReadDataFile(made.Objects / name, MaxTableBytes); };
-  return {ReadClassTable(file("FALCON4.ct")),      ReadObjectiveClasses(file("Falcon4.OCD")),
-          ReadFeatureEntries(file("Falcon4.FED")), ReadFeatureClasses(file("Falcon4.FCD")),
-          ReadPointHeaders(file("Falcon4.PHD")),   ReadPoints(file("Falcon4.PD"))};
+ObjectTables ReadTables(const std::vector<fs::path>& folders) {
+  ObjectDatabase database = LoadObjectDatabase(folders);
+  EXPECT_THAT(database.Notes, SizeIs(0));
+  return std::move(database.Tables);
 }
 
 class MadeTables : public testing::TestWithParam<Generation> {
@@ -43,7 +47,7 @@ class MadeTables : public testing::TestWithParam<Generation> {
 
   test::TempFolder folder;
   const made::Installation made = made::WriteInstallation(folder / "install", GetParam());
-  const ObjectTables tables = ReadTables(made);
+  const ObjectTables tables = ReadTables({made.Objects});
 };
 
 TEST_P(MadeTables, KindsAreThoseOfTheWorld) {
@@ -96,6 +100,35 @@ TEST_P(MadeTables, BuildingsStandWhereTheWorldHasThem) {
   EXPECT_THAT(FeaturesOf(tables, KindOf(15)), SizeIs(0));
 }
 
+TEST_P(MadeTables, AddOnTakesWhatItLacksFromTheDefaultTheater) {
+  if (GetParam() < Generation::Bms435) return;
+  const fs::path own = made.Data / "Add-On Made/TerrData/Objects";
+  const std::string buildings = GetParam() == Generation::Bms435 ? "FALCON4_FCD.XML" : "Falcon4_FCD.xml";
+  fs::remove(made.Objects / buildings);
+  const ObjectTables addOn = ReadTables({own, made.Objects});
+  EXPECT_THAT(addOn.FeatureClasses, SizeIs(4)) << "its own";
+  EXPECT_THAT(addOn.Classes, SizeIs(24));
+  const ObjectiveClass* const kind = ObjectiveClassAt(addOn, 3);
+  ASSERT_NE(kind, nullptr);
+  EXPECT_THAT(FeaturesOf(addOn, *kind), SizeIs(3));
+  EXPECT_TRUE(CollectRunways(addOn, *kind)[1][1]);
+}
+
+TEST_P(MadeTables, CampaignObjectsAreThoseOfTheWorld) {
+  if (GetParam() < Generation::Bms435) return;
+  const std::map<std::int32_t, CampObject> objects =
+      ReadCampObjects(ReadDataFile(made.Campaign / "CampObjData.XML", MaxXmlBytes));
+  ASSERT_THAT(objects, SizeIs(9));
+  const bool isNewest = GetParam() == Generation::Bms438;
+  const CampObject& bridge = objects.at(7);
+  EXPECT_EQ(bridge.Name, isNewest ? "Dorn Bridge" : "");
+  EXPECT_EQ(bridge.Heading, isNewest ? 41.5 : 0);
+  // 31.5 * 3279.98 and 24.5 * 3279.98, in 4.38 500 feet east and 250 south of it.
+  EXPECT_NEAR(bridge.East, isNewest ? 103819.37 : 103319.37, 0.01);
+  EXPECT_NEAR(bridge.North, isNewest ? 80109.51 : 80359.51, 0.01);
+  EXPECT_EQ(objects.at(2005).Name, isNewest ? "\xC9pine" : "");
+}
+
 TEST_P(MadeTables, RunwaysAreThoseOfTheWorld) {
   const Runways dual = CollectRunways(tables, KindOf(3));
   ASSERT_TRUE(dual[0][0] && dual[0][1] && dual[1][0] && dual[1][1]);
@@ -122,12 +155,27 @@ TEST_P(MadeTables, RunwaysAreThoseOfTheWorld) {
   EXPECT_FALSE(CollectRunways(tables, KindOf(7))[0][0]);
 }
 
-INSTANTIATE_TEST_SUITE_P(OfEachGeneration, MadeTables, testing::Values(Generation::Falcon40, Generation::Bms433));
+INSTANTIATE_TEST_SUITE_P(OfEachGeneration, MadeTables, testing::ValuesIn(made::Generations));
 
 /// How many lines of a shape lie on the ground.
 std::ptrdiff_t OnGround(const ModelShape& shape) {
   return std::count_if(shape.Edges.begin(), shape.Edges.end(),
                        [](const ModelEdge& edge) { return edge.From.Z == 0 && edge.To.Z == 0; });
+}
+
+/// The farthest that the wedge goes forward, to the right and up.
+void ExpectWedge(const ModelShape& shape) {
+  double forward = 0, right = 0, up = 0;
+  for (const ModelEdge& edge : shape.Edges) {
+    for (const ModelPoint& point : {edge.From, edge.To}) {
+      forward = std::max(forward, point.X);
+      right = std::max(right, point.Y);
+      up = std::max(up, -point.Z);
+    }
+  }
+  EXPECT_EQ(forward, 40);
+  EXPECT_EQ(right, 20);
+  EXPECT_EQ(up, 10);
 }
 
 TEST(MadeModels, DirectoryHoldsThoseOfTheWorld) {
@@ -153,7 +201,35 @@ TEST(MadeModels, DirectoryHoldsThoseOfTheWorld) {
     EXPECT_EQ(OnGround(shapeOf(1)), 4);
     EXPECT_THAT(shapeOf(2).Edges, SizeIs(isClassic ? 9 : 12));
     EXPECT_EQ(OnGround(shapeOf(2)), 3);
+    ExpectWedge(shapeOf(2));
     EXPECT_EQ(OnGround(shapeOf(3)), isClassic ? 4 : 5);
+  }
+}
+
+TEST(MadeModels, FoldersHoldThoseOfTheWorld) {
+  for (const Generation which : {Generation::Bms437, Generation::Bms438}) {
+    SCOPED_TRACE(made::KeyName(which));
+    const test::TempFolder folder;
+    const made::Installation made = made::WriteInstallation(folder / "install", which);
+    const auto shapeOf = [&](const std::string& model, std::size_t detail) {
+      const fs::path own = made.Objects / "Models" / model;
+      const ParentFile parent = ReadParentFile(ReadDataFile(own / "Parent.dat", MaxParentFileBytes));
+      EXPECT_THAT(parent.Details, SizeIs(2));
+      return ReadBmlShape(ReadDataFile(own / parent.Details.at(detail).File, MaxBmlBytes), SystemBmlExpander());
+    };
+    // Triangles as above. Packed as LZ4, as LZMA and not at all.
+    EXPECT_THAT(shapeOf("1", 0).Edges, SizeIs(17));
+    EXPECT_EQ(OnGround(shapeOf("1", 0)), 4);
+    EXPECT_THAT(shapeOf("2", 0).Edges, SizeIs(12));
+    EXPECT_EQ(OnGround(shapeOf("2", 0)), 3);
+    ExpectWedge(shapeOf("2", 0));
+    EXPECT_EQ(OnGround(shapeOf("3", 0)), 5);
+    EXPECT_EQ(shapeOf("1", 1).Triangles, 2U) << "the roof alone";
+    const ParentFile box = ReadParentFile(ReadDataFile(made.Objects / "Models/2/Parent.dat", MaxParentFileBytes));
+    ASSERT_TRUE(box.Box);
+    EXPECT_EQ(box.Box->Most.X, 40);
+    EXPECT_EQ(box.Box->Least.Y, 0);
+    EXPECT_EQ(box.Box->Least.Z, -10);
   }
 }
 
