@@ -98,7 +98,9 @@ std::vector<GroundLine> ModelLines::Read(std::int32_t model) {
   if (reading.Shape) return LinesOnGround(*reading.Shape, rule);
   if (reading.Trouble.empty()) return {};
   const bool isNew = (reading.Box ? boxes : missing).insert(model).second;
-  if (isNew && troubles.size() < MostTroubles) troubles.push_back(reading.Trouble);
+  // A file that is missing as a whole is the trouble of all of them.
+  const bool isSame = !troubles.empty() && troubles.back() == reading.Trouble;
+  if (isNew && !isSame && troubles.size() < MostTroubles) troubles.push_back(reading.Trouble);
   return reading.Box ? LinesOnGround(*reading.Box, rule) : std::vector<GroundLine>();
 }
 

@@ -62,7 +62,7 @@ class ModelLines {
   std::size_t Reads() const { return reads; }             ///< models that have been read, repeated ones too
   std::size_t Boxes() const { return boxes.size(); }      ///< models whose box stands for what cannot be read
   std::size_t Missing() const { return missing.size(); }  ///< models that cannot be read and tell no box
-  /// Why, a line for each of the first of them.
+  /// Why, a line for each of the first of them; what is the same one after the other is told once.
   const std::vector<std::string>& Troubles() const { return troubles; }
 
  private:

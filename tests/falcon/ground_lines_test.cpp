@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <limits>
 #include <string>
 #include <utility>
@@ -165,6 +166,14 @@ TEST_F(LinesOfModels, WhatCannotBeReadIsToldOnceWithItsReason) {
   EXPECT_EQ(lines.Missing(), 1U) << "a model that there is not is no trouble";
   ASSERT_THAT(lines.Troubles(), SizeIs(2));
   EXPECT_THAT(lines.Troubles()[0], testing::HasSubstr("model 5"));
+}
+
+TEST_F(LinesOfModels, FileThatIsMissingIsToldOnce) {
+  std::filesystem::remove(disk / "KoreaObj.LOD");
+  ModelLines lines(store, rule);
+  for (const int model : {1, 2, 3, 4}) EXPECT_THAT(lines.Of(model), SizeIs(4));
+  EXPECT_EQ(lines.Boxes(), 4U);
+  EXPECT_THAT(lines.Troubles(), SizeIs(1));
 }
 
 TEST_F(LinesOfModels, MemoryIsBounded) {
