@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "falcon/terrain_walk.h"
+
 namespace kestrel::falcon {
 
 std::optional<std::int16_t> Terrain::HeightAt(std::int32_t x, std::int32_t y) const {
@@ -24,12 +26,10 @@ void FindExtremes(Terrain& terrain) {
 }
 
 void TakeSea(Terrain& terrain, const GroundCover& cover) {
-  for (std::int32_t y = 0; y < terrain.Size; ++y) {
-    for (std::int32_t x = 0; x < terrain.Size; ++x) {
-      const bool water = cover.IsWater(x * cover.Width / terrain.Size, y * cover.Height / terrain.Size);
-      terrain.Sea[terrain.IndexOf(x, y)] = water ? 1 : 0;
-    }
-  }
+  WalkTerrain(terrain.Size, [&](std::int32_t x, std::int32_t y) {
+    const bool water = cover.IsWater(x * cover.Width / terrain.Size, y * cover.Height / terrain.Size);
+    terrain.Sea[terrain.IndexOf(x, y)] = water ? 1 : 0;
+  });
 }
 
 }  // namespace kestrel::falcon

@@ -146,7 +146,9 @@ TheaterGround ReadTheaterGround(const TerrainFiles& files, const fs::path& cover
   } else {
     throw base::RuntimeFailure("the theater has no heights");
   }
+  if (progress) progress(1, 1);
   if (cover) TakeSea(ground.Heights, *cover);
+  if (progress) progress(1, 1);
   const TerrainMap corner = map.value_or(TerrainMap{});
   ground.Longitude = corner.Longitude;
   ground.Latitude = corner.Latitude;

@@ -12,6 +12,7 @@
 #include "base/positioned_file.h"
 #include "base/text.h"
 #include "falcon/key_lines.h"
+#include "falcon/terrain_walk.h"
 
 namespace kestrel::falcon {
 namespace {
@@ -51,12 +52,10 @@ class Contradictions {
   std::uint64_t OfCover(bool mirrored) const {
     const GroundCover& cover = *witnesses.Cover;
     std::uint64_t count = 0;
-    for (std::int32_t y = 0; y < terrain.Size; ++y) {
-      for (std::int32_t x = 0; x < terrain.Size; ++x) {
-        if (HeightAt(x, y, mirrored) <= 0) continue;
-        if (cover.IsWater(x * cover.Width / terrain.Size, y * cover.Height / terrain.Size)) ++count;
-      }
-    }
+    WalkTerrain(terrain.Size, [&](std::int32_t x, std::int32_t y) {
+      if (HeightAt(x, y, mirrored) <= 0) return;
+      if (cover.IsWater(x * cover.Width / terrain.Size, y * cover.Height / terrain.Size)) ++count;
+    });
     return count;
   }
   std::uint64_t OfHighest(bool mirrored) const {
@@ -132,7 +131,11 @@ Terrain ReadTerrainGrid(const std::filesystem::path& path, const std::optional<T
   }
   if (witnesses.Cover || witnesses.Highest) {
     const Contradictions contradictions(terrain, witnesses);
-    if (contradictions.Count(true) < contradictions.Count(false)) Mirror(terrain);
+    const std::uint64_t asRead = contradictions.Count(false);
+    // Each look at the whole is a while in which nothing would be told.
+    if (progress) progress(static_cast<std::uint64_t>(grid.Size), static_cast<std::uint64_t>(grid.Size));
+    if (contradictions.Count(true) < asRead) Mirror(terrain);
+    if (progress) progress(static_cast<std::uint64_t>(grid.Size), static_cast<std::uint64_t>(grid.Size));
   }
   std::transform(terrain.Heights.begin(), terrain.Heights.end(), terrain.Sea.begin(),
                  [](std::int16_t height) { return static_cast<std::uint8_t>(height == 0); });
