@@ -1,6 +1,7 @@
 #include "shell/falcon/import_theater_frm.h"
 
 #include <QElapsedTimer>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QRadioButton>
@@ -57,6 +58,7 @@ ImportTheaterFrm::ImportTheaterFrm(core::Program& running, const falcon::FalconI
   form->setupUi(this);
   MakeColourButtons();
   new CharacterFilter(Digits(), *form->txtColors);
+  form->ListView1->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
   PrepareForm();
   Connect();
   RefreshList();
@@ -114,12 +116,16 @@ void ImportTheaterFrm::Connect() {
   on(cmdSeaColor, [this] {
     if (PickColour(choice.Sea)) ShowSea();
   });
-  on(cmdColor1, [this] {
-    if (PickColour(custom.Sea)) ShowTwoColours();
-  });
-  on(cmdColor2, [this] {
-    if (PickColour(custom.Land)) ShowTwoColours();
-  });
+  // Who picks a colour of their own wants it.
+  const auto onCustom = [this, on](ColourButton* button, base::Colour& colour) {
+    on(button, [this, &colour] {
+      if (!PickColour(colour)) return;
+      form->Opt2colorstype_2->setChecked(true);
+      ShowTwoColours();
+    });
+  };
+  onCustom(cmdColor1, custom.Sea);
+  onCustom(cmdColor2, custom.Land);
   for (QRadioButton* option : {form->Opt2colorstype_0, form->Opt2colorstype_1, form->Opt2colorstype_2}) {
     on(option, [this] { ShowTwoColours(); });
   }
@@ -172,7 +178,6 @@ falcon::TwoColours ImportTheaterFrm::ChosenTwoColours() const {
 void ImportTheaterFrm::ShowTwoColours() {
   cmdColor1->ShowColour(custom.Sea);
   cmdColor2->ShowColour(custom.Land);
-  for (ColourButton* button : {cmdColor1, cmdColor2}) button->setEnabled(form->Opt2colorstype_2->isChecked());
   const falcon::TwoColours colours = ChosenTwoColours();
   form->Pic2Colors->setPixmap(Sample(colours, devicePixelRatioF()));
   form->Pic2Colors->setAccessibleName(QStringLiteral("Sea: ") + ToQColor(colours.Sea).name() +

@@ -244,11 +244,15 @@ TEST_F(ImportTheater, TwoColoursHaveASampleAndPaintLandAndSea) {
   EXPECT_EQ(shown(), Texts({"#ffffff", "#06cf78"}));
   QTest::mouseClick(&In<QRadioButton>(*window, "Opt2colorstype_1"), Qt::LeftButton, {}, QPoint(8, 8));
   EXPECT_EQ(shown(), Texts({"#4f4e4e", "#1a8641"}));
-  EXPECT_FALSE(In<QPushButton>(*window, "cmdColor1").isEnabled());
-  QTest::mouseClick(&In<QRadioButton>(*window, "Opt2colorstype_2"), Qt::LeftButton, {}, QPoint(8, 8));
-  EXPECT_EQ(shown(), Texts({"#ffffff", "#06cf78"}));
-  desk.ColourAnswers = {0x0000FFu, 0xFF0000u};
+  // A colour that is picked is wanted, one that is not changes nothing.
   Press(*window, "cmdColor1");
+  EXPECT_TRUE(In<QRadioButton>(*window, "Opt2colorstype_1").isChecked());
+  desk.ColourAnswers = {0x0000FFu};
+  Press(*window, "cmdColor1");
+  EXPECT_TRUE(In<QRadioButton>(*window, "Opt2colorstype_2").isChecked());
+  EXPECT_EQ(shown(), Texts({"#ff0000", "#06cf78"}));
+  QTest::mouseClick(&In<QRadioButton>(*window, "Opt2colorstype_2"), Qt::LeftButton, {}, QPoint(8, 8));
+  desk.ColourAnswers = {0xFF0000u};
   Press(*window, "cmdColor2");
   EXPECT_EQ(shown(), Texts({"#ff0000", "#0000ff"}));
   EXPECT_EQ(sample.accessibleName(), QStringLiteral("Sea: #ff0000, land: #0000ff"));
