@@ -14,6 +14,7 @@
 #include <QSlider>
 #include <QStyle>
 #include <QTabBar>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QToolButton>
@@ -26,10 +27,12 @@
 #include "areas/area_file.h"
 #include "base/profile_file.h"
 #include "core/global_keys.h"
+#include "gallery/sample_install.h"
 #include "radio/voice_windows.h"
 #include "shell/areas/areas_details_frm.h"
 #include "shell/core/run_station.h"
 #include "shell/falcon/import_obj_frm.h"
+#include "shell/falcon/import_theater_frm.h"
 #include "shell/frame/frame.h"
 #include "shell/parts/look.h"
 
@@ -270,6 +273,16 @@ void OpenObjectives() {
   window->show();
 }
 
+/// The window of the theater import, over an installation that has the sample theater's heights.
+void OpenTheaterConfig(const fs::path& station) {
+  static const falcon::FalconInstall install = gallery::SampleInstall(station);
+  auto& frame = *static_cast<shell::MDIForm1*>(Top(QStringLiteral("MDIForm1")));
+  auto* window = new shell::ImportTheaterFrm(frame.Program(), install, 1, &frame);
+  window->setAttribute(Qt::WA_DeleteOnClose);
+  window->show();
+  window->findChild<QLineEdit*>(QStringLiteral("txtColors"))->setText(QStringLiteral("12"));
+}
+
 int ConnectedCycles(const fs::path& log) { return static_cast<int>(fs::exists(log) ? fs::file_size(log) / 10000 : 0); }
 
 }  // namespace
@@ -371,6 +384,19 @@ int main(int argc, char** argv) {
   script.GrabAndClose("MdfBullsFrm");
   script.Menu("mnuSetNewBulls");
   script.GrabAndClose("BullsDetailsFrm");
+  script.Add([] { return true; }, [folder] { OpenTheaterConfig(folder); });
+  script.Press("ImportTheaterFrm", "cmdAutoCalculate");
+  script.Grab("ImportTheaterFrm", "1");
+  script.Press("ImportTheaterFrm", "cmdEdit");
+  script.GrabAndClose("MultiColEditorfrm");
+  script.Add([] { return true; },
+             [] {
+               Top(QStringLiteral("ImportTheaterFrm"))
+                   ->findChild<QTabWidget*>(QStringLiteral("tabMethod"))
+                   ->setCurrentIndex(1);
+             });
+  script.Grab("ImportTheaterFrm", "2");
+  script.Close("ImportTheaterFrm");
   script.Add([] { return true; }, OpenAreaEditor);
   for (const auto& [type, page] :
        {std::pair("Option1_1", "1"), std::pair("Option1_2", "2"), std::pair("Option1_3", "3"),
