@@ -21,6 +21,7 @@
 #include "shell/frame/about_frm.h"
 #include "shell/frame/area_windows.h"
 #include "shell/frame/bullseye_windows.h"
+#include "shell/frame/falcon_windows.h"
 #include "shell/frame/tool_table.h"
 #include "shell/link/clients_frm.h"
 #include "shell/link/frm_conn_port.h"
@@ -85,7 +86,12 @@ MDIForm1::MDIForm1(core::Program& running, ModalCount& dialogs) : program(runnin
   });
   connect(&tools->The<ClientsFrm>(), &ClientsFrm::PopUp3Asked, this,
           [this](const QPoint& place) { PopUp("PopUp3").popup(place); });
-  connect(&tools->The<FreqFrm>(), &FreqFrm::PopUp4Asked, this, &MDIForm1::ShowPopUp4);
+  FreqFrm& frequencies = tools->The<FreqFrm>();
+  connect(&frequencies, &FreqFrm::PopUp4Asked, this, &MDIForm1::ShowPopUp4);
+  falcon = new FalconWindows(running, modal, *this);
+  connect(&frequencies, &FreqFrm::LoadChannelsAsked, falcon, &FalconWindows::LoadChannels);
+  connect(&frequencies, &FreqFrm::SaveChannelsAsked, falcon, &FalconWindows::SaveChannels);
+  connect(&frequencies, &FreqFrm::LoadAirportsAsked, falcon, &FalconWindows::LoadAirports);
   rescue.setInterval(RescueMs);
   connect(&rescue, &QTimer::timeout, this, [this] {
     if (!closing) Guarded(program.Log, "RescueChanges", [this] { core::RescueChanges(program); });

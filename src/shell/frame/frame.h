@@ -22,6 +22,7 @@ namespace kestrel::shell {
 
 class AreaWindows;
 class BullseyeWindows;
+class FalconWindows;
 
 /// The frame: menus, the map window and the status strip. Its menus come from the tables of menu_table.h; a menu entry
 /// is a QAction named as the entry, an item of a row as the row with "_" and the number of its element.
@@ -37,6 +38,7 @@ class MDIForm1 final : public QMainWindow {
   core::Program& Program() { return program; }
   BullseyeWindows& Bullseyes() { return *bullseyes; }
   AreaWindows& Areas() { return *areas; }
+  FalconWindows& Falcon() { return *falcon; }
   /// True from the moment the closing begins.
   bool Closing() const { return closing; }
   /// A pop-up menu by its name, e.g. "PopUp3".
@@ -108,6 +110,7 @@ class MDIForm1 final : public QMainWindow {
   MainFrm* map = nullptr;
   BullseyeWindows* bullseyes = nullptr;
   AreaWindows* areas = nullptr;
+  FalconWindows* falcon = nullptr;
   StatusStrip* strip = nullptr;
   std::unique_ptr<ToolWindows> tools;
   EnterKey enter;

@@ -28,6 +28,15 @@ class PlainPointer {
   QList<QCursor> lifted;  ///< the undermost first
 };
 
+/// Makes the pointer an hourglass for as long as it stands.
+class WaitCursor {
+ public:
+  WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+  ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
+  WaitCursor(const WaitCursor&) = delete;
+  WaitCursor& operator=(const WaitCursor&) = delete;
+};
+
 /// Runs a dialog or a message box of the program until it is closed: it counts as open, the floating windows are out of
 /// its way, and the pointer is no hourglass. Returns what its exec() gives.
 inline int RunDialog(QDialog& dialog, ModalCount& modal) {

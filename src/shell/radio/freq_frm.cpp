@@ -48,9 +48,17 @@ struct FreqFrm::Command {
   IconKind Icon = {};                            ///< of a button without a caption
 };
 
+template <void (FreqFrm::*Asked)()>
+void FreqFrm::Ask(const std::string&) {
+  Q_EMIT(this->*Asked)();
+}
+
 const FreqFrm::Command FreqFrm::Commands[] = {
     {"cmdEditChannel", FreqTab::CustomChannels, On::Channel, &FreqFrm::EditChannel, Qt::Key_F2},
+    {"cmdLoadChannels", FreqTab::CustomChannels, On::Nothing, &FreqFrm::Ask<&FreqFrm::LoadChannelsAsked>},
+    {"cmdSaveChannels", FreqTab::CustomChannels, On::Nothing, &FreqFrm::Ask<&FreqFrm::SaveChannelsAsked>},
     {"cmdLoadBMS", FreqTab::CustomChannels, On::Nothing, &FreqFrm::LoadBMS},
+    {"cmdLoadAirports", FreqTab::Airports, On::Nothing, &FreqFrm::Ask<&FreqFrm::LoadAirportsAsked>},
     {"cmdMoveAllUpAirf", FreqTab::Airports, On::Airfield, &FreqFrm::MoveAirfield<FreqMove::Top>, 0, IconKind::ToTop},
     {"cmdMoveUpAirf", FreqTab::Airports, On::Airfield, &FreqFrm::MoveAirfield<FreqMove::Up>, 0, IconKind::RollUp},
     {"cmdMoveDownAirf", FreqTab::Airports, On::Airfield, &FreqFrm::MoveAirfield<FreqMove::Down>, 0, IconKind::RollDown},
@@ -205,6 +213,8 @@ void FreqFrm::RefreshList(int tab, int selectTab, const QString& key, bool colla
   ShowRefused({});
   ShowEnabled();
 }
+
+void FreqFrm::ShowLoadedChannels() { RefreshList(1, 1, TreeOf(FreqTab::CustomChannels).Selected(), false); }
 
 void FreqFrm::Build(FreqTab tab, const QString& key, bool collapse, KeyedTree::KeyNow now) {
   KeyedTree& tree = TreeOf(tab);

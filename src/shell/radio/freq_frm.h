@@ -49,6 +49,8 @@ class FreqFrm final : public ToolFrm {
   void RefreshIVCStatus();
   /// Tab 1 to 3.
   void ShowTab(int tab);
+  /// Shows the first tab anew; what is selected there stays so.
+  void ShowLoadedChannels();
 
   // The pop-up menu mnupopup4, for the node that it was opened on.
   /// Only while the voice client is connected, and for a node that has a value.
@@ -64,6 +66,10 @@ class FreqFrm final : public ToolFrm {
  Q_SIGNALS:
   /// A right click on a node; `place` on the screen.
   void PopUp4Asked(const QPoint& place);
+  /// cmdLoadChannels, cmdSaveChannels, cmdLoadAirports: what the simulator has is wanted, or what is here there.
+  void LoadChannelsAsked();
+  void SaveChannelsAsked();
+  void LoadAirportsAsked();
 
  protected:
   void ShowChanged(base::Changed what) override;
@@ -103,6 +109,9 @@ class FreqFrm final : public ToolFrm {
   void Undo(UndoStep<radio::FrequencyHistory> step);
   void EditChannel(const std::string& key);
   void LoadBMS(const std::string& key);
+  /// Tells by a signal that the button has been pressed.
+  template <void (FreqFrm::*Asked)()>
+  void Ask(const std::string& key);
   void AddFolder(const std::string& key);
   void EditFolder(const std::string& key);
   void DeleteFolder(const std::string& key);

@@ -1,6 +1,5 @@
 #include "shell/theaters/theate_details_frm.h"
 
-#include <QGuiApplication>
 #include <QImage>
 #include <QPixmap>
 #include <utility>
@@ -9,6 +8,7 @@
 #include "core/catalogue_edits.h"
 #include "core/tell.h"
 #include "shell/parts/character_filter.h"
+#include "shell/parts/dialogs.h"
 #include "shell/parts/guard.h"
 #include "shell/parts/plain_text.h"
 #include "shell/parts/typed_text.h"
@@ -17,15 +17,6 @@
 
 namespace kestrel::shell {
 namespace {
-
-/// The pointer as an hourglass: a large picture takes seconds.
-class WaitCursor {
- public:
-  WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-  ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
-  WaitCursor(const WaitCursor&) = delete;
-  WaitCursor& operator=(const WaitCursor&) = delete;
-};
 
 QString Text(double value, std::string_view pattern) { return FromBytes(base::FormatInvariant(value, pattern)); }
 

@@ -76,11 +76,26 @@ TEST_F(FreqPanel, AccessKeysAreNotThoseOfTheMenuBarNorTwiceOnATab) {
   }
 }
 
-TEST_F(FreqPanel, ButtonsThatNeedTheSimulatorAreDisabledAndSayWhy) {
-  for (const char* name : {"cmdLoadChannels", "cmdSaveChannels", "cmdLoadAirports"}) {
-    EXPECT_FALSE(Enabled(panel, name)) << name;
-    EXPECT_TRUE(In<QWidget>(panel, name).toolTip().contains(QStringLiteral("yet"))) << name;
-  }
+TEST_F(FreqPanel, ButtonsThatNeedTheSimulatorAskForIt) {
+  QStringList asked;
+  QObject::connect(&panel, &FreqFrm::LoadChannelsAsked, &panel, [&] { asked << QStringLiteral("load"); });
+  QObject::connect(&panel, &FreqFrm::SaveChannelsAsked, &panel, [&] { asked << QStringLiteral("save"); });
+  QObject::connect(&panel, &FreqFrm::LoadAirportsAsked, &panel, [&] { asked << QStringLiteral("airports"); });
+  SelectNothing(1);
+  Press(panel, "cmdLoadChannels");
+  Press(panel, "cmdSaveChannels");
+  SelectNothing(2);
+  Press(panel, "cmdLoadAirports");
+  EXPECT_EQ(asked, Words({"load", "save", "airports"}));
+}
+
+TEST_F(FreqPanel, LoadedChannelsAreShownOnTheSelectedNode) {
+  Stand(1, "FV2");
+  Tables().CustomVHF[2] = "59401";
+  panel.ShowLoadedChannels();
+  EXPECT_EQ(TextOf(Tree(1), "FV2"), QStringLiteral("[2](): 59401"));
+  EXPECT_EQ(Selected(), "FV2");
+  EXPECT_TRUE(Tree(1).isExpanded(At(Tree(1), "V")));
 }
 
 TEST_F(FreqPanel, TreesShowTheTables) {
