@@ -5,6 +5,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QContextMenuEvent>
 #include <QDialog>
 #include <QLineEdit>
@@ -25,6 +26,7 @@
 #include <vector>
 
 #include "areas/area_file.h"
+#include "base/files.h"
 #include "base/profile_file.h"
 #include "core/global_keys.h"
 #include "gallery/sample_data.h"
@@ -231,6 +233,23 @@ void OpenTheaterConfig(const fs::path& station) {
   window->findChild<QLineEdit*>(QStringLiteral("txtColors"))->setText(QStringLiteral("12"));
 }
 
+/// An installation of the simulator with some theaters and pilots, all of them without content.
+void MakeSimulator(const fs::path& folder) {
+  const fs::path config = folder / "User" / "Config", lists = folder / "Data" / "Terrdata" / "theaterdefinition";
+  fs::create_directories(config);
+  fs::create_directories(lists);
+  std::string list;
+  for (const char* const theater : {"Korea KTO", "Balkans", "Sample Strait"}) {
+    const std::string file = std::string(theater) + ".tdf";
+    base::WriteWholeFile(lists / file, "name " + std::string(theater) + "\r\n");
+    list += "Terrdata\\theaterdefinition\\" + file + "\r\n";
+  }
+  base::WriteWholeFile(lists / "theater.lst", list);
+  for (const char* const pilot : {"Arrow", "Falcon", "Viper"}) {
+    for (const char* const end : {".lbk", ".ini"}) base::WriteWholeFile(config / (std::string(pilot) + end), "");
+  }
+}
+
 int ConnectedCycles(const fs::path& log) { return static_cast<int>(fs::exists(log) ? fs::file_size(log) / 10000 : 0); }
 
 }  // namespace
@@ -258,6 +277,9 @@ int main(int argc, char** argv) {
   base::ProfileFile ini = base::ProfileFile::Load(folder / "KESTREL.ini");
   ini.WriteIniValue("OPTIONS", "CONNPORT", port.toStdString());
   ini.WriteIniValue("LOG", "DEBUG", "1");
+  const fs::path simulator = folder.parent_path() / "Falcon BMS 4.38";
+  MakeSimulator(simulator);
+  ini.WriteIniValue("INSTALLATIONS", "BMS1", base::TextOfPath(simulator));
   ini.Save(folder / "KESTREL.ini");
 
   areas::WriteAreaFile(folder / "Theaters" / "SampleStrait_Areas.dat", gallery::SampleAreas());
@@ -291,8 +313,17 @@ int main(int argc, char** argv) {
   script.Press("FreqFrm", "cmdEditChannel");
   script.Grab("EditFreqFrm", "1");
   script.Close("EditFreqFrm");
+  script.Press("FreqFrm", "cmdLoadChannels");
+  script.Add([] { return Shown("ListCallsignsFrm"); },
+             [] {
+               auto* list = Top(QStringLiteral("ListCallsignsFrm"))->findChild<QComboBox*>(QStringLiteral("Combo1"));
+               list->setCurrentIndex(list->count() - 1);
+             });
+  script.GrabAndClose("ListCallsignsFrm");
   script.Add([] { return Shown("FreqFrm"); }, [] { ShowFreqTab(2, {1, 0}); });
   script.Grab("FreqFrm", "2");
+  script.Press("FreqFrm", "cmdLoadAirports");
+  script.GrabAndClose("ListTheatersfrm");
   script.Add([] { return Shown("FreqFrm"); }, [] { ShowFreqTab(3, {0, 1}); });
   script.Grab("FreqFrm", "3");
   script.Add([] { return true; },
