@@ -14,7 +14,7 @@
 namespace kestrel::test {
 
 /// `text` with zeros behind it.
-inline std::string Field(std::string_view text, std::size_t width) {
+inline std::string FixedText(std::string_view text, std::size_t width) {
   std::string field(text.substr(0, width));
   field.resize(width, '\0');
   return field;
@@ -48,7 +48,7 @@ inline std::string ClassRecord(const ClassPlan& plan) {
 inline std::string AlignedClassRecord(const ClassPlan& plan, std::size_t stride) {
   std::string record = ClassRecord(plan);
   record.insert(77, 3, '\x7E');
-  return Field(record, stride);
+  return FixedText(record, stride);
 }
 /// 88 bytes with the type at 13 and an index of 16 bits at 84.
 inline std::string DescribedClassRecord(const ClassPlan& plan) {
@@ -67,7 +67,7 @@ struct ObjectiveClassPlan {
 };
 
 inline std::string ObjectiveClassRecord(const ObjectiveClassPlan& plan) {
-  return Bytes2(plan.Class) + Field(plan.Name, 20) + Bytes2(3) + Bytes2(4) + Bytes2(plan.Header) +
+  return Bytes2(plan.Class) + FixedText(plan.Name, 20) + Bytes2(3) + Bytes2(4) + Bytes2(plan.Header) +
          std::string(8 + 11 + 1, '\x21') + Bytes2(plan.Icon) + Bytes1(plan.Features) + Bytes1(plan.Radar) +
          Bytes2(plan.First);
 }
@@ -95,7 +95,7 @@ struct FeatureClassPlan {
 };
 
 inline std::string FeatureClassRecord(const FeatureClassPlan& plan) {
-  return Bytes2(plan.Class) + Bytes2(plan.Repair) + "\x31\x31" + Bytes2(plan.Flags) + Field(plan.Name, 20) +
+  return Bytes2(plan.Class) + Bytes2(plan.Repair) + "\x31\x31" + Bytes2(plan.Flags) + FixedText(plan.Name, 20) +
          Bytes2(plan.HitPoints) + Bytes2(12) + BytesF32(0.5F) + Bytes2(13) + std::string(8 + 11 + 3, '\x32');
 }
 
