@@ -217,7 +217,9 @@ base::ProfileFile MainFile(const Station& station) {
     }
   }
   WritePhonebook(station.LinkOptions, ini);
-  ini.CopySection(base::ProfileFile::Load(MainIniFile(station)), falcon::InstallSection);
+  const std::filesystem::path present = MainIniFile(station);
+  // One that is there and cannot be read is not written over.
+  if (base::FileExists(present)) ini.CopySection(base::ProfileFile::Load(present), falcon::InstallSection);
   return ini;
 }
 

@@ -255,6 +255,13 @@ TEST_F(Settings, InstallationsThatAreWrittenByHandStay) {
   EXPECT_THAT(folder.Read("KESTREL.ini"), HasSubstr("\r\n[INSTALLATIONS]\r\nFALCON1=/old\r\n"));
 }
 
+TEST_F(Settings, FileWhoseInstallationsCannotBeReadIsNotWrittenOver) {
+  LoadWith("[INSTALLATIONS]\nBMS1=/games/Sim\n");
+  std::filesystem::resize_file(folder.Path / "KESTREL.ini", base::MaxTextFileBytes + 1);
+  EXPECT_THROW(SaveVars(station), base::RuntimeFailure);
+  EXPECT_EQ(std::filesystem::file_size(folder.Path / "KESTREL.ini"), base::MaxTextFileBytes + 1);
+}
+
 TEST_F(Settings, ALongValueComesBackCut) {
   LoadWith("[IVC_WINDOW_NAME]\nNAME=" + std::string(5000, 'v') + "\n");
   EXPECT_EQ(station.VoiceWindowName, std::string(749, 'v'));
