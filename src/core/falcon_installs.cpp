@@ -46,6 +46,13 @@ CampaignFolders FoldersOf(const falcon::FalconInstall& install, const TheaterDef
   return folders;
 }
 
+std::vector<std::filesystem::path> ModelFoldersOf(const falcon::FalconInstall& install,
+                                                  const TheaterDefinition& theater) {
+  return {falcon::TheaterFolder(install, theater, &TheaterDefinition::ThreeDDataDir),
+          falcon::TheaterFolder(install, theater, &TheaterDefinition::ObjectDir),
+          falcon::TheaterFolder(install, {}, &TheaterDefinition::ObjectDir)};
+}
+
 std::optional<std::filesystem::path> ChooseCampaign(Program& program, const CampaignFolders& folders) {
   return ChooseFile(program, "Open Campaign File", "Falcon tac/cam/trn files|*.tac;*.cam;*.trn", "te_new.tac",
                     folders.Campaign);

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <vector>
 
 #include "core/campaign_data.h"
 #include "core/program.h"
@@ -20,6 +21,10 @@ falcon::FalconInstalls FindInstalls(Program& program);
 /// The folders of a theater's campaigns and objects, and that of the objects which all theaters share. RuntimeFailure
 /// when one of them would lie outside of the installation.
 CampaignFolders FoldersOf(const falcon::FalconInstall& install, const falcon::TheaterDefinition& theater);
+
+/// Where the models of a theater's buildings may stand, in the order in which they count. RuntimeFailure as FoldersOf.
+std::vector<std::filesystem::path> ModelFoldersOf(const falcon::FalconInstall& install,
+                                                  const falcon::TheaterDefinition& theater);
 
 /// Asks for a campaign or mission of a theater. Nothing when the person cancels.
 std::optional<std::filesystem::path> ChooseCampaign(Program& program, const CampaignFolders& folders);

@@ -28,7 +28,7 @@ constexpr Bank Banks[] = {{"UHF_", &RadioPresets::Uhf}, {"VHF_", &RadioPresets::
 std::string KeyOf(const Bank& bank, std::size_t preset) { return std::string(bank.Prefix) + std::to_string(preset); }
 
 /// The folder's files by their names, as bytes of the system.
-std::vector<fs::path> FilesOf(const fs::path& folder) {
+std::vector<fs::path> FilesIn(const fs::path& folder) {
   std::vector<fs::path> files;
   std::error_code failure;
   for (fs::directory_iterator entry(folder, failure); !failure && entry != fs::directory_iterator();
@@ -89,7 +89,7 @@ bool IsWideText(std::string_view text) { return text.starts_with("\xFF\xFE") || 
 
 std::vector<Callsign> ListCallsigns(const fs::path& folder) {
   constexpr std::size_t endingSize = 4;
-  const std::vector<fs::path> files = FilesOf(folder);
+  const std::vector<fs::path> files = FilesIn(folder);
   // By the name in lower case; of several spellings always the same one.
   std::map<std::string, fs::path> pilotFiles;
   for (const fs::path& file : files) {

@@ -10,12 +10,12 @@
 #include "shell/areas/areas_details_list_frm.h"
 #include "shell/frame/frame.h"
 #include "shell/parts/guard.h"
+#include "shell/parts/remembered_place.h"
 
 namespace kestrel::shell {
 namespace {
 
 int Pixels(std::int32_t units) { return qRound(units / map::UnitsPerPixel); }
-std::int32_t Units(int pixels) { return static_cast<std::int32_t>(pixels * map::UnitsPerPixel); }
 
 /// Puts a window where it is kept, or, when that is nowhere yet, inside the frame's corner; on a screen in any case.
 void Place(QWidget& window, const QWidget& frame, std::int32_t left, std::int32_t top) {
@@ -26,11 +26,6 @@ void Place(QWidget& window, const QWidget& frame, std::int32_t left, std::int32_
   const QRect room = (on != nullptr ? on : frame.screen())->availableGeometry();
   window.move(qBound(room.left(), kept.x(), qMax(room.left(), room.right() + 1 - window.width())),
               qBound(room.top(), kept.y(), qMax(room.top(), room.bottom() + 1 - window.height())));
-}
-
-void Keep(const QWidget& window, std::int32_t& left, std::int32_t& top) {
-  left = Units(window.x());
-  top = Units(window.y());
 }
 
 }  // namespace
@@ -54,7 +49,7 @@ void AreaWindows::OpenList(std::size_t group) {
 }
 
 void AreaWindows::ListExited() {
-  Keep(*list, program.State.Editors.AREADETAILLISTLEFT, program.State.Editors.AREADETAILLISTTOP);
+  KeepPlace(*list, program.State.Editors.AREADETAILLISTLEFT, program.State.Editors.AREADETAILLISTTOP);
   list->hide();
   listOpen = false;
   // Nothing is to come back while the frame goes.
@@ -90,7 +85,7 @@ void AreaWindows::AddNewIconArea() {
 void AreaWindows::ShowEditor() {
   if (!program.State.Editor.Open) return;
   if (listOpen) {
-    Keep(*list, program.State.Editors.AREADETAILLISTLEFT, program.State.Editors.AREADETAILLISTTOP);
+    KeepPlace(*list, program.State.Editors.AREADETAILLISTLEFT, program.State.Editors.AREADETAILLISTTOP);
     list->hide();
   }
   editor = new AreasDetailsFrm(program, modal, &frame);
@@ -108,7 +103,7 @@ void AreaWindows::ShowEditor() {
 }
 
 void AreaWindows::EditorClosed() {
-  Keep(*editor, program.State.Editors.AREADETAILLEFT, program.State.Editors.AREADETAILTOP);
+  KeepPlace(*editor, program.State.Editors.AREADETAILLEFT, program.State.Editors.AREADETAILTOP);
   editor = nullptr;
   if (frame.Closing()) return;
   Hold();

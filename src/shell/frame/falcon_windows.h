@@ -18,6 +18,10 @@ class FalconWindows final : public QObject {
   /// `running` and `dialogs` outlive the frame, which owns this.
   FalconWindows(core::Program& running, ModalCount& dialogs, MDIForm1& owner);
 
+  /// mnuImportNewTheater: a theater of the simulator becomes one of the station.
+  void ImportTheater();
+  /// mnuImportObjectives: objectives of a theater's campaign become areas of the map.
+  void ImportObjectives();
   /// cmdLoadAirports: the airfields of a theater and a campaign that are asked for.
   void LoadAirports();
   /// cmdLoadChannels.

@@ -134,7 +134,6 @@ QMenu& MDIForm1::PopUp(const char* name) const { return *findChild<QMenu*>(QStri
 QAction* MDIForm1::AddEntry(const MenuEntry& entry, QMenu& parent) {
   QAction* action = parent.addAction(QString::fromLatin1(entry.Caption));
   action->setObjectName(QString::fromLatin1(entry.Name));
-  action->setEnabled(entry.Work != MenuWork::Later);
   action->setCheckable(entry.Work == MenuWork::Toggles);
   if (entry.Run != nullptr) {
     connect(action, &QAction::triggered, this,

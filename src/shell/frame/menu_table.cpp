@@ -4,6 +4,7 @@
 #include "core/mission_areas.h"
 #include "shell/frame/area_windows.h"
 #include "shell/frame/bullseye_windows.h"
+#include "shell/frame/falcon_windows.h"
 #include "shell/frame/frame.h"
 #include "shell/radio/freq_frm.h"
 
@@ -98,8 +99,10 @@ constexpr MenuEntry MenuBar[] = {
 
     {"mnuTools", "Too&ls", "", Submenu},
     {"mnuFalconTools", "Falcon Tools", "mnuTools", Submenu},
-    {"mnuImportNewTheater", "Import New T&heater", "mnuFalconTools", Later},
-    {"mnuImportObjectives", "Import Ob&jectives", "mnuFalconTools", Later},
+    {"mnuImportNewTheater", "Import New T&heater", "mnuFalconTools", Runs,
+     [](MDIForm1& frame) { frame.Falcon().ImportTheater(); }},
+    {"mnuImportObjectives", "Import Ob&jectives", "mnuFalconTools", Runs,
+     [](MDIForm1& frame) { frame.Falcon().ImportObjectives(); }},
     {"mnuGetBullseyFromTac", "Get Bu&llseye from tac/cam/trn", "mnuFalconTools", Runs,
      [](MDIForm1& frame) { frame.Bullseyes().GetFromCampaignFile(); }},
     {"mnuImportFalconINI", "Import Areas from Falcon INI files", "mnuFalconTools", Runs,

@@ -12,7 +12,6 @@ enum class MenuWork {
   Runs,     ///< calls Run
   Toggles,  ///< the same, with a check mark that shows a state
   Nothing,  ///< no action, by intention
-  Later,    ///< its window does not exist yet: shown, not enabled
   Items,    ///< a row of items, one for each element of a table, made when the table is known
 };
 

@@ -8,11 +8,11 @@
 #include "core/cascade.h"
 #include "map/units.h"
 #include "shell/frame/tool_table.h"
+#include "shell/parts/remembered_place.h"
 
 namespace kestrel::shell {
 namespace {
 
-std::int32_t Units(int pixels) { return static_cast<std::int32_t>(pixels * map::UnitsPerPixel); }
 QPoint Pixels(const core::WindowPlace& place) {
   return {qRound(place.X / map::UnitsPerPixel), qRound(place.Y / map::UnitsPerPixel)};
 }

@@ -15,6 +15,7 @@
 #include "map/units.h"
 #include "shell/parts/guard.h"
 #include "shell/parts/line_icon.h"
+#include "shell/parts/remembered_place.h"
 #include "shell/parts/slider_frm1.h"
 
 namespace kestrel::shell {
@@ -26,7 +27,6 @@ constexpr int Border = 1;
 constexpr int EnoughOfStrip = 48;
 
 int Pixels(std::int32_t units) { return qRound(units / map::UnitsPerPixel); }
-std::int32_t Units(int pixels) { return static_cast<std::int32_t>(pixels * map::UnitsPerPixel); }
 
 }  // namespace
 

@@ -114,12 +114,6 @@ TEST_F(FrameWindow, EveryMenuHasItsEntriesInOrderWithTheirCaptions) {
   }
 }
 
-TEST_F(FrameWindow, EntriesOfWindowsThatAreNotThereAreDisabled) {
-  for (const char* name : {"mnuImportNewTheater", "mnuImportObjectives"}) {
-    EXPECT_FALSE(Action(name).isEnabled()) << name;
-  }
-}
-
 TEST_F(FrameWindow, AreasAreImportedAndExportedFromTheMenu) {
   Action("mnuImportAreas").trigger();
   ASSERT_EQ(desk.FileQuestions.size(), 1U);
