@@ -294,7 +294,7 @@ TEST_F(CatalogueEdits, DeletionThatCannotBeSavedIsTold) {
   around.Desk.Answers = {Answer::Yes};
   EXPECT_TRUE(DeleteTheater(around.All, 2));
   ASSERT_THAT(around.Desk.Boxes, SizeIs(2));
-  EXPECT_EQ(around.Desk.Boxes[1].Text, "The settings could not be saved: KESTREL.ini is no file.");
+  EXPECT_EQ(around.Desk.Boxes[1].Text, "The settings could not be saved: KESTREL.ini cannot be written.");
   EXPECT_TRUE(Refreshed(Changed::NameMenus));
 }
 
