@@ -12,6 +12,7 @@
 
 #include "areas/area_file.h"
 #include "e2e/falcon_on_screen.h"
+#include "falcon/made_world.h"
 
 namespace kestrel::e2e {
 namespace {
@@ -161,6 +162,43 @@ class FalconImport : public FalconOnScreen {
     ExpectWedge("Gannet Radar", 44.5, 50.5, 0, 0);
   }
 
+  /// The panel of the frequencies alone stands on the map.
+  void ShowFrequencies() {
+    QString lines = S("FREQFORMX=900\r\nFREQFORMY=1800\r\nFREQFORMMIN=0\r\nFREQFORMHID=0\r\n");
+    for (const char* hidden : {"BULL", "AREAS", "CURSOR", "VIEW", "REC", "CLIENTS", "MINIMAP"}) {
+      lines += QString::fromLatin1(hidden) + S("FORMHID=1\r\n");
+    }
+    Set("OPTIONS", lines);
+  }
+  /// A press is what gives a floating window the keyboard; the tab is the one of so many.
+  void PressInFrequencies(int tab, const char* key) {
+    const QString panel = screen.Window(S("^FREQs$"));
+    ASSERT_FALSE(panel.isEmpty());
+    const QRect at = screen.Geometry(panel);
+    screen.Click(at.topLeft() + QPoint(at.width() * (2 * tab + 1) / 6, 38));
+    screen.Press({QString::fromLatin1(key)});
+  }
+  /// Those of "te_new.tac", which is preset.
+  void LoadAirfields() {
+    ASSERT_NO_FATAL_FAILURE(PressInFrequencies(1, "alt+m"));
+    ASSERT_NO_FATAL_FAILURE(Confirm("^Select Theater$"));
+    ASSERT_NO_FATAL_FAILURE(Confirm("^Open Campaign File"));
+    ExpectGone("^Select Theater$");
+  }
+  QString Frequencies() const { return ReadText(Theaters("SampleStrait_Frequencies.dat")); }
+  void ExpectAirfields() {
+    const QString text = Frequencies();
+    for (const char* airfield :
+         {"NAME=Anvil Airbase\r\nUHF=250200\r\nVHF=118700\r\nTACAN=042\r\n"
+          "TACANX=20.50000\r\nTACANY=12.50000\r\nTACANR=140.00000\r\nTACAN_BAND=X\r\nTEAM_INDEX=2\r\n",
+          "NAME=Birch Airbase\r\nUHF=0\r\nVHF=126200\r\nTACAN=007\r\n"
+          "TACANX=50.50000\r\nTACANY=40.50000\r\nTACANR=70.00000\r\nTACAN_BAND=Y\r\nTEAM_INDEX=6\r\n",
+          "NAME=**Not an Airbase!\r\n"}) {
+      EXPECT_TRUE(text.contains(QString::fromLatin1(airfield))) << airfield;
+    }
+    EXPECT_TRUE(text.contains(S("[AIRFIELDS]\r\nNUM=4\r\n"))) << qPrintable(text);
+  }
+
   made::Installation made;
   base::Table<areas::Area> imported;
 };
@@ -183,6 +221,82 @@ TEST_F(FalconImport, TakesATheaterAndLinesOfBms433) {
   ASSERT_NO_FATAL_FAILURE(Exit());
   ExpectTheater(Light);
   ExpectLines();
+}
+
+TEST_F(FalconImport, TakesIconsAirfieldsAndChannelsOfBms435InAWinePrefix) {
+  made = made::WriteWinePrefix(disk / "prefix", {Generation::Bms435}).front();
+  ShowFrequencies();
+  ASSERT_NO_FATAL_FAILURE(StartFalconStation({S("WINEPREFIX=") + place.filePath(S("prefix"))}));
+  ASSERT_NO_FATAL_FAILURE(ImportTheater({S("Right")}));
+  ASSERT_NO_FATAL_FAILURE(ImportObjectives("alt+a"));
+  ASSERT_NO_FATAL_FAILURE(LoadAirfields());
+  // The pilot who flew last is preset.
+  ASSERT_NO_FATAL_FAILURE(PressInFrequencies(0, "alt+m"));
+  ASSERT_NO_FATAL_FAILURE(Confirm("^Callsigns$"));
+  ExpectGone("^Callsigns$");
+  ASSERT_NO_FATAL_FAILURE(Exit());
+  ExpectTheater(Light);
+  ExpectIcons();
+  ExpectAirfields();
+  const QString channels = Frequencies();
+  for (const char* value : {"UHF_1=226000", "UHF_20=245000", "VHF_3=59400", "VHF_20=118500", "F1=339750", "F2=1234"}) {
+    EXPECT_TRUE(channels.contains(QString::fromLatin1(value) + S("\r\n"))) << value;
+  }
+}
+
+TEST_F(FalconImport, TakesLinesAndAirfieldsOfBms437) {
+  Install(Generation::Bms437);
+  ShowFrequencies();
+  ASSERT_NO_FATAL_FAILURE(StartFalconStation());
+  ASSERT_NO_FATAL_FAILURE(ImportTheater({S("Right")}));
+  ASSERT_NO_FATAL_FAILURE(ImportObjectives("alt+l"));
+  ASSERT_NO_FATAL_FAILURE(LoadAirfields());
+  ASSERT_NO_FATAL_FAILURE(Exit());
+  ExpectTheater(Light);
+  ExpectLines();
+  ExpectAirfields();
+}
+
+TEST_F(FalconImport, TakesIconsOfBms438AndGivesItChannels) {
+  Install(Generation::Bms438);
+  ShowFrequencies();
+  const QString cfg = QString::fromStdString((made.Config / "Falcon BMS.cfg").string());
+  const QString pilot = QString::fromStdString((made.Config / "Ghost.ini").string());
+  const QString cfgBefore = ReadText(cfg), pilotBefore = ReadText(pilot);
+  ASSERT_FALSE(cfgBefore.isEmpty());
+  ASSERT_FALSE(pilotBefore.isEmpty());
+  ASSERT_NO_FATAL_FAILURE(StartFalconStation());
+  ASSERT_NO_FATAL_FAILURE(ImportTheater({S("Right")}));
+  ASSERT_NO_FATAL_FAILURE(ImportObjectives("alt+a"));
+  ASSERT_NO_FATAL_FAILURE(LoadAirfields());
+  ASSERT_NO_FATAL_FAILURE(PressInFrequencies(0, "alt+s"));
+  ASSERT_NO_FATAL_FAILURE(Dialog("^Attention$"));
+  screen.Press({S("alt+y")});
+  // Nobody is known to have flown last: the first one is Ghost.
+  ASSERT_NO_FATAL_FAILURE(Dialog("^Callsigns$"));
+  screen.Press({S("Down"), S("Return")});
+  ExpectGone("^Callsigns$");
+  ASSERT_NO_FATAL_FAILURE(Exit());
+  ExpectTheater(Light);
+  ExpectIcons();
+  ExpectAirfields();
+  // The channels are those of the theater that ships, of which some have no value.
+  QString expected = pilotBefore;
+  const char* const uhf[] = {"292300", "273525", "353100", "235100", "317650",
+                             "391975", "305000", "282550", "243000", "259700"};
+  const char* const vhf[] = {"126500", "121600", "122100", "138050", "134925", "121500"};
+  for (int n = 1; n <= 20; ++n) {
+    const auto set = [&](const QString& key, int before, const char* value) {
+      expected.replace(key + QString::number(before) + S("\r\n"), key + QString::fromLatin1(value) + S("\r\n"));
+    };
+    set(S("\nUHF_%1=").arg(n), made::UhfOf(n) + 50000, n <= 10 ? uhf[n - 1] : "000000");
+    set(S("\nVHF_%1=").arg(n), made::VhfOf(n), n <= 6 ? vhf[n - 1] : "000000");
+  }
+  EXPECT_EQ(ReadText(pilot), expected);
+  expected = cfgBefore;
+  EXPECT_EQ(ReadText(cfg),
+            expected.replace(S("Freq 339750"), S("Freq 307300")).replace(S("Freq 1234"), S("Freq 309275")));
+  EXPECT_EQ(ReadText(cfg + S("_backup")), cfgBefore);
 }
 
 }  // namespace
