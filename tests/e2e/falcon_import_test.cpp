@@ -53,12 +53,13 @@ class FalconImport : public FalconOnScreen {
   }
   QString Theaters(const char* file) const { return folder + S("/Theaters/") + QString::fromLatin1(file); }
 
-  /// The theater that is preset. `keys` choose the colours, from the tabs on.
-  void ImportTheater(const QStringList& keys) {
+  /// The theater that is preset. `keys` choose the colours, from the tabs on; the log tells when `done` is.
+  void ImportTheater(const QStringList& keys, const char* done = "") {
     ASSERT_NO_FATAL_FAILURE(FalconTool(0));
     ASSERT_NO_FATAL_FAILURE(Confirm("^Select Theater$"));
     ASSERT_NO_FATAL_FAILURE(Dialog("^Theater Config$"));
     screen.Press(keys);
+    ASSERT_TRUE(WaitFor([&] { return Log().contains(QString::fromLatin1(done)); })) << qPrintable(Log());
     screen.Press({S("Return")});
     ExpectGone("^Theater Config$");
     ASSERT_TRUE(WaitFor([&] { return QFile::exists(Theaters("Made Straits.ini")); })) << qPrintable(Log());
@@ -176,6 +177,7 @@ class FalconImport : public FalconOnScreen {
     ASSERT_FALSE(panel.isEmpty());
     const QRect at = screen.Geometry(panel);
     screen.Click(at.topLeft() + QPoint(at.width() * (2 * tab + 1) / 6, 38));
+    ASSERT_TRUE(WaitFor([&] { return screen.IsActive(panel); }));
     screen.Press({QString::fromLatin1(key)});
   }
   /// Those of "te_new.tac", which is preset.
@@ -205,9 +207,11 @@ class FalconImport : public FalconOnScreen {
 
 TEST_F(FalconImport, TakesATheaterOfFalcon40) {
   Install(Generation::Falcon40);
+  Set("LOG", S("DEBUG=1\r\n"));
   ASSERT_NO_FATAL_FAILURE(StartFalconStation());
   // The list, Add, the sea's colour, the number of colours, Auto Calculate.
-  ASSERT_NO_FATAL_FAILURE(ImportTheater({S("Tab"), S("Tab"), S("Tab"), S("Tab"), S("5"), S("Tab"), S("space")}));
+  ASSERT_NO_FATAL_FAILURE(
+      ImportTheater({S("Tab"), S("Tab"), S("Tab"), S("Tab"), S("5"), S("Tab"), S("space")}, "Read the heights in"));
   ASSERT_NO_FATAL_FAILURE(Exit());
   ExpectTheater(FiveBands);
 }

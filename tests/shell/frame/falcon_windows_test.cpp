@@ -3,6 +3,7 @@
 #include "shell/frame/falcon_windows.h"
 
 #include <QCheckBox>
+#include <QMenuBar>
 #include <QTreeView>
 
 #include "base/program_title.h"
@@ -51,6 +52,17 @@ TEST_F(FalconWindowsTest, WithoutBmsTheChannelButtonsSayThatThereIsNone) {
   for (const char* button : {"cmdLoadChannels", "cmdSaveChannels"}) {
     PressAlone(1, button);
     ExpectBox(base::ProgramTitle().c_str(), "No Falcon BMS Installation found on your system");
+  }
+}
+
+TEST_F(FalconWindowsTest, KeysOfTheButtonsAreNoMenus) {
+  // A floating window shares the frame's keys: one that a menu has too would press neither.
+  QList<QKeySequence> menus;
+  for (const QAction* menu : Frame().menuBar()->actions()) menus << QKeySequence::mnemonic(menu->text());
+  for (const char* button : {"cmdLoadChannels", "cmdSaveChannels", "cmdLoadAirports"}) {
+    const QKeySequence key = QKeySequence::mnemonic(In<QAbstractButton>(Panel(), button).text());
+    EXPECT_FALSE(key.isEmpty()) << button;
+    EXPECT_FALSE(menus.contains(key)) << button;
   }
 }
 
