@@ -216,15 +216,18 @@ TEST_F(FalconImport, TakesATheaterOfFalcon40) {
   ExpectTheater(FiveBands);
 }
 
-TEST_F(FalconImport, TakesATheaterAndLinesOfBms433) {
+TEST_F(FalconImport, TakesLinesAndAirfieldsOfBms433) {
   Install(Generation::Bms433);
+  ShowFrequencies();
   ASSERT_NO_FATAL_FAILURE(StartFalconStation());
   // The tab of the two colours.
   ASSERT_NO_FATAL_FAILURE(ImportTheater({S("Right")}));
   ASSERT_NO_FATAL_FAILURE(ImportObjectives("alt+l"));
+  ASSERT_NO_FATAL_FAILURE(LoadAirfields());
   ASSERT_NO_FATAL_FAILURE(Exit());
   ExpectTheater(Light);
   ExpectLines();
+  ExpectAirfields();
 }
 
 TEST_F(FalconImport, TakesIconsAirfieldsAndChannelsOfBms435InAWinePrefix) {
