@@ -22,7 +22,7 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 const std::string areasFile = "Theaters/korea_Areas.dat";
-const std::string formerFile = "Theaters/korea_Areas.dat.old";
+const std::string formerAreas = "Theaters/korea_Areas.dat.old";
 
 class TheaterAreas : public testing::Test {
  protected:
@@ -62,7 +62,7 @@ TEST_F(TheaterAreas, FollowTheTheater) {
   EXPECT_TRUE(Bytes() == GoldenFile(SampleAreas(), Golden::V3));
   EXPECT_EQ(folder.Read("Theaters/balkans_Areas.dat").size(), 108U);
   EXPECT_TRUE(Has(around.Shown.Refreshes.back(), Changed::Areas));
-  EXPECT_FALSE(folder.Has(formerFile));
+  EXPECT_FALSE(folder.Has(formerAreas));
   EXPECT_FALSE(folder.Has("Theaters/korea_Areas.rescue"));
 }
 
@@ -73,7 +73,7 @@ TEST_F(TheaterAreas, AFormerFormatIsSavedAsThePresentOne) {
   const std::string held = Bytes();
   EXPECT_THAT(SaveAll(station), IsEmpty());
   EXPECT_TRUE(folder.Read(areasFile) == held);
-  EXPECT_FALSE(folder.Has(formerFile));
+  EXPECT_FALSE(folder.Has(formerAreas));
 }
 
 TEST_F(TheaterAreas, AnotherKindOfFileIsToldAndKeptWhenItIsSavedOver) {
@@ -87,12 +87,12 @@ TEST_F(TheaterAreas, AnotherKindOfFileIsToldAndKeptWhenItIsSavedOver) {
   EXPECT_TRUE(folder.Read(areasFile) == foreign);
   EXPECT_THAT(SaveAll(station), IsEmpty());
   EXPECT_EQ(folder.Read(areasFile).size(), 108U);
-  EXPECT_TRUE(folder.Read(formerFile) == foreign);
+  EXPECT_TRUE(folder.Read(formerAreas) == foreign);
   // Once.
   station.Areas = SampleAreas();
   EXPECT_THAT(SaveAll(station), IsEmpty());
   EXPECT_THAT(SaveAll(station), IsEmpty());
-  EXPECT_TRUE(folder.Read(formerFile) == foreign);
+  EXPECT_TRUE(folder.Read(formerAreas) == foreign);
 }
 
 TEST_F(TheaterAreas, AFileThatEndsEarlyIsLoadedLoggedAndKept) {
@@ -107,13 +107,13 @@ TEST_F(TheaterAreas, AFileThatEndsEarlyIsLoadedLoggedAndKept) {
             "Loaded the areas in 0 ms\r\nkorea_Areas.dat is damaged: of its areas there is what it holds\r\n"
             "korea_Areas.dat: groups that name no folder and are now in the Temporary Folder: 3\r\n");
   EXPECT_THAT(SaveAll(station), IsEmpty());
-  EXPECT_TRUE(folder.Read(formerFile) == cut);
+  EXPECT_TRUE(folder.Read(formerAreas) == cut);
   EXPECT_TRUE(folder.Read(areasFile) == Bytes());
 }
 
 TEST_F(TheaterAreas, AFileThatCannotBeKeptIsNotSavedOver) {
   folder.Write(areasFile, "no areas");
-  std::filesystem::create_directories(folder.Path / formerFile / "in the way");
+  std::filesystem::create_directories(folder.Path / formerAreas / "in the way");
   LoadTheaterData(around.All);
   station.LinkOptions.CONNPORT = 6200;
   const std::vector<Unsaved> failures = SaveAll(station);

@@ -11,15 +11,6 @@
 namespace kestrel::e2e {
 namespace {
 
-/// Pixels of the colour of hostile AI aircraft: their carets and altitudes.
-int HostilePixels(const QImage& picture) {
-  int count = 0;
-  for (int y = 0; y < picture.height(); ++y)
-    for (int x = 0; x < picture.width(); ++x)
-      if (picture.pixel(x, y) == qRgb(255, 0, 0)) ++count;
-  return count;
-}
-
 class StationSession : public StationOnScreen {
  protected:
   /// A server with `faults`, and the station with its log on.

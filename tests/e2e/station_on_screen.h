@@ -11,6 +11,15 @@
 
 namespace kestrel::e2e {
 
+/// Pixels of the colour of hostile AI aircraft: their carets and altitudes.
+inline int HostilePixels(const QImage& picture) {
+  int count = 0;
+  for (int y = 0; y < picture.height(); ++y)
+    for (int x = 0; x < picture.width(); ++x)
+      if (picture.pixel(x, y) == qRgb(255, 0, 0)) ++count;
+  return count;
+}
+
 /// The built station in a program folder of its own on a screen in memory, and session-sim where a test wants it.
 class StationOnScreen : public testing::Test {
  protected:

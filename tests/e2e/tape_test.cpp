@@ -14,15 +14,6 @@
 namespace kestrel::e2e {
 namespace {
 
-/// Pixels of the colour of hostile AI aircraft: their carets and altitudes.
-int HostilePixels(const QImage& picture) {
-  int count = 0;
-  for (int y = 0; y < picture.height(); ++y)
-    for (int x = 0; x < picture.width(); ++x)
-      if (picture.pixel(x, y) == qRgb(255, 0, 0)) ++count;
-  return count;
-}
-
 // Places in the player's window, from its upper left corner, pixels.
 constexpr QPoint LoadFile(60, 62), CloseFile(170, 62), Play(25, 97), Pause(61, 97), Stop(97, 97);
 constexpr QPoint PositionBarLeft(16, 127), PositionBarRight(214, 127);

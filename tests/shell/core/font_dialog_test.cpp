@@ -12,7 +12,7 @@
 namespace kestrel::shell {
 namespace {
 
-bool Same(const base::FontRecord& a, const base::FontRecord& b) {
+bool SameFont(const base::FontRecord& a, const base::FontRecord& b) {
   return a.FontName == b.FontName && a.FontSize == b.FontSize && a.FontBold == b.FontBold &&
          a.FontItalic == b.FontItalic && a.FontStrike == b.FontStrike && a.FontUnder == b.FontUnder &&
          a.Color == b.Color;
@@ -25,7 +25,7 @@ TEST(FontChanges, NothingIsStoredOfADialogThatWasLeftAsItWas) {
   shown.setItalic(true);
   shown.setStrikeOut(true);
   shown.setUnderline(true);
-  EXPECT_TRUE(Same(WithChanges(before, shown, shown), before));
+  EXPECT_TRUE(SameFont(WithChanges(before, shown, shown), before));
 }
 
 TEST(FontChanges, EachThingThatIsTouchedIsStoredAndNothingElse) {
@@ -54,7 +54,7 @@ TEST(FontChanges, EachThingThatIsTouchedIsStoredAndNothingElse) {
     each.Touch(chosen);
     base::FontRecord expected = before;
     each.Store(expected);
-    EXPECT_TRUE(Same(WithChanges(before, shown, chosen), expected)) << each.What;
+    EXPECT_TRUE(SameFont(WithChanges(before, shown, chosen), expected)) << each.What;
   }
 }
 
@@ -62,7 +62,7 @@ TEST(FontChanges, EachThingThatIsTouchedIsStoredAndNothingElse) {
 class OwnFamily {
  public:
   void Add(const char* style, bool italic) {
-    const QByteArray file = test::FontFile(QString::fromLatin1(Name), QString::fromLatin1(style), italic);
+    const QByteArray file = FontFile(QString::fromLatin1(Name), QString::fromLatin1(style), italic);
     ids << (file.isEmpty() ? -1 : QFontDatabase::addApplicationFontFromData(file));
   }
   ~OwnFamily() {
@@ -83,7 +83,7 @@ TEST(FontDialogOfAFamily, WhoseOnlyStyleIsObliqueDoesNotTurnItalicOn) {
   FontDialog dialog(before, false, nullptr);
   dialog.show();
   EXPECT_TRUE(dialog.findChild<QFontDialog*>()->currentFont().italic()) << "the dialog shows the style that there is";
-  EXPECT_TRUE(Same(dialog.Chosen(), before));
+  EXPECT_TRUE(SameFont(dialog.Chosen(), before));
 }
 
 TEST(FontDialogOfAFamily, WhoseRegularStyleHasAnotherNameShowsThatStyle) {
@@ -98,7 +98,7 @@ TEST(FontDialogOfAFamily, WhoseRegularStyleHasAnotherNameShowsThatStyle) {
     dialog.show();
     auto* fonts = dialog.findChild<QFontDialog*>();
     EXPECT_EQ(fonts->currentFont().italic(), italic);
-    EXPECT_TRUE(Same(dialog.Chosen(), before));
+    EXPECT_TRUE(SameFont(dialog.Chosen(), before));
     // The other style by hand.
     QFont other = fonts->currentFont();
     other.setStyleName(italic ? QStringLiteral("Book") : QStringLiteral("Oblique"));

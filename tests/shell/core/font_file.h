@@ -7,7 +7,7 @@
 #include <QtEndian>
 
 // Fonts of the test's own, so that no test depends on which ones the system has.
-namespace kestrel::shell::test {
+namespace kestrel::shell {
 
 /// The outlines of the application's font as a font file of `family` with one style. Empty where the application's font
 /// is none that has outlines of that kind.
@@ -60,4 +60,4 @@ inline QByteArray FontFile(const QString& family, const QString& style, bool ita
   return file + bodies;
 }
 
-}  // namespace kestrel::shell::test
+}  // namespace kestrel::shell

@@ -25,7 +25,7 @@ std::vector<std::string> Expected(const link::Tables& tables) {
   return texts;
 }
 
-std::vector<std::string> Shown(const ClientsModel& model) {
+std::vector<std::string> ShownRows(const ClientsModel& model) {
   std::vector<std::string> texts;
   for (int row = 0; row < model.rowCount(); ++row) {
     const ClientRow& shown = model.At(model.index(row));
@@ -44,8 +44,8 @@ TEST(ClientsModel, LooksAtNoMoreThanHasBeenTouched) {
   DelAWACSClient("4", tables);
   UpdateClientStatus("6\x1eJones\x1e\x1eX", tables);
   model.Load(tables);
-  EXPECT_EQ(Shown(model), (std::vector<std::string>{"1PilotO", "2PilotO", "3PilotO", "5not toldO", "6JonesX", "7PilotO",
-                                                    "8PilotO", "9PilotO"}));
+  EXPECT_EQ(ShownRows(model), (std::vector<std::string>{"1PilotO", "2PilotO", "3PilotO", "5not toldO", "6JonesX",
+                                                        "7PilotO", "8PilotO", "9PilotO"}));
   EXPECT_EQ(changed.count(), 2) << "of 5, which stood between, and of 6";
 }
 
@@ -91,7 +91,7 @@ TEST(ClientsModel, AnyComingAndGoingIsShown) {
       }
     }
     model.Load(tables);
-    ASSERT_EQ(Shown(model), Expected(tables)) << "round " << round;
+    ASSERT_EQ(ShownRows(model), Expected(tables)) << "round " << round;
   }
 }
 

@@ -12,6 +12,7 @@
 #include "map/text_measure.h"
 #include "shell/map/painted.h"
 #include "shell/map/qt_surface.h"
+#include "shell/map/ratios.h"
 #include "shell/station_fixture.h"
 
 // Areas as they look on the surface of the map.
@@ -20,8 +21,6 @@ namespace {
 
 using areas::Area;
 using areas::AreaType;
-
-constexpr double Ratios[] = {1, 1.5, 2};
 
 /// A theater of 400 by 400 map units in the middle of a surface of 400 by 300 pixels: map point (x, y) is pixel
 /// (x, 350 - y).

@@ -7,6 +7,7 @@
 
 #include "shell/map/painted.h"
 #include "shell/map/qt_surface.h"
+#include "shell/map/ratios.h"
 
 // Boxes, polygons, dots in lines and pens of whole pixels.
 namespace kestrel::shell {
@@ -15,7 +16,6 @@ namespace {
 using map::Pen;
 using map::PenStyle;
 
-constexpr double Ratios[] = {1, 1.5, 2};
 constexpr PenStyle Styles[] = {PenStyle::Smooth, PenStyle::Solid, PenStyle::Dotted};
 
 /// Two regions may be cut into rows differently.

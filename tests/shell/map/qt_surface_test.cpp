@@ -7,12 +7,12 @@
 #include <random>
 
 #include "shell/map/painted.h"
+#include "shell/map/ratios.h"
 
 namespace kestrel::shell {
 namespace {
 
 constexpr map::TextFont LabelFont{.Name = "MS Sans Serif", .Size = 8};
-constexpr double Ratios[] = {1, 1.5, 2};
 /// A picture whose pixel (x, y) has red x and green y, modulo 256.
 base::Picture Ramp(int width, int height, std::vector<std::uint32_t>& pixels) {
   pixels.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));

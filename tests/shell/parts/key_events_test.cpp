@@ -18,12 +18,12 @@ std::int32_t KeyOf(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
   return VirtualKey(QKeyEvent(QEvent::KeyPress, key, modifiers, scanCode + 8, 0, 0));
 }
 
-struct Row {
+struct KeyRow {
   Qt::Key Key;
   std::int32_t KeyCode;
 };
 
-constexpr Row layoutFree[] = {
+constexpr KeyRow layoutFree[] = {
     {Qt::Key_Cancel, 3},    {Qt::Key_Backspace, 8}, {Qt::Key_Tab, 9},      {Qt::Key_Backtab, 9},  {Qt::Key_Clear, 12},
     {Qt::Key_Return, 13},   {Qt::Key_Shift, 16},    {Qt::Key_Control, 17}, {Qt::Key_Alt, 18},     {Qt::Key_AltGr, 18},
     {Qt::Key_Pause, 19},    {Qt::Key_CapsLock, 20}, {Qt::Key_Escape, 27},  {Qt::Key_Space, 32},   {Qt::Key_PageUp, 33},
@@ -33,7 +33,7 @@ constexpr Row layoutFree[] = {
     {Qt::Key_NumLock, 144},
 };
 
-constexpr Row onKeypad[] = {
+constexpr KeyRow onKeypad[] = {
     {Qt::Key_Asterisk, 106}, {Qt::Key_Plus, 107},   {Qt::Key_Enter, 108},
     {Qt::Key_Minus, 109},    {Qt::Key_Period, 110}, {Qt::Key_Slash, 111},
 };
@@ -67,13 +67,13 @@ constexpr SignRow signs[] = {
 };
 
 TEST(VirtualKey, KeysThatAreTheSameOnEveryLayout) {
-  for (const Row& row : layoutFree) EXPECT_EQ(KeyOf(row.Key), row.KeyCode) << row.Key;
+  for (const KeyRow& row : layoutFree) EXPECT_EQ(KeyOf(row.Key), row.KeyCode) << row.Key;
   for (int n = 0; n < 24; ++n) EXPECT_EQ(KeyOf(static_cast<Qt::Key>(Qt::Key_F1 + n)), 112 + n);
   for (int n = 0; n < 26; ++n) EXPECT_EQ(KeyOf(static_cast<Qt::Key>(Qt::Key_A + n)), 65 + n);
 }
 
 TEST(VirtualKey, TheKeypadIsTheModifiersWork) {
-  for (const Row& row : onKeypad) EXPECT_EQ(KeyOf(row.Key, Qt::KeypadModifier), row.KeyCode) << row.Key;
+  for (const KeyRow& row : onKeypad) EXPECT_EQ(KeyOf(row.Key, Qt::KeypadModifier), row.KeyCode) << row.Key;
   for (int n = 0; n < 10; ++n) EXPECT_EQ(KeyOf(static_cast<Qt::Key>(Qt::Key_0 + n), Qt::KeypadModifier), 96 + n);
   EXPECT_EQ(KeyOf(Qt::Key_Comma, Qt::KeypadModifier), 110) << "the decimal sign of some layouts";
   EXPECT_EQ(KeyOf(Qt::Key_Home, Qt::KeypadModifier), 36) << "without its digits";
@@ -103,8 +103,8 @@ TEST(VirtualKey, ASignIsFoundByItsPlaceWhateverTheLayoutWritesThere) {
 
 TEST(VirtualKey, EveryNamedKeyOfAKeyboardIsReached) {
   std::set<std::int32_t> reached;
-  for (const Row& row : layoutFree) reached.insert(KeyOf(row.Key));
-  for (const Row& row : onKeypad) reached.insert(KeyOf(row.Key, Qt::KeypadModifier));
+  for (const KeyRow& row : layoutFree) reached.insert(KeyOf(row.Key));
+  for (const KeyRow& row : onKeypad) reached.insert(KeyOf(row.Key, Qt::KeypadModifier));
   for (const SignRow& row : signs) reached.insert(KeyOf(row.Plain));
   for (int n = 0; n < 26; ++n) reached.insert(KeyOf(static_cast<Qt::Key>(Qt::Key_A + n)));
   for (int n = 0; n < 16; ++n) reached.insert(KeyOf(static_cast<Qt::Key>(Qt::Key_F1 + n)));

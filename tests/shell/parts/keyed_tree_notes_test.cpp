@@ -4,11 +4,10 @@
 #include <QTextDocument>
 
 #include "shell/parts/keyed_tree.h"
+#include "shell/word.h"
 
 namespace kestrel::shell {
 namespace {
-
-QString Word(const char* word) { return QString::fromLatin1(word); }
 
 /// Ten airfields of two towers each, as "A1", "U1", "V1"; keeps the keys of the rows that are to be drawn anew.
 class TreeNotes : public testing::Test {

@@ -1,4 +1,5 @@
 #include "shell/parts/keyed_tree.h"
+#include "shell/word.h"
 
 #include <gtest/gtest.h>
 
@@ -22,8 +23,6 @@ namespace {
 
 using Mark = KeyedTree::Mark;
 using Row = KeyedTree::Row;
-
-QString Word(const char* word) { return QString::fromLatin1(word); }
 
 /// Two folders of two groups and one, which the tests know by their keys.
 std::vector<Row> Folders() {

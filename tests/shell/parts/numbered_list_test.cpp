@@ -1,4 +1,5 @@
 #include "shell/parts/numbered_list.h"
+#include "shell/word.h"
 
 #include <gtest/gtest.h>
 
@@ -16,8 +17,6 @@
 
 namespace kestrel::shell {
 namespace {
-
-QString Word(const char* word) { return QString::fromLatin1(word); }
 
 constexpr int ModeColumn = 2;
 

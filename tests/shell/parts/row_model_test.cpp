@@ -11,22 +11,22 @@
 namespace kestrel::shell {
 namespace {
 
-struct Row {
+struct ModelRow {
   int Number = 0;
   int Shown = 0;
   int Key() const { return Number; }
-  bool operator==(const Row&) const = default;
+  bool operator==(const ModelRow&) const = default;
 };
 
-class Model final : public RowModel<Row> {
+class Model final : public RowModel<ModelRow> {
  public:
   QVariant data(const QModelIndex& index, int role) const override {
     return index.isValid() && role == Qt::DisplayRole ? QVariant(At(index).Shown) : QVariant();
   }
 };
 
-std::vector<Row> Shown(const Model& model) {
-  std::vector<Row> rows;
+std::vector<ModelRow> Shown(const Model& model) {
+  std::vector<ModelRow> rows;
   for (int row = 0; row < model.rowCount(); ++row) rows.push_back(model.At(model.index(row)));
   return rows;
 }
@@ -73,9 +73,9 @@ TEST(RowModel, AnyRowsBecomeAnyOtherRows) {
   Model model;
   const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Warning);
   for (int round = 0; round < 500; ++round) {
-    std::vector<Row> wanted(random() % 12);
+    std::vector<ModelRow> wanted(random() % 12);
     // Few numbers, so that keys come twice and change places.
-    for (Row& row : wanted) row = {static_cast<int>(random() % 8), static_cast<int>(random() % 3)};
+    for (ModelRow& row : wanted) row = {static_cast<int>(random() % 8), static_cast<int>(random() % 3)};
     model.Show(wanted);
     ASSERT_EQ(Shown(model), wanted) << "round " << round;
   }

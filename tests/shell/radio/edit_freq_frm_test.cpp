@@ -9,11 +9,10 @@
 #include "shell/parts/dialogs.h"
 #include "shell/radio/freq_images.h"
 #include "shell/station_fixture.h"
+#include "shell/word.h"
 
 namespace kestrel::shell {
 namespace {
-
-QString Word(const char* word) { return QString::fromLatin1(word); }
 
 class EditFreq : public StationTest {
  protected:

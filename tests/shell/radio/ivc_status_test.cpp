@@ -7,11 +7,10 @@
 
 #include "shell/parts/line_icon.h"
 #include "shell/station_fixture.h"
+#include "shell/word.h"
 
 namespace kestrel::shell {
 namespace {
-
-QString Word(const char* word) { return QString::fromLatin1(word); }
 
 class IvcStatusGroup : public StationTest {
  protected:
