@@ -31,15 +31,7 @@ void PaintedCells::Reset(QSize pixels) {
 }
 
 void PaintedCells::Mark(int x, int y, int width, int height) {
-  const unsigned first = static_cast<unsigned>(x / CellPixels);
-  const unsigned last = static_cast<unsigned>((x + width - 1) / CellPixels);
-  for (unsigned word = first / 64; word <= last / 64; ++word) {
-    std::uint64_t mask = ~std::uint64_t{0};
-    if (word == first / 64) mask &= ~std::uint64_t{0} << first % 64;
-    if (word == last / 64) mask &= ~std::uint64_t{0} >> (63 - last % 64);
-    std::uint64_t* at = bits.data() + static_cast<std::size_t>(y) * words + word;
-    for (int row = 0; row < height; ++row, at += words) *at |= mask;
-  }
+  ForEachWord(bits, x, y, width, height, [](std::uint64_t& word, std::uint64_t mask, int, int) { word |= mask; });
 }
 
 void PaintedCells::MarkAll() {
@@ -55,6 +47,24 @@ void PaintedCells::Clear() {
 
 void PaintedCells::Join(const PaintedCells& other) {
   for (std::size_t word = 0; word < bits.size(); ++word) bits[word] |= other.bits[word];
+}
+
+void PaintedCells::Remove(const PaintedCells& other) {
+  all = false;
+  for (std::size_t word = 0; word < bits.size(); ++word) bits[word] &= ~other.bits[word];
+}
+
+bool PaintedCells::Holds(int x, int y, int width, int height) const {
+  std::uint64_t missing = 0;
+  ForEachWord(bits, x, y, width, height,
+              [&](std::uint64_t word, std::uint64_t mask, int, int) { missing |= mask & ~word; });
+  return missing == 0;
+}
+
+std::size_t PaintedCells::Count() const {
+  std::size_t count = 0;
+  for (const std::uint64_t word : bits) count += static_cast<std::size_t>(std::popcount(word));
+  return count;
 }
 
 QRegion PaintedCells::Region() const {

@@ -31,13 +31,22 @@ bool AllFinite(Values... values) {
 
 QPointF Bounded(double x, double y) { return {std::clamp(x, -FarLine, FarLine), std::clamp(y, -FarLine, FarLine)}; }
 
+/// Few pixels, so that a call of memcpy for each run would be much of it.
+void CopyPixels(uchar* to, const uchar* from, int pixels) {
+  constexpr int together = PaintedCells::CellPixels;
+  for (; pixels >= together; pixels -= together, to += together * 4, from += together * 4) {
+    std::memcpy(to, from, together * 4);
+  }
+  std::memcpy(to, from, static_cast<std::size_t>(pixels) * 4);
+}
+
 void CopyRuns(const PaintedCells& cells, const QImage& from, QImage& to) {
   const uchar* source = from.constBits();
   uchar* target = to.bits();
   const qsizetype stride = to.bytesPerLine();
   cells.ForEachRun([&](int x, int y, int width) {
     const qsizetype offset = y * stride + x * 4;
-    std::memcpy(target + offset, source + offset, static_cast<std::size_t>(width) * 4);
+    CopyPixels(target + offset, source + offset, width);
   });
 }
 
@@ -81,14 +90,14 @@ void QtSurface::Resize(QSize pixels, double devicePixelRatio) {
   scale = devicePixelRatio / map::UnitsPerPixel;
   image = QImage(pixels, QImage::Format_RGB32);
   image.fill(background);
-  const QSize kept = pixels.boundedTo(before.size());
-  for (int y = 0; y < kept.height(); ++y) {
-    std::memcpy(image.scanLine(y), before.constScanLine(y), static_cast<std::size_t>(kept.width()) * 4);
+  const QSize common = pixels.boundedTo(before.size());
+  for (int y = 0; y < common.height(); ++y) {
+    std::memcpy(image.scanLine(y), before.constScanLine(y), static_cast<std::size_t>(common.width()) * 4);
   }
   image.setDevicePixelRatio(ratio);
   snapshot = QImage();
-  snapshotDue = true;
-  for (PaintedCells* cells : {&painted, &fresh, &restored}) cells->Reset(image.size());
+  captured = true;
+  for (PaintedCells* cells : {&kept, &painted, &fresh, &restored}) cells->Reset(image.size());
   restored.MarkAll();
 
   DropSheets();
@@ -109,34 +118,6 @@ QRegion QtSurface::TakeDirty() {
   const QRegion region = restored.Region();
   restored.Clear();
   return region;
-}
-
-void QtSurface::CopyPicture(const base::Picture& picture, const map::SourceRect& from) {
-  if (image.isNull()) return;
-  snapshotDue = false;  // nothing of what was captured shows any more
-  QImage target = DevicePixels();
-  target.fill(background);
-  fresh.MarkAll();
-  if (picture.Empty() || !AllFinite(from.Left, from.Top, from.Width, from.Height) || from.Width <= 0 ||
-      from.Height <= 0) {
-    return;
-  }
-  const QRectF wanted(from.Left, from.Top, from.Width, from.Height);
-  const QRectF source = wanted & QRectF(0, 0, picture.Width, picture.Height);
-  if (source.isEmpty()) return;
-  const double scaleX = image.width() / wanted.width();
-  const double scaleY = image.height() / wanted.height();
-  const QRectF place((source.left() - wanted.left()) * scaleX, (source.top() - wanted.top()) * scaleY,
-                     source.width() * scaleX, source.height() * scaleY);
-  const QImage& level = levels.Level(picture, std::max(scaleX, scaleY));
-  const double levelX = static_cast<double>(level.width()) / picture.Width;
-  const double levelY = static_cast<double>(level.height()) / picture.Height;
-  QPainter painter(&target);
-  painter.setRenderHint(QPainter::SmoothPixmapTransform);
-  painter.setCompositionMode(QPainter::CompositionMode_Source);
-  painter.drawImage(
-      place, level,
-      QRectF(source.left() * levelX, source.top() * levelY, source.width() * levelX, source.height() * levelY));
 }
 
 void QtSurface::Line(double x1, double y1, double x2, double y2, map::Pen pen) {
@@ -229,14 +210,14 @@ void QtSurface::Dot(double x, double y, base::Colour color) {
   std::uint32_t* pixels = Pixels();
   const int firstRow = std::max(top, 0);
   const int endRow = std::min(top + side, image.height());
+  const int firstColumn = std::max(left, 0);
+  Touch(firstColumn, firstRow, std::min(left + side, image.width()) - firstColumn, endRow - firstRow);
   for (int row = firstRow; row < endRow; ++row) {
     const int halfWidth = dotHalfWidths[static_cast<std::size_t>(row - top)];
     const int first = std::max(centreX - halfWidth, 0);
     const int end = std::min(centreX + halfWidth + 1, image.width());
     for (int column = first; column < end; ++column) pixels[row * stride + column] = colour;
   }
-  const int firstColumn = std::max(left, 0);
-  fresh.Mark(firstColumn, firstRow, std::min(left + side, image.width()) - firstColumn, endRow - firstRow);
 }
 
 map::TextSize QtSurface::Measure(std::string_view text, const map::TextFont& font) {
@@ -266,8 +247,8 @@ void QtSurface::Print(std::string_view text, double x, double y, const map::Text
   box.translate(0, top);
   const bool whole = !box.isEmpty() && Within(box, image);
   if (whole) {
-    fresh.Mark(box.left(), box.top(), box.width(), box.height());
     Prefetch(image, box);
+    Touch(box.left(), box.top(), box.width(), box.height());
   }
   std::uint32_t* pixels = Pixels();
   const qsizetype stride = image.bytesPerLine() / 4;
@@ -285,13 +266,19 @@ void QtSurface::Print(std::string_view text, double x, double y, const map::Text
   }
 }
 
-std::uint32_t* QtSurface::Pixels() {
-  if (snapshotDue) {
-    if (snapshot.size() != image.size()) snapshot = QImage(image.size(), image.format());
-    std::memcpy(snapshot.bits(), image.constBits(), static_cast<std::size_t>(image.sizeInBytes()));
-    snapshotDue = false;
+void QtSurface::Touch(int x, int y, int width, int height) {
+  if (captured && !kept.Holds(x, y, width, height)) {
+    if (snapshot.isNull()) snapshot = QImage(image.size(), image.format());
+    Prefetch(snapshot, {x, y, width, height});
+    uchar* to = snapshot.bits();
+    const uchar* from = image.constBits();
+    const qsizetype stride = image.bytesPerLine();
+    kept.MarkNew(x, y, width, height, [&](int runX, int row, int runWidth) {
+      const qsizetype offset = row * stride + runX * 4;
+      CopyPixels(to + offset, from + offset, runWidth);
+    });
   }
-  return reinterpret_cast<std::uint32_t*>(image.bits());
+  if (!fresh.All()) fresh.Mark(x, y, width, height);
 }
 
 QImage QtSurface::DevicePixels() {
@@ -307,15 +294,18 @@ QPainter& QtSurface::Painter() {
   return canvas->Brush;
 }
 
-bool QtSurface::MarkSeen(const QRectF& box) {
+bool QtSurface::TouchSeen(const QRectF& box) {
   const QRect seen = box.toAlignedRect() & image.rect();
   if (seen.isEmpty()) return false;
-  fresh.Mark(seen.left(), seen.top(), seen.width(), seen.height());
+  Touch(seen.left(), seen.top(), seen.width(), seen.height());
   return true;
 }
 
 void QtSurface::Capture() {
-  snapshotDue = true;
+  captured = true;
+  // What has been painted is captured anew; the rest is kept as it was.
+  kept.Remove(painted);
+  kept.Remove(fresh);
   restored.Join(fresh);
   painted.Clear();
   fresh.Clear();
@@ -323,8 +313,8 @@ void QtSurface::Capture() {
 
 void QtSurface::Restore() {
   painted.Join(fresh);
-  // Without a capture there is nothing to put back.
-  if (snapshot.size() == image.size()) CopyRuns(painted, snapshot, image);
+  // Without a capture, or with nothing painted since, there is nothing to put back.
+  if (captured && !snapshot.isNull()) CopyRuns(painted, snapshot, image);
   restored.Join(painted);
   painted.Clear();
   fresh.Clear();
@@ -339,7 +329,7 @@ void QtSurface::Blit(const Sprite& sprite, int x, int y, std::uint32_t colour) {
   const QRect box = sprite.Box.translated(x, y);
   const QRect visible = box & image.rect();
   if (visible.isEmpty()) return;
-  fresh.Mark(visible.left(), visible.top(), visible.width(), visible.height());
+  Touch(visible.left(), visible.top(), visible.width(), visible.height());
   const qsizetype stride = image.bytesPerLine() / 4;
   std::uint32_t* origin = Pixels() + y * stride + x;
   if (visible == box) {

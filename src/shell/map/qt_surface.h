@@ -6,6 +6,7 @@
 #include <QPointF>
 #include <QPolygonF>
 #include <QRegion>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -37,6 +38,8 @@ class QtSurface final : public map::Surface {
   const QImage& Image() const { return image; }
   /// What has changed since the last call, device pixels; rounded outward.
   QRegion TakeDirty();
+  /// How much of what was captured has been copied since, in order to be put back, bytes: the cells that were painted.
+  std::size_t KeptBytes() const { return kept.Count() * PaintedCells::CellPixels * 4; }
 
   void CopyPicture(const base::Picture& picture, const map::SourceRect& from) override;
   void Line(double x1, double y1, double x2, double y2, map::Pen pen) override;
@@ -84,8 +87,9 @@ class QtSurface final : public map::Surface {
            static_cast<std::uint32_t>(base::GreenOf(colour)) << 8 | base::BlueOf(colour);
   }
   int PixelOf(double units) const;
-  /// The image's pixels to paint on; makes the copy of what was captured first when that is due.
-  std::uint32_t* Pixels();
+  std::uint32_t* Pixels() { return reinterpret_cast<std::uint32_t*>(image.bits()); }
+  /// To be told of a box within the image BEFORE anything is painted there: keeps what was captured in it and marks it.
+  void Touch(int x, int y, int width, int height);
   void Blit(const Sprite& sprite, int x, int y, std::uint32_t colour);
   /// Lines and arcs between points in device pixels, the pen's width in device pixels.
   void PixelLine(QPointF from, QPointF to, double width, std::uint32_t colour);
@@ -106,8 +110,8 @@ class QtSurface final : public map::Surface {
   /// QPainter on that, of whole pixels, its pen and brush any. It stays open, since beginning anew costs more than a
   /// line; what sets pixels by itself may paint in turn with it.
   QPainter& Painter();
-  /// Marks the part of `box` within the image; false when there is none.
-  bool MarkSeen(const QRectF& box);
+  /// Touch of the part of `box` within the image; false when there is none.
+  bool TouchSeen(const QRectF& box);
   const Sprite& RingShape(double radius, double fromDegrees, double toDegrees, int drawWidth);
   /// Good until the next call.
   GlyphSheet& Sheet(const map::TextFont& font);
@@ -117,12 +121,13 @@ class QtSurface final : public map::Surface {
   double scale = 1.0 / 15;  ///< device pixels to the unit
   QColor background;
   QImage image;
-  QImage snapshot;  ///< MapSnapshot: the same as the image but for what is marked in `painted` and `fresh`
+  QImage snapshot;                 ///< MapSnapshot, as far as `kept` tells; what is not kept shows on the image
   std::unique_ptr<Canvas> canvas;  ///< of Painter
-  bool snapshotDue = false;  ///< captured, but nothing painted since: the copy is made with the next stroke, if any
-  PaintedCells painted;      ///< since the last Capture or Restore, told by TakeDirty
-  PaintedCells fresh;        ///< since then, not yet told by TakeDirty
-  PaintedCells restored;     ///< put back since the last TakeDirty
+  bool captured = false;           ///< false: nothing is to be put back, and nothing is kept
+  PaintedCells kept;               ///< cells of the snapshot that hold what was captured; each is copied once
+  PaintedCells painted;            ///< since the last Capture or Restore, told by TakeDirty
+  PaintedCells fresh;              ///< since then, not yet told by TakeDirty
+  PaintedCells restored;           ///< put back since the last TakeDirty
   PictureLevels levels;
   std::vector<std::unique_ptr<GlyphSheet>> sheets;  ///< one for each font in use
   std::size_t lastSheet = 0;                        ///< used last, and so most likely next

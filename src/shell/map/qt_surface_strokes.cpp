@@ -70,7 +70,7 @@ void QtSurface::PixelLine(QPointF from, QPointF to, double width, std::uint32_t 
 }
 
 void QtSurface::DrawAlong(const Way& way, std::uint32_t colour) {
-  constexpr int marked = 8;  // pixels along that are marked together
+  constexpr int touched = 8;  // pixels along that are touched together
   const int alongEnd = way.Steep ? image.height() : image.width();
   const int acrossEnd = way.Steep ? image.width() : image.height();
   const qsizetype stride = image.bytesPerLine() / 4;
@@ -85,10 +85,18 @@ void QtSurface::DrawAlong(const Way& way, std::uint32_t colour) {
   const int end = std::min(way.To + 1, alongEnd);
   std::int64_t low = fixed(way.Low + way.Slope * (along - way.From));
   while (along < end) {
-    const int chunk = along;
-    int least = acrossEnd;
-    int most = -1;
-    for (; along < std::min(chunk + marked, end); ++along, low += slope) {
+    const int chunkEnd = std::min(along + touched, end);
+    const std::int64_t lastLow = low + slope * (chunkEnd - along - 1);
+    const int least = std::max(static_cast<int>(std::min(low, lastLow) >> 16), 0);
+    const int most = std::min(static_cast<int>((std::max(low, lastLow) + width - 1) >> 16), acrossEnd - 1);
+    if (least <= most) {
+      if (way.Steep) {
+        Touch(least, along, most - least + 1, chunkEnd - along);
+      } else {
+        Touch(along, least, chunkEnd - along, most - least + 1);
+      }
+    }
+    for (; along < chunkEnd; ++along, low += slope) {
       const std::int64_t high = low + width;
       const int first = std::max(static_cast<int>(low >> 16), 0);
       const int last = std::min(static_cast<int>((high - 1) >> 16), acrossEnd - 1);
@@ -98,14 +106,6 @@ void QtSurface::DrawAlong(const Way& way, std::uint32_t colour) {
         std::uint32_t& pixel = pixels[along * alongStep + across * acrossStep];
         pixel = Blend(pixel, colour, static_cast<std::uint32_t>(covered >> 9));
       }
-      least = std::min(least, first);
-      most = std::max(most, last);
-    }
-    if (most < least) continue;
-    if (way.Steep) {
-      fresh.Mark(least, chunk, most - least + 1, along - chunk);
-    } else {
-      fresh.Mark(chunk, least, along - chunk, most - least + 1);
     }
   }
 }
@@ -130,7 +130,7 @@ void QtSurface::Stroke(const QPolygonF& corners, map::Pen pen) {
 
 void QtSurface::Fill(QPolygonF corners, map::Pen pen) {
   corners = CutField(std::move(corners), QRectF(image.rect()).adjusted(-2, -2, 2, 2));
-  if (!MarkSeen(corners.boundingRect().adjusted(-1, -1, 2, 2))) return;
+  if (!TouchSeen(corners.boundingRect().adjusted(-1, -1, 2, 2))) return;
   QPainter& painter = Painter();
   painter.setRenderHint(QPainter::Antialiasing, pen.Style == map::PenStyle::Smooth);
   painter.setPen(Qt::NoPen);

@@ -113,7 +113,7 @@ class QtSurface::WholeLines {
     bool seen = false;
     for (int piece = 0; piece < pieces; ++piece) {
       const QRectF box = QRectF(from + way * piece / pieces, from + way * (piece + 1) / pieces).normalized();
-      seen |= surface.MarkSeen(box.adjusted(-width, -width, width + 1, width + 1));
+      seen |= surface.TouchSeen(box.adjusted(-width, -width, width + 1, width + 1));
     }
     return seen;
   }
@@ -155,7 +155,7 @@ void QtSurface::StrokeDotted(const QPolygonF& corners, map::Pen pen) {
     QPointF from = start;
     QPointF to = corners[index];
     if (!CutToBox(from, to, Near(image, width))) continue;
-    if (!MarkSeen(QRectF(from, to).normalized().adjusted(-width, -width, width + 1, width + 1))) continue;
+    if (!TouchSeen(QRectF(from, to).normalized().adjusted(-width, -width, width + 1, width + 1))) continue;
     QPainter& painter = Painter();
     painter.setPen(drawn);
     // Counted from the uncut end, so that dots stay where they are on the line, however much of it is seen.
