@@ -1,12 +1,16 @@
 // One cycle of 1,000 players and 2,000 AI aircraft in one arrival, through the session (cut, parsed and applied;
-// nothing drawn, log off), against a bare loop that cuts the same bytes and converts the same numbers. Then what a
-// message costs beside more clients and behind longer histories, and what a client's leaving costs, the rows of the
-// list among it. All ratios come from one run.
+// nothing drawn), against a bare loop that cuts the same bytes and converts the same numbers: with the same aircraft in
+// each cycle and with some that come and go, with the log off and on. Then what a message costs beside more clients and
+// behind longer histories, and what a client's leaving costs, the rows of the list among it. All ratios come from one
+// run.
+#include <unistd.h>
+
 #include <algorithm>
 #include <charconv>
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
+#include <filesystem>
 #include <functional>
 #include <random>
 #include <string>
@@ -16,6 +20,7 @@
 #include "base/debug_log.h"
 #include "base/desktop.h"
 #include "link/session.h"
+#include "project_paths.h"
 #include "shell/link/clients_models.h"
 
 namespace {
@@ -26,6 +31,8 @@ using Clock = std::chrono::steady_clock;
 constexpr int Players = 1000;
 constexpr int AIAircraft = 2000;
 constexpr int Cycles = 16;
+/// Of the AI aircraft, in each cycle in which some come and go.
+constexpr int Leaving = 20;
 constexpr int Rounds = 400;
 
 class StillDesktop final : public base::Desktop {
@@ -116,7 +123,7 @@ std::string Positions(int players, std::mt19937& random, char pad) {
   std::string text;
   for (const int id : ids) {
     text += "INDATA" + std::to_string(id) + "\x1e";
-    text += Number(feet(random), 12, 3, pad) + Number(feet(random), 12, 3, pad) + Number(feet(random) / 60, 12, 3, pad);
+    text += Number(feet(random), 12, 2, pad) + Number(feet(random), 12, 2, pad) + Number(feet(random) / 60, 12, 2, pad);
     text += '\0';
   }
   return text;
@@ -136,6 +143,16 @@ std::vector<std::string> AINames(std::mt19937& random) {
   }
   std::shuffle(names.begin(), names.end(), random);
   return names;
+}
+
+/// Some aircraft at random places are gone, and as many that were not there before have come.
+void ComeAndGo(std::vector<std::string>& names, int cycle, std::mt19937& random) {
+  for (int i = 0; i < Leaving; ++i) {
+    names.erase(names.begin() + static_cast<std::ptrdiff_t>(random() % names.size()));
+    std::string name = "New" + std::to_string(cycle * Leaving + i) + "1";
+    name.resize(10, ' ');
+    names.insert(names.begin() + static_cast<std::ptrdiff_t>(random() % names.size()), name);
+  }
 }
 
 std::string Snapshot(const std::vector<std::string>& names, std::mt19937& random, char pad) {
@@ -191,28 +208,43 @@ double Median(std::vector<double> values) {
   return values[values.size() / 2];
 }
 
-void OneCycle(char pad, const char* padding) {
+struct CycleRun {
+  const char* Title;
+  char Pad = ' ';  ///< in front of the numbers
+  bool Changing = false;
+  bool Logged = false;
+  const char* Goal = "";
+};
+
+void OneCycle(const CycleRun& run) {
   std::mt19937 random(1);
   World world;
   for (int i = 1; i <= 64; ++i) world.Tables.FriendlyList.Append("Viper" + std::to_string(i));
   world.Socket.Arrive(Joining(Players));
-  const std::vector<std::string> names = AINames(random);
+  std::vector<std::string> names = AINames(random);
   std::vector<std::string> cycles;
   for (int i = 0; i < Cycles; ++i) {
-    std::string cycle = Positions(Players, random, pad) + Snapshot(names, random, pad) + "SYNCRO";
+    if (run.Changing) ComeAndGo(names, i, random);
+    std::string cycle = Positions(Players, random, run.Pad) + Snapshot(names, random, run.Pad) + "SYNCRO";
     cycle += '\0';
     cycles.push_back(std::move(cycle));
   }
+  const std::filesystem::path log =
+      std::filesystem::path(KESTREL_BINARY_DIR) / ("bench-arrival-" + std::to_string(getpid()) + ".log");
+  if (run.Logged) world.Log.Open(log);
   std::vector<double> bare, whole;
   for (int round = 0; round < Rounds; ++round) {
     const std::string& cycle = cycles[static_cast<std::size_t>(round % Cycles)];
     bare.push_back(Microseconds([&] { Bare(cycle); }));
     whole.push_back(Microseconds([&] { world.Socket.Arrive(cycle); }));
   }
-  std::printf("one cycle, %d players and %d AI aircraft, numbers padded with %s (medians of %d):\n", Players,
-              AIAircraft, padding, Rounds);
-  std::printf("  bare loop %8.1f us\n  session   %8.1f us\n  ratio     %8.2f   (goal: at most 3)\n", Median(bare),
-              Median(whole), Median(whole) / Median(bare));
+  if (run.Logged) {
+    world.Log.File.Close();
+    std::filesystem::remove(log);
+  }
+  std::printf("%s (medians of %d):\n", run.Title, Rounds);
+  std::printf("  bare loop %8.3f ms\n  session   %8.3f ms\n  ratio     %8.2f%s\n", Median(bare) / 1000,
+              Median(whole) / 1000, Median(whole) / Median(bare), run.Goal);
 }
 
 /// Nanoseconds for one INDATA with that many clients, each with that many earlier positions.
@@ -277,7 +309,7 @@ double LeavingTogetherCost(int players, int rounds) {
   return Median(costs) * 1000 / players;
 }
 
-void Leaving() {
+void OneByOne() {
   constexpr int few = 1000;
   constexpr int most = 32767;
   const double beside = LeavingCost(few, 500, 41);
@@ -293,13 +325,17 @@ void Leaving() {
 }  // namespace
 
 int main() {
-  OneCycle(' ', "blanks");
-  OneCycle('0', "zeros");
+  std::printf("one cycle of %d players and %d AI aircraft:\n", Players, AIAircraft);
+  OneCycle({.Title = "the same aircraft", .Goal = "   (goal: at most 1.5)"});
+  OneCycle({.Title = "aircraft come and go", .Changing = true, .Goal = "   (goal: at most 2.5)"});
+  OneCycle({.Title = "the same aircraft, log on", .Logged = true, .Goal = "   (goal: at most 4)"});
+  OneCycle({.Title = "aircraft come and go, log on", .Changing = true, .Logged = true});
+  OneCycle({.Title = "the same aircraft, numbers padded with zeros", .Pad = '0'});
   const double few = MessageCost(100, 10);
   std::printf("one INDATA beside 100 clients %.0f ns; against it:\n", few);
   std::printf("  1,000 clients             ratio %.2f\n", MessageCost(1000, 10) / few);
   std::printf("  10,000 clients            ratio %.2f\n", MessageCost(10000, 10) / few);
   std::printf("  10,000 earlier positions  ratio %.2f\n", MessageCost(100, 10000) / few);
-  Leaving();
+  OneByOne();
   return sink == 0 ? 1 : 0;
 }
