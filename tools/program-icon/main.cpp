@@ -1,11 +1,17 @@
-// Writes the program's icon, as the station paints it, as a Windows icon file: program-icon
-// packaging/windows/kestrel.ico
+// Writes the program's icon, as the station paints it: as the icon file of Windows, or as pictures, each of the size
+// that its path names:
+//   program-icon packaging/windows/kestrel.ico
+//   program-icon hicolor/16x16/apps/kestrel.png hicolor/32x32/apps/kestrel.png
 #include <QBuffer>
 #include <QDataStream>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QImage>
 #include <QList>
+#include <QRegularExpression>
+#include <QStringList>
 #include <QTextStream>
 
 #include "shell/parts/look.h"
@@ -14,6 +20,10 @@ namespace {
 
 /// From this side on a picture is kept as PNG, below as a plain bitmap, which old readers of icons ask for.
 constexpr int SmallestPng = 64;
+
+QImage Picture(int side) {
+  return kestrel::shell::ProgramPicture(side).toImage().convertToFormat(QImage::Format_ARGB32);
+}
 
 QByteArray AsPng(const QImage& picture) {
   QBuffer bytes;
@@ -46,7 +56,7 @@ QByteArray IconFile() {
   };
   QList<Entry> entries;
   for (const int side : {16, 24, 32, 48, 64, 128, 256}) {
-    const QImage picture = kestrel::shell::ProgramPicture(side).toImage().convertToFormat(QImage::Format_ARGB32);
+    const QImage picture = Picture(side);
     entries.append({side, side < SmallestPng ? AsBitmap(picture) : AsPng(picture)});
   }
   QByteArray file;
@@ -65,21 +75,34 @@ QByteArray IconFile() {
   return file;
 }
 
+/// What belongs into the file; nothing for a name that is neither.
+QByteArray Contents(const QString& name) {
+  if (name.endsWith(QStringLiteral(".ico"))) return IconFile();
+  static const QRegularExpression size(QStringLiteral("/([0-9]+)x\\1/.*\\.png$"));
+  const QRegularExpressionMatch match = size.match(name);
+  return match.hasMatch() ? AsPng(Picture(match.captured(1).toInt())) : QByteArray();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QGuiApplication application(argc, argv);
   QTextStream complaint(stderr);
-  if (argc != 2) {
-    complaint << "program-icon FILE\n";
-    return 2;
+  const QStringList names = QCoreApplication::arguments().mid(1);
+  for (const QString& name : names) {
+    const QByteArray bytes = Contents(name);
+    if (bytes.isEmpty()) {
+      complaint << name << ": neither an .ico nor a .png in a folder such as 16x16\n";
+      return 2;
+    }
+    QFile file(name);
+    QDir().mkpath(QFileInfo(name).path());
+    if (!file.open(QFile::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()) {
+      complaint << name << ": " << file.errorString() << "\n";
+      return 1;
+    }
   }
-  QFile file(QFile::decodeName(argv[1]));
-  const QByteArray bytes = IconFile();
-  if (!file.open(QFile::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()) {
-    complaint << file.fileName() << ": " << file.errorString() << "\n";
-    return 1;
-  }
-  return 0;
+  if (names.isEmpty()) complaint << "program-icon FILE...\n";
+  return names.isEmpty() ? 2 : 0;
 }
