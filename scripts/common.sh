@@ -10,6 +10,9 @@ SEAM_PACKAGES="g++-mingw-w64-x86-64-posix wine64 googletest"
 WINDOWS_PACKAGES="g++-mingw-w64-x86-64-posix libz-mingw-w64-dev"
 PACK_PACKAGES="nsis zip"
 WINE_PACKAGES="wine64 fonts-wine googletest"
+# The Debian package; its tests, beside a screen.
+DEBIAN_PACKAGES="dpkg-dev file"
+DEBIAN_TEST_PACKAGES="appstream debootstrap desktop-file-utils lintian"
 SDK_PACKAGES="$WINDOWS_PACKAGES cmake ninja-build qt6-base-dev qt6-base-dev-tools dpkg-dev nasm"
 
 # need PACKAGE...: installs those that are missing, as root or with sudo.
