@@ -1,4 +1,5 @@
-# For the scripts beside it: a screen in memory with a window manager, and hands for its keyboard. Sourced, not run.
+# For the scripts beside it and scripts/test-package: a screen in memory with a window manager, and hands for its keyboard.
+# Sourced, not run.
 source "$(dirname "${BASH_SOURCE[0]}")/../../scripts/common.sh"
 # What is to end with the script.
 children=()
