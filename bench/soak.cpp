@@ -1,6 +1,7 @@
 // A session of four hours at a cycle a second, 64 players and 400 AI aircraft, as fast as the station takes it: the
 // whole station on the offscreen platform, its log on, against a server on a socket. Prints how memory grows for each
-// position kept, the longest time in which no event was handled, and whether the log holds every command.
+// position kept, the longest time in which no event was handled, and whether the log holds every command. With the
+// argument all-history the trails of all players are shown whole.
 
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -13,6 +14,7 @@
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QTreeView>
 #include <algorithm>
 #include <atomic>
 #include <cmath>
@@ -22,6 +24,7 @@
 #include <fstream>
 #include <map>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -32,6 +35,7 @@
 #include "session-sim/encoder.h"
 #include "shell/core/run_station.h"
 #include "shell/parts/look.h"
+#include "shell/parts/tool_frm.h"
 
 namespace {
 
@@ -142,6 +146,23 @@ Widget* FindTop(const char* name) {
   return nullptr;
 }
 
+/// "Show All History Points" of every player, as a person sets it. False while they are not all there.
+bool ShowAllHistory() {
+  auto* clients = FindTop<shell::ToolFrm>("ClientsFrm");
+  auto* tree = clients->findChild<QTreeView*>(QStringLiteral("TreeView1"));
+  auto* button = FindTop<QWidget>("MDIForm1")->findChild<QAbstractButton*>(QStringLiteral("chkClients"));
+  if (!clients->Expanded()) clients->MaxFrm();
+  button->setChecked(true);
+  if (tree->model()->rowCount() < Players) return false;
+  for (int row = 0; row < Players; ++row) {
+    tree->setCurrentIndex(tree->model()->index(row, 0));
+    auto* box = clients->findChild<QAbstractButton*>(QStringLiteral("Check1"));
+    if (!box->isChecked()) box->click();
+  }
+  button->setChecked(false);
+  return true;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -157,6 +178,8 @@ int main(int argc, char** argv) {
   ini.WriteIniValue("LOG", "DEBUG", "1");
   ini.Save(folder / "KESTREL.ini");
 
+  bool historyDue = argc > 1 && std::string_view(argv[1]) == "all-history";
+  const bool allHistory = historyDue;
   double settledBytes = 0, endBytes = 0, longest = 0;
   QTimer watch;
   QElapsedTimer turn, whole;
@@ -164,6 +187,10 @@ int main(int argc, char** argv) {
     longest = std::max(longest, static_cast<double>(turn.nsecsElapsed()) / 1e6);
     turn.start();
     if (auto* choice = FindTop<QDialog>("frmSelectChannel"); choice != nullptr && choice->isVisible()) choice->accept();
+    if (historyDue && server.Sent > 0 && ShowAllHistory()) {
+      historyDue = false;
+      turn.start();
+    }
     if (settledBytes == 0 && server.Sent >= Settled) settledBytes = ResidentBytes();
     if (endBytes == 0 && server.Sent == Cycles) endBytes = ResidentBytes();
     // The peer's close has reached the station: every command before it has been handled.
@@ -185,8 +212,8 @@ int main(int argc, char** argv) {
 
   const std::map<std::string, int> logged = Arrivals(folder / "KESTRELLog.txt");
   const double positions = static_cast<double>(Players) * (Cycles - Settled);
-  std::printf("a session of %d cycles, %d players, %d AI aircraft, in %.1f s\n", Cycles, Players, AIAircraft,
-              static_cast<double>(whole.elapsed()) / 1000);
+  std::printf("a session of %d cycles, %d players, %d AI aircraft%s, in %.1f s\n", Cycles, Players, AIAircraft,
+              allHistory && !historyDue ? ", all history shown" : "", static_cast<double>(whole.elapsed()) / 1000);
   std::printf("memory          %.1f MiB after %d cycles, %.1f MiB at the end\n", settledBytes / 1048576, Settled,
               endBytes / 1048576);
   std::printf("for a position  %.1f bytes (a position is %zu)\n", (endBytes - settledBytes) / positions,
