@@ -27,6 +27,7 @@ void Tables::RebuildIndex() {
   nextHolder.clear();
   for (std::size_t index = 1; index <= Clients.UpperBound(); ++index) IndexClient(index);
   untouched = {};
+  ++edition;
 }
 
 void Tables::IndexLast() {
@@ -50,6 +51,7 @@ void Tables::Touch(std::size_t index) {
 
 void Tables::TakeOut(std::size_t index) {
   Touch(index);
+  ++edition;
   Holders& same = HoldersOf(Clients[index].Id);
   same.First = nextHolder[same.First];
   if (!Clients.Remove(index)) return;
@@ -65,6 +67,7 @@ void Tables::Clear() {
   std::fill(holders.begin(), holders.end(), Holders());
   nextHolder.clear();
   untouched = {};
+  ++edition;
 }
 
 UntouchedClients Tables::TakeUntouched() {

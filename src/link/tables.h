@@ -87,6 +87,8 @@ struct Tables {
   void Touch(std::size_t index);
   /// Takes out the client at `index`, which FindClient has given.
   void TakeOut(std::size_t index);
+  /// Another number when clients may have gone, moved or got other histories; appending a client or a point keeps it.
+  std::uint64_t Edition() const { return edition; }
   /// Empties Clients, AIPlots and AIHistory, not FriendlyList.
   void Clear();
 
@@ -106,6 +108,7 @@ struct Tables {
   std::vector<Holders> holders;           ///< by Id + 32768; empty until first used
   std::vector<std::uint32_t> nextHolder;  ///< by place: that of the next record with the same Id, 0 for none
   UntouchedClients untouched;
+  std::uint64_t edition = 0;
 };
 
 /// The time of the server's cycle.

@@ -7,16 +7,16 @@
 #include "base/numbers.h"
 #include "link/plot_feed.h"
 #include "map/fault_guard.h"
+#include "map/trail_layer.h"
 
 namespace kestrel::map {
 namespace {
 
-constexpr double SymbolRadius = 60;      // surface units, 4 pixels
-constexpr double RealLabelGap = 210;     // from the plot to the right end of its labels
-constexpr double AILabelGap = 285;       // half the block of 390, and 90
-constexpr double AIBareBlock = 195;      // half the block, where no altitude is shown
-constexpr double AITrailShift = -60;     // the AI trail lies 4 pixels up and left of the true positions; this stands
-constexpr std::size_t RecentPoints = 6;  // of a trail that is not shown whole
+constexpr double SymbolRadius = 60;   // surface units, 4 pixels
+constexpr double RealLabelGap = 210;  // from the plot to the right end of its labels
+constexpr double AILabelGap = 285;    // half the block of 390, and 90
+constexpr double AIBareBlock = 195;   // half the block, where no altitude is shown
+constexpr double AITrailShift = -60;  // the AI trail lies 4 pixels up and left of the true positions; this stands
 
 TextFont LabelTextFont(const LabelFont& font) {
   return {.Name = LabelFont::Name, .Size = font.Size, .Bold = font.Bold, .Italic = font.Italic};
@@ -65,11 +65,14 @@ void DrawSpeedVector(Surface& surface, const link::PlotRecord& plot, SurfacePoin
   surface.Line(at.X, at.Y, at.X + UnitsPerPixelX * vX, at.Y - UnitsPerPixelY * vY, {.Color = plot.Color});
 }
 
-void DrawTrail(const Scene& scene, Surface& surface, const link::PlotRecord& plot) {
+/// What of the trail has not been laid down on what stands.
+void DrawTrail(const Scene& scene, Surface& surface, std::size_t index) {
+  const link::PlotRecord& plot = scene.Plots.Clients[index];
   const std::size_t top = plot.History.UpperBound();
-  const std::size_t first = plot.ShowAllHistory || top < RecentPoints ? 1 : top - RecentPoints + 1;
-  for (std::size_t index = first; index <= top; ++index) {
-    const link::PlotPoint& point = plot.History[index];
+  const std::size_t laid = scene.Trails != nullptr ? scene.Trails->Laid(index) : 0;
+  const std::size_t first = plot.ShowAllHistory || top < RecentPoints ? laid + 1 : top - RecentPoints + 1;
+  for (std::size_t number = first; number <= top; ++number) {
+    const link::PlotPoint& point = plot.History[number];
     if (point.X == 0 || point.Y == 0) continue;
     DrawGuarded([&] {
       const SurfacePoint at = SurfaceFromMap(scene.View, {point.X, point.Y});
@@ -110,7 +113,7 @@ void DrawRealPlot(const Scene& scene, Surface& surface, std::size_t index) {
     if (scene.Display.REALLABELSVISIBLE) DrawRealLabels(scene, surface, plot, at);
     DrawSpeedVector(surface, plot, at);
   }
-  if (scene.Display.SHOWHISTORY) DrawTrail(scene, surface, plot);
+  if (scene.Display.SHOWHISTORY) DrawTrail(scene, surface, index);
 }
 
 void DrawAIPlots(const Scene& scene, Surface& surface) {

@@ -38,12 +38,18 @@ void DrawMovingLayers(const Scene& scene, Surface& surface) {
 
 void DrawMap(const Scene& scene, Surface& surface) {
   for (const Painter painter : StaticLayers) Paint(painter, scene, surface);
+  if (scene.Trails != nullptr) {
+    scene.Trails->Begin(scene);
+    scene.Trails->LayDown(scene, surface);
+  }
   surface.Capture();
   DrawMovingLayers(scene, surface);
 }
 
 void RedrawPlots(const Scene& scene, Surface& surface) {
+  if (scene.Trails != nullptr && !scene.Trails->Fits(scene)) return DrawMap(scene, surface);
   surface.Restore();
+  if (scene.Trails != nullptr && scene.Trails->LayDown(scene, surface)) surface.Capture();
   DrawMovingLayers(scene, surface);
 }
 

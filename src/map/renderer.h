@@ -8,6 +8,7 @@
 #include "map/lat_long.h"
 #include "map/map_options.h"
 #include "map/surface.h"
+#include "map/trail_layer.h"
 #include "map/view_state.h"
 #include "radio/frequencies.h"
 
@@ -34,11 +35,13 @@ struct Scene {
   const areas::AreaCatalogue* Areas = nullptr;  ///< null: there are none
   const areas::AreaEditor* Editor = nullptr;    ///< null: there is none
   const radio::Frequencies* Navaids = nullptr;  ///< null: there are no airfields
+  TrailLayer* Trails = nullptr;                 ///< of the surface; null: each point of a trail is drawn each time
 };
 
-/// Paints everything: picture, grid, bullseye, areas, TACANs, ILS; captures, then what moves.
+/// Paints everything: picture, grid, bullseye, areas, TACANs, ILS, old points of trails; captures, then what moves.
 void DrawMap(const Scene& scene, Surface& surface);
-/// Restores the captured picture and paints what moves.
+/// Restores the captured picture and paints what moves. What has become old of the trails goes onto the captured
+/// picture first; where that holds what is not shown any more, everything is painted.
 void RedrawPlots(const Scene& scene, Surface& surface);
 
 /// All that moves: real plots, AI plots, AI trails; above them the area that is being edited.

@@ -65,6 +65,12 @@ class Surface {
   }
   /// A history dot: a disc of radius one pixel. Many thousands of them are drawn in one redraw.
   virtual void Dot(double x, double y, base::Colour color) = 0;
+  /// History dots of one trail on what stands. Of two trails the one of the higher `rank` (from 1) lies above wherever
+  /// they cross, whichever comes first, until CopyPicture begins another picture. Millions of them are drawn with a
+  /// map.
+  virtual void Dots(std::span<const SurfacePoint> at, base::Colour color, [[maybe_unused]] std::uint16_t rank) {
+    for (const SurfacePoint& dot : at) Dot(dot.X, dot.Y, color);
+  }
   virtual TextSize Measure(std::string_view text, const TextFont& font) = 0;
   /// One line of text, upper left corner at (x, y); code page bytes.
   virtual void Print(std::string_view text, double x, double y, const TextFont& font, base::Colour color) = 0;
