@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 
 #include "base/failure.h"
@@ -98,14 +100,131 @@ inline Head ReadHead(std::string_view text, bool commaIsPoint) {
   return head;
 }
 
+// The fields of the wire are numbers behind blanks that fill them. Their characters are looked at together, as the
+// bytes of numbers with the first character lowest: how many are blanks and digits differs from field to field, and a
+// branch on it would be taken wrongly again and again.
+
+constexpr std::uint64_t EveryByte = 0x0101010101010101;
+constexpr bool FirstIsLowest = std::endian::native == std::endian::little;
+
+/// Up to 16 characters, zeros behind them.
+struct Characters {
+  std::uint64_t Low = 0;   ///< the first eight
+  std::uint64_t High = 0;  ///< those behind them
+};
+
+std::uint64_t EightAt(const char* at) {
+  std::uint64_t eight = 0;
+  std::memcpy(&eight, at, sizeof eight);
+  return eight;
+}
+
+/// `text` has 8 to 16 characters.
+Characters CharactersOf(std::string_view text) {
+  const std::uint64_t last = EightAt(text.data() + text.size() - 8);
+  return {EightAt(text.data()), text.size() == 8 ? 0 : last >> 8 * (16 - text.size())};
+}
+
+// Of two shifts where one would be by 64, which is none.
+
+/// Without the first `count`, at most 8.
+Characters Behind(Characters all, unsigned count) {
+  if (count == 8) return {all.High, 0};
+  return {all.Low >> 8 * count | all.High << 1 << (63 - 8 * count), all.High >> 8 * count};
+}
+
+/// `gap`, less than 16, zeros in front; as many characters fall off the end.
+Characters BehindZeros(Characters all, unsigned gap) {
+  if (gap >= 8) {
+    all = {0, all.Low};
+    gap -= 8;
+  }
+  return {all.Low << 8 * gap, all.High << 8 * gap | all.Low >> 1 >> (63 - 8 * gap)};
+}
+
+char CharacterAt(Characters all, unsigned index) {
+  return static_cast<char>((index < 8 ? all.Low : all.High) >> 8 * (index % 8));
+}
+
+/// Without the one at `index`, less than 16: those behind it move up.
+Characters Without(Characters all, unsigned index) {
+  const Characters moved = Behind(all, 1);
+  const std::uint64_t before = (std::uint64_t{1} << 8 * (index % 8)) - 1;
+  if (index < 8) return {(all.Low & before) | (moved.Low & ~before), moved.High};
+  return {all.Low, (all.High & before) | (moved.High & ~before)};
+}
+
+/// How many bytes at the low end are 0; 8 when all are.
+unsigned LowZeroBytes(std::uint64_t bytes) { return static_cast<unsigned>(std::countr_zero(bytes)) / 8; }
+
+/// A byte is 0 where a digit stands, up to the first where none does; from there on they tell nothing.
+std::uint64_t NoDigits(std::uint64_t eight) {
+  constexpr std::uint64_t highHalves = 0xF0 * EveryByte, digits = 0x30 * EveryByte;
+  return ((eight & highHalves) ^ digits) | (((eight + 6 * EveryByte) & highHalves) ^ digits);
+}
+
+unsigned DigitsAtFront(Characters all) {
+  const unsigned count = LowZeroBytes(NoDigits(all.Low));
+  return count < 8 ? count : 8 + LowZeroBytes(NoDigits(all.High));
+}
+
+/// The number of eight digits; bytes of 0 in front count as "0".
+std::uint64_t ValueOf(std::uint64_t digits) {
+  digits = (digits & (0x0F * EveryByte)) * (1 + (10 << 8)) >> 8;
+  digits = (digits & 0x00FF00FF00FF00FF) * (1 + (100 << 16)) >> 16;
+  return (digits & 0x0000FFFF0000FFFF) * (1 + (std::uint64_t{10000} << 32)) >> 32;
+}
+
+/// The number that a field of 8 to 16 characters is, when it has blanks in front, then digits, perhaps a decimal sign
+/// and digits again, up to its end; for any other it answers false.
+bool ReadField(std::string_view field, bool commaIsPoint, double& value) {
+  if (!FirstIsLowest || field.size() < 8 || field.size() > 16) return false;
+  Characters left = CharactersOf(field);
+  const unsigned blanks = LowZeroBytes(left.Low ^ 0x20 * EveryByte);
+  left = Behind(left, blanks);
+  const auto length = static_cast<unsigned>(field.size()) - blanks;
+  const unsigned whole = DigitsAtFront(left);
+  unsigned decimals = 0;
+  if (whole < length) {
+    const char sign = CharacterAt(left, whole);
+    if (sign != '.' && !(commaIsPoint && sign == ',')) return false;
+    left = Without(left, whole);
+    decimals = length - whole - 1;
+  }
+  const unsigned digits = whole + decimals;
+  if (digits == 0 || digits > ExactDigits || DigitsAtFront(left) != digits) return false;
+  left = BehindZeros(left, 16 - digits);
+  value = static_cast<double>(static_cast<std::int64_t>(ValueOf(left.Low) * 100'000'000 + ValueOf(left.High)));
+  // Both numbers are exact, so the one division gives the nearest double.
+  if (decimals > 0) value /= ExactPowers[decimals];
+  return true;
+}
+
 /// The number at the head of `text`, blanks skipped.
 double ReadLeading(std::string_view text, bool commaIsPoint) {
+  if (double value = 0; ReadField(text, commaIsPoint, value)) return value;
   while (!text.empty() && IsSpace(text.front())) text.remove_prefix(1);
   return ReadHead(text, commaIsPoint).Value;
 }
 
+/// Three characters as a whole number, blanks in front of it; -1 for anything else.
+std::int32_t ReadThree(std::string_view three) {
+  const auto byte = [three](std::size_t i) { return std::uint32_t{static_cast<unsigned char>(three[i])}; };
+  // Behind a blank that is none on the wire.
+  const std::uint32_t text = 0x20 | byte(0) << 8 | byte(1) << 16 | byte(2) << 24;
+  const std::uint32_t behindBlanks = text ^ 0x20202020;
+  if (behindBlanks == 0) return -1;
+  const std::uint32_t number = ~std::uint32_t{0} << (std::countr_zero(behindBlanks) & ~7);
+  const std::uint32_t digits = (text ^ 0x30303030) & number;
+  if (((digits | (digits + 0x06060606)) & 0xF0F0F0F0) != 0) return -1;
+  return static_cast<std::int32_t>((digits >> 8 & 0xFF) * 100 + (digits >> 16 & 0xFF) * 10 + (digits >> 24));
+}
+
 /// The number that all of `text` is, blanks at its ends aside; not finite when it is none.
 double ReadWhole(std::string_view text) {
+  if (text.size() == 3) {
+    if (const std::int32_t value = ReadThree(text); value >= 0) return value;
+  }
   while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
   // A few digits and nothing else is what most fields are.
   std::int32_t plain = 0;
@@ -191,6 +310,12 @@ std::string RoundedDigits(double value, std::size_t decimals) {
   return digits;
 }
 
+/// RoundHalfEven, but for the sign of a zero, of what lies within 2^51; other values stay far outside of it.
+double RoundedSmall(double value) {
+  constexpr double endOfFractions = 6755399441055744;  // 1.5 * 2^52: from 2^52 on a double has no fraction
+  return value + endOfFractions - endOfFractions;
+}
+
 }  // namespace
 
 double LeadingNumber(std::string_view text) { return ReadLeading(text, false); }
@@ -222,13 +347,13 @@ std::int16_t Int16FromText(std::string_view text) {
 double RoundHalfEven(double value) { return std::nearbyint(value); }
 
 std::int16_t ToInt16(double value) {
-  const double rounded = RoundHalfEven(value);
+  const double rounded = RoundedSmall(value);
   if (!(rounded >= -32768.0 && rounded <= 32767.0)) throw RuntimeFailure("a number does not fit 16 bits");
   return static_cast<std::int16_t>(rounded);
 }
 
 std::int32_t ToInt32(double value) {
-  const double rounded = RoundHalfEven(value);
+  const double rounded = RoundedSmall(value);
   if (!(rounded >= -2147483648.0 && rounded <= 2147483647.0)) throw RuntimeFailure("a number does not fit 32 bits");
   return static_cast<std::int32_t>(rounded);
 }

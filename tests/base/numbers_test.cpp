@@ -187,6 +187,51 @@ TEST(Numbers, AnyTextIsReadToTheBitAsTheLibraryReadsIt) {
   }
 }
 
+/// A number of the wire: blanks, digits and perhaps a decimal sign and digits, which fill `width` characters.
+std::string WireField(std::mt19937& random, std::size_t width) {
+  const std::size_t number = 1 + random() % width;
+  std::string text(width - number, ' ');
+  for (std::size_t i = 0; i < number; ++i) text += static_cast<char>('0' + random() % 10);
+  if (random() % 4 != 0) text[width - 1 - random() % number] = random() % 4 == 0 ? ',' : '.';
+  return text;
+}
+
+// KESTREL_NUMBER_TEXTS asks for more here too.
+TEST(Numbers, EveryByteAtEveryPlaceOfAWireFieldIsReadAsTheLibraryReadsIt) {
+  const char* const wanted = std::getenv("KESTREL_NUMBER_TEXTS");
+  const long texts = wanted == nullptr ? 250000 : std::atol(wanted);
+  std::mt19937 random(16);
+  for (long done = 0; done < texts;) {
+    const std::string field = WireField(random, random() % 2 == 0 ? 12 : 7 + random() % 11);
+    for (std::size_t place = 0; place < field.size(); ++place) {
+      std::string text = field;
+      for (int byte = 0; byte < 256; ++byte, ++done) {
+        text[place] = static_cast<char>(byte);
+        const bool same = Bits(LeadingNumber(text)) == Bits(LibraryLeading(text, false)) &&
+                          Bits(InvariantNumber(text)) == Bits(LibraryLeading(text, true));
+        ASSERT_TRUE(same) << testing::PrintToString(text);
+      }
+    }
+  }
+}
+
+TEST(Numbers, EveryByteAtEveryPlaceOfThreeIsReadAsTheLibraryReadsIt) {
+  constexpr std::string_view others(" 059.,-+ex\t\0\x1a", 13);
+  for (std::size_t place = 0; place < 3; ++place) {
+    for (const char one : others) {
+      for (const char two : others) {
+        std::string text = {one, one, two};
+        if (place == 2) text[1] = two;
+        for (int byte = 0; byte < 256; ++byte) {
+          text[place] = static_cast<char>(byte);
+          ASSERT_EQ(Bits(WholeNumberOrZero(text)), Bits(LibraryWhole(text).value_or(0)))
+              << testing::PrintToString(text);
+        }
+      }
+    }
+  }
+}
+
 TEST(Numbers, WholeNumberTakesNothingElse) {
   EXPECT_EQ(WholeNumberOrZero("12,5"), 12.5);
   EXPECT_EQ(WholeNumberOrZero(" -12.5 "), -12.5);
@@ -231,6 +276,21 @@ TEST(Numbers, ConversionsThatDoNotFitThrow) {
   for (const double strange : {Infinity, -Infinity, std::numeric_limits<double>::quiet_NaN()}) {
     EXPECT_THROW(ToInt16(strange), RuntimeFailure);
     EXPECT_THROW(ToInt32(strange), RuntimeFailure);
+  }
+}
+
+TEST(Numbers, ConversionsRoundToTheEvenNumberWhateverTheSize) {
+  EXPECT_EQ(ToInt16(0.5), 0);
+  EXPECT_EQ(ToInt16(-0.5), 0);
+  EXPECT_EQ(ToInt16(1.5), 2);
+  EXPECT_EQ(ToInt16(-2.5), -2);
+  EXPECT_EQ(ToInt16(0.49999999999999994), 0);
+  EXPECT_EQ(ToInt16(32766.5), 32766);
+  EXPECT_EQ(ToInt32(2147483646.5), 2147483646);
+  EXPECT_EQ(ToInt32(-2147483648.5), -2147483647 - 1);
+  for (const double large : {1e10, 4503599627370496.0, 6755399441055744.0, 1e18, 1e300}) {
+    EXPECT_THROW(ToInt32(large), RuntimeFailure) << large;
+    EXPECT_THROW(ToInt32(-large), RuntimeFailure) << large;
   }
 }
 
