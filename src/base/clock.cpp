@@ -24,6 +24,13 @@ std::tm LocalTime(std::time_t time) {
   return parts;
 }
 
+double DateOf(const std::tm& parts) {
+  const std::chrono::sys_days day = std::chrono::year(parts.tm_year + 1900) / (parts.tm_mon + 1) /
+                                    std::chrono::day(static_cast<unsigned>(parts.tm_mday));
+  const double seconds = parts.tm_hour * 3600.0 + parts.tm_min * 60.0 + parts.tm_sec;
+  return UnixEpoch + static_cast<double>(day.time_since_epoch().count()) + seconds / SecondsPerDay;
+}
+
 }  // namespace
 
 std::uint32_t SystemClock::TickCount() const {
@@ -32,11 +39,15 @@ std::uint32_t SystemClock::TickCount() const {
 }
 
 double SystemClock::Now() const {
-  const std::tm parts = LocalTime(std::chrono::system_clock::to_time_t(std::chrono::system_clock::now()));
-  const std::chrono::sys_days day = std::chrono::year(parts.tm_year + 1900) / (parts.tm_mon + 1) /
-                                    std::chrono::day(static_cast<unsigned>(parts.tm_mday));
-  const double seconds = parts.tm_hour * 3600.0 + parts.tm_min * 60.0 + parts.tm_sec;
-  return UnixEpoch + static_cast<double>(day.time_since_epoch().count()) + seconds / SecondsPerDay;
+  // The log asks at each of its lines.
+  thread_local std::time_t second = -1;
+  thread_local double date = 0;
+  const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
+  if (now != second) {
+    date = DateOf(LocalTime(now));
+    second = now;
+  }
+  return date;
 }
 
 CalendarTime CalendarOf(double date) {

@@ -17,15 +17,17 @@ void LineFile::Open(const std::filesystem::path& path, bool goOn) {
   file.reset(std::fopen(path.c_str(), goOn ? "ab" : "wb"));
 #endif
   if (!file) throw RuntimeFailure(NameForMessage(path) + " cannot be created");
+  std::setvbuf(file.get(), nullptr, _IONBF, 0);  // each line goes to the system in one piece, and at once
 }
 
 void LineFile::Close() { file.reset(); }
 
-void LineFile::Write(std::string_view line) {
+void LineFile::WritePieces(std::initializer_list<std::string_view> pieces) {
   if (!file) return;
-  const bool written = std::fwrite(line.data(), 1, line.size(), file.get()) == line.size() &&
-                       std::fwrite("\r\n", 1, 2, file.get()) == 2 && std::fflush(file.get()) == 0;
-  if (!written) Close();
+  written.clear();
+  for (const std::string_view piece : pieces) written += piece;
+  written += "\r\n";
+  if (std::fwrite(written.data(), 1, written.size(), file.get()) != written.size()) Close();
 }
 
 void DebugLog::Open(const std::filesystem::path& path) {
@@ -36,12 +38,19 @@ void DebugLog::Open(const std::filesystem::path& path) {
 void DebugLog::LogLine(std::string_view text) { File.Write(text); }
 
 void DebugLog::LogTimed(std::string_view text, std::string_view text2) {
-  if (!On()) return;
-  std::string line = TimeText(clock.Now());
-  line += " : ";
-  line += text;
-  line += text2;
-  File.Write(line);
+  if (On()) File.WritePieces({Now(), " : ", text, text2});
+}
+
+void DebugLog::LogMessage(std::string_view text, std::string_view Command, std::string_view Data) {
+  if (On()) File.WritePieces({Now(), " : ", text, "(", Command, ")", Data});
+}
+
+std::string_view DebugLog::Now() {
+  if (const double now = clock.Now(); now != shownTime) {
+    timeText = TimeText(now);
+    shownTime = now;
+  }
+  return timeText;
 }
 
 void DebugLog::LogDuration(std::string_view what, std::uint32_t start) {

@@ -3,7 +3,10 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
+#include <initializer_list>
+#include <limits>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "base/clock.h"
@@ -19,13 +22,16 @@ class LineFile {
   void Close();
   bool IsOpen() const { return file != nullptr; }
   /// Writes `line` as it stands, with CR LF, and hands it to the system.
-  void Write(std::string_view line);
+  void Write(std::string_view line) { WritePieces({line}); }
+  /// A line of pieces, one behind the other.
+  void WritePieces(std::initializer_list<std::string_view> pieces);
 
  private:
   struct Closer {
     void operator()(std::FILE* open) const;
   };
   std::unique_ptr<std::FILE, Closer> file;
+  std::string written;  ///< the last line; its memory is kept for the next
 };
 
 /// The log "KESTRELLog.txt": open when `DebugLog` is set.
@@ -40,13 +46,20 @@ class DebugLog {
   void LogLine(std::string_view text);
   /// The time as "Hh:Nn:Ss", " : ", then `text`, `text2`.
   void LogTimed(std::string_view text, std::string_view text2 = {});
+  /// The same with the word of a message: the time, " : ", `text`, "(", `Command`, ")", `Data`.
+  void LogMessage(std::string_view text, std::string_view Command, std::string_view Data);
   /// `what`, then " in <n> ms": the milliseconds since `start`, a reading of the tick count.
   void LogDuration(std::string_view what, std::uint32_t start);
   const Clock& Time() const { return clock; }
 
  private:
+  /// The present time as the lines tell it.
+  std::string_view Now();
+
   const Clock& clock;
   bool begun = false;  ///< it has been open in this run
+  double shownTime = std::numeric_limits<double>::quiet_NaN();
+  std::string timeText;  ///< of shownTime: hundreds of lines come in one second
 };
 
 }  // namespace kestrel::base

@@ -54,7 +54,7 @@ void Session::SendCommand(std::string_view Command, std::string_view Data) {
   message += Data;
   message += Terminator;
   if (socket.State() == SocketState::Connected) socket.Send(message);
-  if (debugLog.On()) debugLog.LogTimed("Command sent to Server: (" + std::string(Command) + ")", Data);
+  debugLog.LogMessage("Command sent to Server: ", Command, Data);
   pending |= Changed::Activity;
   FlushUnlessBusy();
 }
@@ -232,9 +232,7 @@ void Session::Dispatch(const CommandEntry& entry) {
   const auto known = std::find_if(std::begin(Words), std::end(Words),
                                   [&entry](const Word& word) { return word.Command == entry.Command; });
   if (known == std::end(Words)) return;
-  if (debugLog.On()) {
-    debugLog.LogTimed("Command arrived from Server: (" + std::string(entry.Command) + ")", entry.Data);
-  }
+  debugLog.LogMessage("Command arrived from Server: ", entry.Command, entry.Data);
   pending |= Changed::Activity;
   try {
     (this->*known->Handler)(entry.Data);
