@@ -45,4 +45,15 @@ std::size_t FriendlyIndex::BucketOf(const char* two) {
   return (first * 31U + second) % BucketCount;
 }
 
+HostileTest::HostileTest(const base::Table<std::string>& FriendlyList)
+    : friends(FriendlyList), hostile(friends.Holds(flight) ? 0 : 1) {}
+
+std::uint8_t HostileTest::operator()(std::string_view name) {
+  if (const std::string_view text = FlightText(name); text != flight) {
+    flight = text;
+    hostile = friends.Holds(flight) ? 0 : 1;
+  }
+  return hostile;
+}
+
 }  // namespace kestrel::link

@@ -32,4 +32,17 @@ class FriendlyIndex {
   std::vector<std::uint32_t> places;                      ///< offsets in `entries`, bucket by bucket
 };
 
+/// Answers whether names are hostile, one after another. The names outlive it.
+class HostileTest {
+ public:
+  explicit HostileTest(const base::Table<std::string>& FriendlyList);
+  /// 1 when no entry of FriendlyList holds the name's FlightText, 0 when one does.
+  std::uint8_t operator()(std::string_view name);
+
+ private:
+  FriendlyIndex friends;
+  std::string_view flight;  ///< that of the name before: those of one flight stand together
+  std::uint8_t hostile;
+};
+
 }  // namespace kestrel::link

@@ -6,20 +6,18 @@
 #include <cstddef>
 #include <limits>
 #include <span>
-#include <vector>
 
 #include "base/failure.h"
 #include "base/numbers.h"
 #include "link/fields.h"
 #include "link/friendly_index.h"
-#include "link/name_order.h"
 #include "link/position_text.h"
+#include "link/snapshot_names.h"
 
 namespace kestrel::link {
 namespace {
 
 constexpr std::size_t PositionFieldLength = 12;
-constexpr std::size_t NameLength = 10;
 constexpr std::size_t AngleLength = 3;
 constexpr double RadiansPerDegree = 3.14159265358979 / 180;
 constexpr std::string_view NotYetMoved = "0000.0000000.000";
@@ -86,31 +84,12 @@ AIHistoryPoint DotOf(const AIPlotRecord& plot, base::Colour AICOLOR) {
   return {plot.X, plot.Y, 1, plot.Hostile != 0 ? AICOLOR : FriendlyHistoryColour};
 }
 
-/// Answers whether names are hostile, one after another.
-class HostileTest {
- public:
-  explicit HostileTest(const base::Table<std::string>& FriendlyList)
-      : friends(FriendlyList), hostile(friends.Holds(flight) ? 0 : 1) {}
-  std::uint8_t operator()(std::string_view name) {
-    if (const std::string_view text = FlightText(name); text != flight) {
-      flight = text;
-      hostile = friends.Holds(flight) ? 0 : 1;
-    }
-    return hostile;
-  }
-
- private:
-  FriendlyIndex friends;
-  std::string_view flight;  ///< that of the name before: those of one flight stand together
-  std::uint8_t hostile;
-};
-
 /// One record of the wire as it is drawn.
 void ReadAIRecord(std::string_view record, theaters::DownPoint bullseye, AIPlotRecord& plot) {
-  plot.Name = Piece(record, 0, NameLength);
-  plot.Bearing = base::WholeNumberOrZero(Piece(record, NameLength, AngleLength));
-  plot.Range = base::WholeNumberOrZero(Piece(record, NameLength + AngleLength, AngleLength));
-  plot.Altitude = AIAltitude(Piece(record, NameLength + 2 * AngleLength, 2));
+  plot.Name = Piece(record, 0, AINameLength);
+  plot.Bearing = base::WholeNumberOrZero(Piece(record, AINameLength, AngleLength));
+  plot.Range = base::WholeNumberOrZero(Piece(record, AINameLength + AngleLength, AngleLength));
+  plot.Altitude = AIAltitude(Piece(record, AINameLength + 2 * AngleLength, 2));
   PlaceAIPlot(bullseye, plot);
 }
 
@@ -166,19 +145,14 @@ void IncreasePlotHistories(base::Colour AICOLOR, Tables& tables) {
 }
 
 void ParseAI(std::string_view Data, theaters::DownPoint bullseye, Tables& tables) {
-  const std::size_t count = (Data.size() + AIRecordLength / 2) / AIRecordLength;
-  std::vector<std::string_view> names;
-  names.reserve(count);
-  for (std::size_t i = 0; i < count; ++i) names.push_back(Piece(Data, i * AIRecordLength, NameLength));
-
   // Read in sorted order: the table is the same as if it had been filled first and sorted then.
-  HostileTest isHostile(tables.FriendlyList);
-  tables.AIPlots.Clear();
-  tables.AIPlots.Reserve(count);
-  for (const std::uint32_t i : NameOrder(names, 1)) {
-    AIPlotRecord& plot = tables.AIPlots.Append({});
-    ReadAIRecord(Piece(Data, i * AIRecordLength, AIRecordLength), bullseye, plot);
-    plot.Hostile = isHostile(names[i]);
+  const std::span<const SnapshotNames::Aircraft> aircraft = tables.LastSnapshot.Read(Data, tables.FriendlyList);
+  tables.AIPlots[0] = {};
+  tables.AIPlots.Resize(aircraft.size());
+  AIPlotRecord* plot = tables.AIPlots.Live().data();
+  for (const SnapshotNames::Aircraft& each : aircraft) {
+    ReadAIRecord(Piece(Data, each.Record * AIRecordLength, AIRecordLength), bullseye, *plot);
+    (plot++)->Hostile = each.Hostile;
   }
 }
 

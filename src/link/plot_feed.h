@@ -15,8 +15,6 @@ namespace kestrel::link {
 inline constexpr int DroppedAge = 7;
 /// Colour of the dots of friendly AI aircraft: blue whatever AICOLOR_FRIENDS says. This stands.
 inline constexpr base::Colour FriendlyHistoryColour = 16711680;
-/// Characters of one AI record.
-inline constexpr std::size_t AIRecordLength = 18;
 
 /// Handles INDATA: moves one client; an Id that nobody holds moves the dummy in slot 0. RuntimeFailure, with nothing
 /// changed, for a missing field, an Id or an altitude that does not fit 16 bits, a position that is not finite. A speed

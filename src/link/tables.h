@@ -7,6 +7,7 @@
 #include "base/colour.h"
 #include "base/steady_table.h"
 #include "base/table.h"
+#include "link/snapshot_names.h"
 
 // The tables that the map draws and the tapes keep. A map unit is 3279.98 feet (the system's kilometre).
 namespace kestrel::link {
@@ -76,6 +77,7 @@ struct Tables {
   base::Table<AIPlotRecord> AIPlots;
   base::Table<AIHistoryPoint> AIHistory;
   base::Table<std::string> FriendlyList;  ///< names that count as friendly, slot 0 unused
+  SnapshotNames LastSnapshot;             ///< what the next one may have in common with it
 
   /// Index in Clients of the first record with this Id, 0 when none: what a scan from slot 1 finds.
   std::size_t FindClient(std::int16_t id) const;
