@@ -11,7 +11,6 @@
 #include "base/numbers.h"
 #include "link/fields.h"
 #include "link/friendly_index.h"
-#include "link/position_text.h"
 #include "link/snapshot_names.h"
 
 namespace kestrel::link {
@@ -20,7 +19,6 @@ namespace {
 constexpr std::size_t PositionFieldLength = 12;
 constexpr std::size_t AngleLength = 3;
 constexpr double RadiansPerDegree = 3.14159265358979 / 180;
-constexpr std::string_view NotYetMoved = "0000.0000000.000";
 
 /// Characters from..from+count of `text`, as many as there are.
 std::string_view Piece(std::string_view text, std::size_t from, std::size_t count) {
@@ -105,9 +103,7 @@ void GetAWACSPosData(std::string_view Data, std::int32_t SyncInterval, Tables& t
   PlotRecord& client = tables.Clients[tables.FindClient(id)];
   client.History.Append({client.X, client.Y});
   // One update behind the position: this stands, and it is why a player appears with his second INDATA.
-  client.PosText.clear();
-  AppendPosition(client.PosText, client.X);
-  AppendPosition(client.PosText, client.Y);
+  client.PosText.Set(client.X, client.Y);
   client.X = east;
   client.Y = north;
   client.Speed = HeldSpeed(CalcSpeed(client, SyncInterval));
@@ -168,7 +164,7 @@ void AddPlotDots(base::Colour AICOLOR, Tables& tables) {
   for (const AIPlotRecord& plot : tables.AIPlots.Live()) tables.AIHistory.Append(DotOf(plot, AICOLOR));
 }
 
-bool HasShownPosition(const PlotRecord& client) { return !client.PosText.empty() && client.PosText != NotYetMoved; }
+bool HasShownPosition(const PlotRecord& client) { return client.PosText.IsPlace(); }
 
 std::string XYToFeetStr(double X, double Y, double size) {
   std::string feet = base::FormatInvariant((size - Y) * FeetPerMapUnit, "0000000");

@@ -31,4 +31,38 @@ void AppendPosition(std::string& out, double value) {
   out.append(text, sizeof text);
 }
 
+PositionText& PositionText::operator=(std::string_view other) {
+  text = other;
+  unwritten = false;
+  return *this;
+}
+
+void PositionText::clear() {
+  text.clear();
+  unwritten = false;
+}
+
+const std::string& PositionText::Text() const {
+  if (unwritten) {
+    text.clear();
+    AppendPosition(text, x);
+    AppendPosition(text, y);
+    unwritten = false;
+  }
+  return text;
+}
+
+std::string& PositionText::Text() {
+  static_cast<void>(std::as_const(*this).Text());
+  return text;
+}
+
+bool PositionText::IsPlace() const {
+  // A thousandth or more is written with another digit than 0, but for an infinity.
+  constexpr double written = 0.001, finite = 1e300;
+  const auto shown = [](double value) { return std::abs(value) >= written && std::abs(value) < finite; };
+  if (unwritten && (shown(x) || shown(y))) return true;
+  return !Text().empty() && Text() != "0000.0000000.000";
+}
+
 }  // namespace kestrel::link

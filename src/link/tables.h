@@ -7,6 +7,7 @@
 #include "base/colour.h"
 #include "base/steady_table.h"
 #include "base/table.h"
+#include "link/position_text.h"
 #include "link/snapshot_names.h"
 
 // The tables that the map draws and the tapes keep. A map unit is 3279.98 feet (the system's kilometre).
@@ -23,26 +24,27 @@ struct PlotPoint {
   double Y = 0;
 };
 
-/// One real player.
+/// One real player. What each message of a position looks at stands together: a cycle goes over all of them, and the
+/// memory of a thousand is more than the nearest cache holds.
 struct PlotRecord {
-  std::string Status;   ///< "O", "X", "-"
-  std::int16_t Id = 0;  ///< session number
-  std::string Info;     ///< third field of NEWCLT and PLSUPD, kept as received
-  double X = 0;         ///< map units from the west edge
-  double Y = 0;         ///< map units from the south edge, growing north
-  std::string PosText;  ///< X and Y one update earlier, each "0000.000", joined; empty until the first INDATA
-  base::Colour Color = 0;
-  std::int16_t Altitude = 0;    ///< hundreds of feet
-  std::uint32_t Reserved1 = 0;  ///< carried on tapes
-  std::uint32_t Reserved2 = 0;  ///< carried on tapes
+  double X = 0;                    ///< map units from the west edge
+  double Y = 0;                    ///< map units from the south edge, growing north
+  base::Table<PlotPoint> History;  ///< all earlier positions of the session, oldest first, slot 0 unused
+  PositionText PosText;            ///< X and Y one update earlier; empty until the first INDATA
+  std::int16_t Altitude = 0;       ///< hundreds of feet
+  std::int16_t Speed = 0;          ///< knots
+  std::int16_t Id = 0;             ///< session number
+  std::int16_t ClientId = 0;       ///< same as Id; not 0 marks a live record
   bool ShowLabel = false;
   bool ShowAllHistory = false;
-  bool PlotVisible = false;        ///< true from the start for a player; the dummy has it false
-  std::int16_t ClientId = 0;       ///< same as Id; not 0 marks a live record
-  std::string Label;               ///< callsign beside the plot
-  std::string Name;                ///< player name, trimmed
-  std::int16_t Speed = 0;          ///< knots
-  base::Table<PlotPoint> History;  ///< all earlier positions of the session, oldest first, slot 0 unused
+  bool PlotVisible = false;  ///< true from the start for a player; the dummy has it false
+  base::Colour Color = 0;
+  std::uint32_t Reserved1 = 0;  ///< carried on tapes
+  std::uint32_t Reserved2 = 0;  ///< carried on tapes
+  std::string Status;           ///< "O", "X", "-"
+  std::string Label;            ///< callsign beside the plot
+  std::string Name;             ///< player name, trimmed
+  std::string Info;             ///< third field of NEWCLT and PLSUPD, kept as received
 };
 
 /// One AI aircraft of the latest snapshot.

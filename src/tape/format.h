@@ -78,7 +78,7 @@ void ClientFields(Walk& walk, Client& client) {
   walk.Text(client.Info);
   walk.Number(client.X);
   walk.Number(client.Y);
-  walk.Text(client.PosText);
+  walk.Text(client.PosText.Text());
   walk.Number(client.Color);
   walk.Number(client.Altitude);
   walk.Number(client.Reserved1);
