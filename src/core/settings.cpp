@@ -207,9 +207,15 @@ void WritePhonebook(const link::Options& options, base::ProfileFile& ini) {
 base::ProfileFile MainFile(const Station& station) {
   base::ProfileFile ini;
   ini.AppendLine(base::Banner("Main"));
+  Station fresh;
+  const std::vector<SettingsRow> defaults = SettingsTable(fresh);
+  std::size_t next = 0;
   // The rows point into the station for reading as well; here nothing is written through them.
   for (const SettingsRow& row : SettingsTable(const_cast<Station&>(station))) {
-    if (row.Use != Access::ReadOnly) ini.WriteIniValue(row.Section, row.Key, Written(row));
+    const SettingsRow& standard = defaults[next++];
+    const std::string text = Written(row);
+    const bool spared = row.Spared && text == Written(standard);
+    if (row.Use != Access::ReadOnly && !spared) ini.WriteIniValue(row.Section, row.Key, text);
     if (!std::holds_alternative<base::Table<theaters::Theater>*>(row.Bound)) continue;
     const base::Table<theaters::Theater>& theaters = station.Catalogue.Theaters;
     for (std::size_t n = 1; n <= theaters.UpperBound(); ++n) {

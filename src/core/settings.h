@@ -33,6 +33,7 @@ struct SettingsRow {
   Access Use = Access::ReadWrite;
   bool ZeroIsMissing = false;  ///< a stored 0, though written, is read as the default: this stands
   bool* Found = nullptr;       ///< becomes true when the file holds a value for the key
+  bool Spared = false;         ///< not written while it has its default, so that the file is as other stations know it
 };
 
 /// Every key of "KESTREL.ini" with a fixed name, in the order of writing. The pointers go into `station`. The default

@@ -1,5 +1,6 @@
 #include <array>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/settings.h"
@@ -114,6 +115,19 @@ void AddEditorPositions(std::vector<SettingsRow>& rows, EditorPositions& last) {
                           });
 }
 
+/// What other stations do not know.
+void AddExtras(std::vector<SettingsRow>& rows, map::Extras& extras) {
+  const std::string section = "KESTREL";
+  const auto add = [&](SettingsRow row) {
+    row.Spared = true;
+    rows.push_back(std::move(row));
+  };
+  add({section, "TIECOLOR", &extras.TIECOLOR});
+  add({section, "THREATRING", &extras.THREATRING});
+  add({section, "THREATRANGE", &extras.THREATRANGE, "0.00", Reading::Invariant});
+  add({section, "THREATCOLOR", &extras.THREATCOLOR});
+}
+
 }  // namespace
 
 std::vector<SettingsRow> SettingsTable(Station& station) {
@@ -133,6 +147,7 @@ std::vector<SettingsRow> SettingsTable(Station& station) {
     rows.back().ZeroIsMissing = true;
   }
   rows.push_back({"IVC_WINDOW_NAME", "NAME", &station.VoiceWindowName});
+  AddExtras(rows, station.Extras);
   return rows;
 }
 

@@ -17,6 +17,7 @@
 #include "link/link_options.h"
 #include "link/session.h"
 #include "link/tables.h"
+#include "map/extras.h"
 #include "map/map_options.h"
 #include "map/view_state.h"
 #include "radio/frequencies.h"
@@ -90,6 +91,7 @@ struct Station {
   link::SessionState Session;
   link::Tables Plots;
   map::Options MapOptions;
+  map::Extras Extras;
   map::ViewState View;
   FileKeeping ViewFiles;            ///< of the saved views in View
   base::Picture MapPicture;         ///< the current theater's

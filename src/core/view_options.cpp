@@ -87,6 +87,15 @@ void AddNavaids(std::vector<OptionRow>& rows, map::Options& map) {
                           });
 }
 
+void AddExtras(std::vector<OptionRow>& rows, map::Extras& extras) {
+  rows.insert(rows.end(), {
+                              {"cmdTieCol", &extras.TIECOLOR, Changed::Plots},
+                              {"chkThreatRing", &extras.THREATRING, Changed::Plots},
+                              {"txtThreatRange", &extras.THREATRANGE, Changed::Plots},
+                              {"cmdThreatCol", &extras.THREATCOLOR, Changed::Plots},
+                          });
+}
+
 constexpr std::int16_t scales[] = {2, 3, 4, 5, 6, 8, 10, 12, 16, 20};
 /// There is no shape 23.
 constexpr std::int32_t icons[] = {1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14,
@@ -99,6 +108,7 @@ std::vector<OptionRow> OptionsTable(Station& station) {
   AddViewPanel(rows, station.MapOptions, station.LinkOptions);
   AddOptionsPanel(rows, station);
   AddNavaids(rows, station.MapOptions);
+  AddExtras(rows, station.Extras);
   return rows;
 }
 

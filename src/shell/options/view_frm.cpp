@@ -4,6 +4,7 @@
 #include <QTabBar>
 #include <QVBoxLayout>
 
+#include "shell/options/extras_panel.h"
 #include "shell/options/keys_panel.h"
 #include "shell/options/option_controls.h"
 #include "shell/options/options_panel.h"
@@ -12,7 +13,7 @@
 namespace kestrel::shell {
 namespace {
 
-constexpr const char* captions[] = {"&View", "&Options", "&Map Keys", "More &Keys"};
+constexpr const char* captions[] = {"&View", "&Options", "&Map Keys", "More &Keys", "&Extras"};
 
 }  // namespace
 
@@ -56,6 +57,7 @@ void ViewFrm::MakePanels() {
   panels->addWidget(new KeysPanel(program, capture, "Frame3", 0, core::SecondHalf, "cmdLoadDefaults", panels));
   panels->addWidget(
       new KeysPanel(program, capture, "Frame4", core::SecondHalf, core::ShortcutCount, "cmdLoadDefaults2", panels));
+  panels->addWidget(new ExtrasPanel(*options, panels));
   panels->setCurrentIndex(TabStrip1->currentIndex());
   FitBody();
 }

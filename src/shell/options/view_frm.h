@@ -11,7 +11,7 @@ namespace kestrel::shell {
 class OptionControls;
 class ViewPanel;
 
-/// The options: four panels of one size, of which TabStrip1 shows one. A change acts at once. The panels are made when
+/// The options: five panels of one size, of which TabStrip1 shows one. A change acts at once. The panels are made when
 /// the window is first seen, so that the start does not wait for them.
 class ViewFrm final : public ToolFrm {
   Q_OBJECT

@@ -66,7 +66,7 @@ class OptionsTest : public StationTest {
   Widget& Part(const std::string& name) {
     auto* part = Window().findChild<Widget*>(QString::fromStdString(name));
     if (part == nullptr) throw std::runtime_error("no control " + name);
-    for (int page = 0; page < 4; ++page) {
+    for (int page = 0; page < 5; ++page) {
       if (!Panel(page + 1).isAncestorOf(part) || Tabs().currentIndex() == page) continue;
       QTest::mouseClick(&Tabs(), Qt::LeftButton, {}, Tabs().tabRect(page).center());
     }

@@ -42,10 +42,12 @@ TEST_F(ViewWindow, FourPanelsOfOneSizeShowOneAtATime) {
 TEST_F(ViewWindow, TabsHaveCaptionsAndKeysOfTheirOwn) {
   std::vector<QString> captions;
   for (int page = 0; page < Tabs().count(); ++page) captions.push_back(Tabs().tabText(page));
-  EXPECT_EQ(captions, (std::vector<QString>{QStringLiteral("&View"), QStringLiteral("&Options"),
-                                            QStringLiteral("&Map Keys"), QStringLiteral("More &Keys")}));
+  EXPECT_EQ(captions,
+            (std::vector<QString>{QStringLiteral("&View"), QStringLiteral("&Options"), QStringLiteral("&Map Keys"),
+                                  QStringLiteral("More &Keys"), QStringLiteral("&Extras")}));
   Activate();
-  const std::pair<Qt::Key, int> keys[] = {{Qt::Key_O, 1}, {Qt::Key_M, 2}, {Qt::Key_K, 3}, {Qt::Key_V, 0}};
+  const std::pair<Qt::Key, int> keys[] = {
+      {Qt::Key_O, 1}, {Qt::Key_M, 2}, {Qt::Key_K, 3}, {Qt::Key_E, 4}, {Qt::Key_V, 0}};
   for (const auto& [key, page] : keys) {
     QTest::keyClick(&Window(), key, Qt::AltModifier);
     EXPECT_EQ(Tabs().currentIndex(), page);

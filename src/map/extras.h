@@ -1,0 +1,16 @@
+#pragma once
+
+#include "base/colour.h"
+
+namespace kestrel::map {
+
+/// Settings of the map in section [KESTREL] of the main file; fields named as their keys. What they ask for is off as
+/// the station ships.
+struct Extras {
+  base::Colour TIECOLOR = 16711935;  ///< lines between two aircraft
+  bool THREATRING = false;           ///< a line from each player to the nearest hostile AI aircraft
+  double THREATRANGE = 30;           ///< nautical miles: within it
+  base::Colour THREATCOLOR = 33023;  ///< of those lines: orange
+};
+
+}  // namespace kestrel::map

@@ -1,0 +1,65 @@
+// The section of the settings that other stations do not know.
+
+#include <gmock/gmock.h>
+
+#include "core/settings.h"
+#include "settings_texts.h"
+#include "station_folder.h"
+
+namespace kestrel::core {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+class ExtraSettings : public testing::Test {
+ protected:
+  ExtraSettings() {
+    WriteInstallation(folder);
+    station.AppPath = folder.Path;
+  }
+
+  ProgramFolder folder;
+  Station station;
+};
+
+TEST_F(ExtraSettings, AreNotWrittenWhileTheyAreAsTheStationShips) {
+  folder.Write("KESTREL.ini", ChangedFile);
+  LoadSavedVars(station);
+  SaveVars(station);
+  EXPECT_THAT(folder.Read("KESTREL.ini"), Not(HasSubstr("[KESTREL]")));
+}
+
+TEST_F(ExtraSettings, EachThatDiffersIsWrittenAloneInASectionOfItsOwn) {
+  LoadSavedVars(station);
+  station.Extras.THREATRING = true;
+  station.Extras.THREATRANGE = 12.5;
+  SaveVars(station);
+  EXPECT_THAT(folder.Read("KESTREL.ini"),
+              HasSubstr("NAME=IVC Client\r\n[KESTREL]\r\nTHREATRING=1\r\nTHREATRANGE=12.50\r\n[CONNLIST1]"));
+  Station next;
+  next.AppPath = folder.Path;
+  LoadSavedVars(next);
+  EXPECT_TRUE(next.Extras.THREATRING);
+  EXPECT_EQ(next.Extras.THREATRANGE, 12.5);
+  next.Extras = {};
+  SaveVars(next);
+  EXPECT_THAT(folder.Read("KESTREL.ini"), Not(HasSubstr("[KESTREL]"))) << "back at their defaults they go";
+}
+
+TEST_F(ExtraSettings, WhatTheFileLacksIsTheDefaultAndNotWhatWasThere) {
+  station.Extras.THREATRING = true;
+  station.Extras.TIECOLOR = 1;
+  LoadSavedVars(station);
+  EXPECT_FALSE(station.Extras.THREATRING);
+  EXPECT_EQ(station.Extras.TIECOLOR, 16711935U);
+}
+
+TEST_F(ExtraSettings, AnotherKeyIsWrittenThoughItHasItsDefault) {
+  LoadSavedVars(station);
+  SaveVars(station);
+  EXPECT_THAT(folder.Read("KESTREL.ini"), HasSubstr("AICOLOR=255\r\n"));
+}
+
+}  // namespace
+}  // namespace kestrel::core

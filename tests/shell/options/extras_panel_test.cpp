@@ -1,0 +1,66 @@
+#include "shell/options/extras_panel.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <algorithm>
+
+#include "shell/options/options_fixture.h"
+#include "shell/parts/colour_button.h"
+
+namespace kestrel::shell {
+namespace {
+
+class ExtrasPage : public OptionsTest {};
+
+TEST_F(ExtrasPage, HasTheSizeOfTheOthersAndShowsAlone) {
+  QTest::mouseClick(&Tabs(), Qt::LeftButton, {}, Tabs().tabRect(0).center());
+  const QSize first = Panel(1).size();
+  QTest::mouseClick(&Tabs(), Qt::LeftButton, {}, Tabs().tabRect(4).center());
+  for (int panel = 1; panel <= 5; ++panel) EXPECT_EQ(Panel(panel).isVisible(), panel == 5);
+  EXPECT_EQ(Panel(5).size(), first);
+  EXPECT_GE(Panel(5).height(), Panel(5).sizeHint().height()) << "nothing is cut off";
+  EXPECT_GE(Panel(5).width(), Panel(5).sizeHint().width());
+}
+
+TEST_F(ExtrasPage, EachControlStoresItsSettingAndRedrawsWhatMoves) {
+  EXPECT_EQ(Saved("THREATRING", "KESTREL"), "missing");
+  EXPECT_EQ(Drawn([this] { Press("chkThreatRing"); }), Redraw);
+  EXPECT_EQ(Saved("THREATRING", "KESTREL"), "1");
+  auto& range = Part<QLineEdit>("txtThreatRange");
+  EXPECT_EQ(range.text(), QStringLiteral("30.00"));
+  range.setFocus();
+  range.selectAll();
+  EXPECT_EQ(Drawn([&range] { QTest::keyClicks(&range, QStringLiteral("7")); }), Redraw);
+  EXPECT_EQ(station.Extras.THREATRANGE, 7);
+  const std::pair<const char*, const char*> colours[] = {{"cmdTieCol", "TIECOLOR"}, {"cmdThreatCol", "THREATCOLOR"}};
+  for (const auto& [control, key] : colours) {
+    desk.ColourAnswers = {0x30A0F0};
+    EXPECT_EQ(Drawn([this, name = control] { Press(name); }), Redraw) << control;
+    EXPECT_EQ(Saved(key, "KESTREL"), std::to_string(0x30A0F0));
+  }
+  EXPECT_EQ(Drawn([this] { Press("chkThreatRing"); }), Redraw);
+  EXPECT_EQ(Saved("THREATRING", "KESTREL"), "missing") << "as it ships";
+}
+
+TEST_F(ExtrasPage, EveryControlIsReachedByTabAndSaysWhatItIs) {
+  Activate();
+  Tabs().setCurrentIndex(4);
+  Tabs().setFocus();
+  std::vector<QString> reached;
+  for (int step = 0; step < 80; ++step) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    if (QApplication::focusWidget() == &Tabs()) break;
+    reached.push_back(QApplication::focusWidget()->objectName());
+  }
+  int controls = 0;
+  for (const QWidget* part : Panel(5).findChildren<QWidget*>()) {
+    if (part->focusPolicy() == Qt::NoFocus || !part->isEnabled()) continue;
+    ++controls;
+    EXPECT_EQ(std::count(reached.begin(), reached.end(), part->objectName()), 1) << qPrintable(part->objectName());
+    EXPECT_FALSE(part->toolTip().isEmpty()) << qPrintable(part->objectName());
+  }
+  EXPECT_GE(controls, 4);
+}
+
+}  // namespace
+}  // namespace kestrel::shell
