@@ -58,6 +58,14 @@ BearingAndRange BearingRange(double x1, double y1, double x2, double y2) {
   return {static_cast<std::int16_t>(bearing), std::sqrt(dx * dx + dy * dy) / (UnitsPerPixelX * link::MapUnitsPerMile)};
 }
 
+std::optional<double> DirectionFrom(MapPoint from, MapPoint to) {
+  const double dx = to.X - from.X;
+  const double dy = to.Y - from.Y;
+  if (!std::isfinite(dx) || !std::isfinite(dy) || (dx == 0 && dy == 0)) return std::nullopt;
+  const double degrees = std::atan2(dx, dy) * 180 / Pi;
+  return degrees < 0 ? degrees + 360 : degrees;
+}
+
 std::string ZoomText(const ViewState& view) { return "Zoom: x" + SafeFormat(view.Resolution, "0.0#####"); }
 
 std::string SafeFormat(double value, std::string_view format) {

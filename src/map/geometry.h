@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -106,6 +107,10 @@ struct BearingAndRange {
 };
 /// From the first point to the second, surface or view units (Y down). North is 360, never 0.
 BearingAndRange BearingRange(double x1, double y1, double x2, double y2);
+
+/// The way from one place to another, degrees clockwise from north, 0 to below 360. Nothing where both are one place,
+/// or one of them is none.
+std::optional<double> DirectionFrom(MapPoint from, MapPoint to);
 
 /// The text of lblZoom: "Zoom: x" and the resolution as "0.0#####".
 std::string ZoomText(const ViewState& view);

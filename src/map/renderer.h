@@ -14,6 +14,8 @@
 
 namespace kestrel::map {
 
+struct Ties;
+
 /// The visible rectangle, map units, Y north.
 struct ClipRect {
   double ClipLeft = 0;
@@ -36,6 +38,7 @@ struct Scene {
   const areas::AreaEditor* Editor = nullptr;    ///< null: there is none
   const radio::Frequencies* Navaids = nullptr;  ///< null: there are no airfields
   TrailLayer* Trails = nullptr;                 ///< of the surface; null: each point of a trail is drawn each time
+  const Ties* Tied = nullptr;                   ///< null: there are none
 };
 
 /// Paints everything: picture, grid, bullseye, areas, TACANs, ILS, old points of trails; captures, then what moves.
@@ -44,7 +47,7 @@ void DrawMap(const Scene& scene, Surface& surface);
 /// picture first; where that holds what is not shown any more, everything is painted.
 void RedrawPlots(const Scene& scene, Surface& surface);
 
-/// All that moves: real plots, AI plots, AI trails; above them the area that is being edited.
+/// All that moves: real plots, AI plots, AI trails, lines between aircraft; above them the area that is being edited.
 void DrawMovingLayers(const Scene& scene, Surface& surface);
 
 /// Static layers, in file grid.cpp and bullseye_mark.cpp.
