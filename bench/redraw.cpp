@@ -18,6 +18,7 @@
 #include "link/link_options.h"
 #include "map/geometry.h"
 #include "map/renderer.h"
+#include "map/ties.h"
 #include "shell/map/qt_surface.h"
 #include "traffic.h"
 
@@ -177,6 +178,24 @@ void Report(const char* what, const Stopwatch& watch, const Stopwatch& copy) {
   std::printf("%-36s %8.3f ms  %6.2f x the bare copy\n", what, watch.Median(), watch.Median() / copy.Median());
 }
 
+/// The aircraft of a flight are told from the bullseye as a server does, so that each step is a new snapshot.
+void TellFromBullseye(Flight& flight) {
+  for (link::AIPlotRecord& plot : flight.tables.AIPlots.Live()) {
+    plot.Bearing = plot.X;
+    plot.Range = plot.Y;
+  }
+}
+
+/// Players and AI aircraft in pairs.
+map::Ties EightTies(const Flight& flight) {
+  map::Ties ties;
+  for (std::size_t pair = 1; pair <= map::MostTies; ++pair) {
+    ties.All.push_back({.First = {.Real = true, .Id = flight.tables.Clients[pair].Id},
+                        .Second = {.Real = false, .Name = flight.tables.AIPlots[40 * pair].Name}});
+  }
+  return ties;
+}
+
 void Run() {
   Flight flight;
   QImage groundPixels;
@@ -196,6 +215,13 @@ void Run() {
                          .Plots = flight.tables,
                          .Labels = {}};
 
+  flight.tables.RebuildIndex();
+  map::Ties ties = EightTies(flight);
+  map::Extras ring;
+  ring.THREATRING = true;
+  map::Scene tied = scene;
+  tied.Tied = &ties;
+
   shell::QtSurface surface;
   surface.Resize(QSize(Width, Height), 1);
   map::DrawMap(scene, surface);
@@ -205,10 +231,10 @@ void Run() {
   std::vector<std::uint8_t> copySource(bytes, 1);
   std::vector<std::uint8_t> copyTarget(bytes, 2);
 
-  Stopwatch bareCopy, redraw, redrawAndDirty, naive, graphicsScene;
+  Stopwatch bareCopy, redraw, redrawAndDirty, withTies, withRing, naive, graphicsScene;
   for (int round = -WarmUp; round < Rounds; ++round) {
     flight.Step();
-    if (round == 0) bareCopy = redraw = redrawAndDirty = naive = graphicsScene = {};
+    if (round == 0) bareCopy = redraw = redrawAndDirty = withTies = withRing = naive = graphicsScene = {};
     bareCopy.Time([&] { std::memcpy(copyTarget.data(), copySource.data(), bytes); });
     copySource[0] = copyTarget[bytes - 1];
     redraw.Time([&] { map::RedrawPlots(scene, surface); });
@@ -217,6 +243,15 @@ void Run() {
       map::RedrawPlots(scene, surface);
       surface.TakeDirty();
     });
+    for (const bool threats : {false, true}) {
+      flight.Step();
+      TellFromBullseye(flight);
+      (threats ? withRing : withTies).Time([&] {
+        map::FollowTies(tied, threats ? ring : map::Extras(), 0, ties);
+        map::RedrawPlots(tied, surface);
+      });
+    }
+    map::RedrawPlots(scene, surface);  // the next round restores no line of theirs
     if (round % 5 != 0) continue;
     naive.Time([&] {
       plain.Begin();
@@ -230,6 +265,8 @@ void Run() {
   Report("bare copy", bareCopy, bareCopy);
   Report("RedrawPlots (goal: at most 3)", redraw, bareCopy);
   Report("RedrawPlots and what has changed", redrawAndDirty, bareCopy);
+  Report("RedrawPlots with eight ties", withTies, bareCopy);
+  Report("... and lines to the nearest threats", withRing, bareCopy);
   Report("plain: text drawn anew, ellipses", naive, bareCopy);
   Report("QGraphicsScene of the same items", graphicsScene, bareCopy);
 }
