@@ -19,6 +19,7 @@
 #include "link/tables.h"
 #include "map/extras.h"
 #include "map/map_options.h"
+#include "map/ties.h"
 #include "map/view_state.h"
 #include "radio/frequencies.h"
 #include "radio/frequency_changes.h"
@@ -92,6 +93,7 @@ struct Station {
   link::Tables Plots;
   map::Options MapOptions;
   map::Extras Extras;
+  map::Ties Ties;
   map::ViewState View;
   FileKeeping ViewFiles;            ///< of the saved views in View
   base::Picture MapPicture;         ///< the current theater's

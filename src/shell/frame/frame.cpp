@@ -219,6 +219,11 @@ void MDIForm1::ShowTape() {
 
 void MDIForm1::ShowZoom() { strip->ShowZoom(FromBytes(map::ZoomText(program.State.View))); }
 
+void MDIForm1::ShowThreats() {
+  const core::Station& station = program.State;
+  strip->ShowThreats(station.Extras.THREATRING ? std::optional(station.Ties.Threats.size()) : std::nullopt);
+}
+
 void MDIForm1::ShowPointer() {
   const map::ViewState& view = program.State.View;
   const theaters::Theater& theater = program.State.Catalogue.Current();
@@ -251,6 +256,7 @@ void MDIForm1::Refresh(base::Changed what) {
       {Changed::NameMenus, [](MDIForm1& frame) { frame.ReloadNameMenu(); }},
       {Changed::ConnectionMenus, [](MDIForm1& frame) { frame.LoadConnectionMenus(); }},
       {Changed::CursorLine, [](MDIForm1& frame) { frame.ShowPointer(); }},
+      {Changed::Map | Changed::Plots, [](MDIForm1& frame) { frame.ShowThreats(); }},
   };
   // The map draws what moves in either case.
   if (Has(what, Changed::Map)) {

@@ -91,6 +91,8 @@ class MDIForm1 final : public QMainWindow {
   /// The recording lamp and entries, and what a loaded tape disables.
   void ShowTape();
   void ShowZoom();
+  /// How many lines to threats the map has.
+  void ShowThreats();
   /// What follows the pointer: its position and elevation, and the line on the map with its text.
   void ShowPointer();
 

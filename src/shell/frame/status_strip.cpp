@@ -24,6 +24,9 @@ StatusStrip::StatusStrip(QWidget* owner) : QWidget(owner) {
   StatPic_UHF = new Lamp(QStringLiteral("StatPic_UHF"), QStringLiteral("UHF"), lamps.Transmit, this);
   StatPic_VHF = new Lamp(QStringLiteral("StatPic_VHF"), QStringLiteral("VHF"), lamps.Transmit, this);
   StatPic_Guard = new Lamp(QStringLiteral("StatPic_Guard"), QStringLiteral("GUARD XMIT"), lamps.Transmit, this);
+  lblThreats = ReadOut("lblThreats", QStringLiteral("THREATS 000"));
+  lblThreats->setToolTip(QStringLiteral("Players with a hostile AI aircraft near them"));
+  lblThreats->setVisible(false);
   lblPosition = ReadOut("lblPosition", QStringLiteral("x:-0000.00 / y:-0000.00"));
   lblZoom = ReadOut("lblZoom", QStringLiteral("Zoom: x000.000000"));
   lblLat = ReadOut("lblLat", QStringLiteral("N00\u00b0 00.000'"));
@@ -46,6 +49,7 @@ StatusStrip::StatusStrip(QWidget* owner) : QWidget(owner) {
   row->addLayout(buttons);
   for (Lamp* lamp : Lamps()) row->addWidget(lamp);
   fixedWidth = row->sizeHint().width();
+  row->addWidget(lblThreats);
   row->addStretch(1);
   for (QLabel* readOut : {lblPosition, lblZoom, lblLat, lblLong, lblElevation}) row->addWidget(readOut);
 
@@ -86,11 +90,25 @@ int StatusStrip::WidthOfWords() const {
 }
 
 QSize StatusStrip::minimumSizeHint() const {
-  return {fixedWidth - WidthOfWords(), QWidget::minimumSizeHint().height()};
+  return {fixedWidth - WidthOfWords() + WidthOfThreats(), QWidget::minimumSizeHint().height()};
 }
 
 void StatusStrip::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
+  FitParts();
+}
+
+int StatusStrip::WidthOfThreats() const { return lblThreats->isHidden() ? 0 : lblThreats->minimumWidth() + Spacing; }
+
+void StatusStrip::ShowThreats(std::optional<std::size_t> threats) {
+  if (threats) lblThreats->setText(QStringLiteral("THREATS %1").arg(*threats));
+  if (lblThreats->isHidden() != threats.has_value()) return;
+  lblThreats->setVisible(threats.has_value());
+  updateGeometry();
+  FitParts();
+}
+
+void StatusStrip::FitParts() {
   // In the order of what is missed most; half a place is none.
   const std::vector<QLabel*> readOuts[] = {{lblLat, lblLong}, {lblElevation}, {lblZoom}, {lblPosition}};
   const auto widthOf = [](const std::vector<QLabel*>& labels) {
@@ -100,7 +118,7 @@ void StatusStrip::resizeEvent(QResizeEvent* event) {
   };
   int all = 0;
   for (const std::vector<QLabel*>& labels : readOuts) all += widthOf(labels);
-  int room = width() - fixedWidth;
+  int room = width() - fixedWidth - WidthOfThreats();
   // The tips of the lamps tell the same as their words, which therefore go before any read-out.
   const bool words = room >= all;
   for (Lamp* lamp : Lamps()) lamp->ShowWord(words);

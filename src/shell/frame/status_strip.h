@@ -5,6 +5,7 @@
 #include <QToolButton>
 #include <QWidget>
 #include <array>
+#include <optional>
 
 #include "core/station.h"
 #include "radio/transmit.h"
@@ -29,6 +30,8 @@ class StatusStrip final : public QWidget {
   void ShowRecording(bool recording, const QString& toolTip);
   /// A command came or went: the activity lamp lights for one tick.
   void ActivityPulse();
+  /// How many players have a hostile aircraft near them; nothing takes the mark away.
+  void ShowThreats(std::optional<std::size_t> threats);
   /// The lamps of the transmit keys.
   void ShowTransmit(const radio::Transmission& keys);
   void ShowZoom(const QString& text);
@@ -50,6 +53,10 @@ class StatusStrip final : public QWidget {
 
   std::array<Lamp*, 6> Lamps() const;
   int WidthOfWords() const;
+  /// The mark of the threats and the gap beside it, 0 while it is not shown.
+  int WidthOfThreats() const;
+  /// Which parts have room.
+  void FitParts();
 
   Lamp* StatPic_Conn;
   Lamp* StatPic_Act;
@@ -58,6 +65,7 @@ class StatusStrip final : public QWidget {
   Lamp* StatPic_VHF;
   Lamp* StatPic_Guard;
   std::array<QToolButton*, core::ToolWindowCount> checks{};
+  QLabel* lblThreats;
   QLabel* lblPosition;
   QLabel* lblZoom;
   QLabel* lblLat;

@@ -16,6 +16,7 @@
 #include "core/theater_data.h"
 #include "map/cursor_tools.h"
 #include "map/geometry.h"
+#include "map/ties.h"
 #include "shell/parts/guard.h"
 #include "shell/parts/key_events.h"
 #include "shell/parts/look.h"
@@ -56,7 +57,26 @@ map::Scene MapPicture::Scene() const {
                     .Labels = {},
                     .Areas = &station.Areas,
                     .Editor = &station.Editor,
-                    .Navaids = &station.Frequencies};
+                    .Navaids = &station.Frequencies,
+                    .Tied = &station.Ties};
+}
+
+void MapPicture::FollowTies() {
+  core::Station& station = program.State;
+  const std::int32_t record = station.Tapes.Player.State().CurPoint;
+  for (const std::string& line : map::FollowTies(Scene(), station.Extras, record, station.Ties)) {
+    program.Log.LogTimed(line);
+  }
+}
+
+bool MapPicture::PressTies() {
+  core::Station& station = program.State;
+  if (station.Editor.AreaEditMode) return false;
+  FollowTies();
+  const map::TiePress done = map::PressTies(Scene(), surface, {station.View.MouseX, station.View.MouseY}, station.Ties);
+  if (!done.Note.empty()) program.Log.LogTimed(done.Note);
+  if (done.Taken) program.Shown.Refresh(base::Changed::Plots);
+  return done.Taken;
 }
 
 void MapPicture::DrawMap() {
@@ -69,6 +89,7 @@ void MapPicture::DrawMap() {
     if (surface.Image().size() != pixels || surface.Image().devicePixelRatio() != ratio) {
       surface.Resize(pixels, ratio);
     }
+    FollowTies();
     map::DrawMap(Scene(), surface);
     program.Log.LogDuration("Drew the map", start);
   });
@@ -79,7 +100,10 @@ void MapPicture::DrawMap() {
 
 void MapPicture::RedrawPlots() {
   if (program.State.Loading || settle.isActive()) return;
-  Guarded(program.Log, "RedrawPlots", [this] { map::RedrawPlots(Scene(), surface); });
+  Guarded(program.Log, "RedrawPlots", [this] {
+    FollowTies();
+    map::RedrawPlots(Scene(), surface);
+  });
   ++plotDraws;
   ShowDirty();
 }
@@ -143,6 +167,8 @@ void MapPicture::mousePressEvent(QMouseEvent* event) {
     switch (event->button()) {
       case Qt::LeftButton:
         Q_EMIT Pressed(program.State.View.CursorMapX, program.State.View.CursorMapY, event->modifiers());
+        // Who ties aircraft keeps the anchor.
+        if (event->modifiers() == Qt::ControlModifier && PressTies()) break;
         program.Shown.Refresh(map::SetCursorStart(program.State.View));
         break;
       case Qt::RightButton:
@@ -164,6 +190,8 @@ void MapPicture::mouseDoubleClickEvent(QMouseEvent* event) {
   }
   Guarded(program.Log, "DblClick", [this, event] {
     TakePointer(event->position());
+    // Two aircraft on one spot are tied by two presses in one place.
+    if (event->button() == Qt::LeftButton && event->modifiers() == Qt::ControlModifier && PressTies()) return;
     SetCenterOfScreen();
   });
 }
@@ -221,7 +249,11 @@ bool MapPicture::event(QEvent* event) {
 void MapPicture::keyPressEvent(QKeyEvent* event) {
   Guarded(program.Log, "KeyDown", [this, event] {
     core::MapKey(program, VirtualKey(*event), ShiftState(*event));
-    if (!IsBound(*event)) Q_EMIT UnboundKey(*event);
+    if (IsBound(*event)) return;
+    Q_EMIT UnboundKey(*event);
+    if (event->key() == Qt::Key_Escape && map::ClearTies(program.State.Ties)) {
+      program.Shown.Refresh(base::Changed::Plots);
+    }
   });
   TellHeld(*event);
   // Swallowed whether or not it did anything: the map window passes no key on.

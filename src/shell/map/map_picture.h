@@ -70,6 +70,10 @@ class MapPicture final : public QWidget {
 
  private:
   map::Scene Scene() const;
+  /// The lines between aircraft as the tables are now, before each draw.
+  void FollowTies();
+  /// A press with Ctrl. True when it was meant for an aircraft, or the text of a line between two.
+  bool PressTies();
   void TakePointer(QPointF position);
   /// True for the move that comes of CenterMousePointer, once. It comes when that has long returned.
   bool IsOwnMove(QPointF global);
