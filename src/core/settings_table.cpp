@@ -126,6 +126,12 @@ void AddExtras(std::vector<SettingsRow>& rows, map::Extras& extras) {
   add({section, "THREATRING", &extras.THREATRING});
   add({section, "THREATRANGE", &extras.THREATRANGE, "0.00", Reading::Invariant});
   add({section, "THREATCOLOR", &extras.THREATCOLOR});
+  add({section, "EYECOLORS", &extras.EYECOLORS});
+  add({section, "FORMER_AICOLOR", &extras.FORMER_AICOLOR});
+  add({section, "FORMER_AICOLOR_FRIENDS", &extras.FORMER_AICOLOR_FRIENDS});
+  add({section, "FORMER_CURSOR_COLOR", &extras.FORMER_CURSOR_COLOR});
+  add({section, "FORMER_CURSOR_TEXT_COOR", &extras.FORMER_CURSOR_TEXT_COOR});
+  add({section, "FORMER_BULLSEYE_COLOR", &extras.FORMER_BULLSEYE_COLOR});
 }
 
 }  // namespace

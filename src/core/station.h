@@ -75,6 +75,13 @@ struct FileKeeping {
   bool RescueFailed = false;                    ///< the last time; it has been logged
 };
 
+/// A player's colour before that of the set for every eye took its place.
+struct FormerPlayer {
+  std::int16_t Id = 0;
+  std::string Name;
+  base::Colour Color = 0;
+};
+
 /// The state of the whole station: made once in main.cpp and handed on by reference. Procedures take the records that
 /// they read and write, not all of this; only start, stop and theater switch take it whole.
 struct Station {
@@ -94,6 +101,7 @@ struct Station {
   map::Options MapOptions;
   map::Extras Extras;
   map::Ties Ties;
+  std::vector<FormerPlayer> FormerPlayers;  ///< while EYECOLORS
   map::ViewState View;
   FileKeeping ViewFiles;            ///< of the saved views in View
   base::Picture MapPicture;         ///< the current theater's

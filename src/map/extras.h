@@ -11,6 +11,13 @@ struct Extras {
   bool THREATRING = false;           ///< a line from each player to the nearest hostile AI aircraft
   double THREATRANGE = 30;           ///< nautical miles: within it
   base::Colour THREATCOLOR = 33023;  ///< of those lines: orange
+  bool EYECOLORS = false;            ///< the colours that every eye tells apart are in use
+  // What was in their place before.
+  base::Colour FORMER_AICOLOR = 0;
+  base::Colour FORMER_AICOLOR_FRIENDS = 0;
+  base::Colour FORMER_CURSOR_COLOR = 0;
+  base::Colour FORMER_CURSOR_TEXT_COOR = 0;
+  base::Colour FORMER_BULLSEYE_COLOR = 0;
 };
 
 }  // namespace kestrel::map

@@ -2,9 +2,12 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QPushButton>
 
+#include "core/eye_colours.h"
 #include "shell/options/panel_parts.h"
 #include "shell/parts/colour_button.h"
+#include "shell/parts/guard.h"
 
 namespace kestrel::shell {
 namespace {
@@ -14,7 +17,8 @@ constexpr int RangeWidth = 9;
 
 }  // namespace
 
-ExtrasPanel::ExtrasPanel(OptionControls& controls, QWidget* owner) : QFrame(owner), options(controls) {
+ExtrasPanel::ExtrasPanel(core::Program& running, OptionControls& controls, QWidget* owner)
+    : QFrame(owner), program(running), options(controls) {
   setObjectName(QStringLiteral("Frame5"));
   auto* columns = new QHBoxLayout(this);
   columns->setContentsMargins(PanelMargin, PanelMargin, PanelMargin, PanelMargin);
@@ -26,9 +30,13 @@ ExtrasPanel::ExtrasPanel(OptionControls& controls, QWidget* owner) : QFrame(owne
     columns->addLayout(column, 1);
   }
   AddTies(*left);
-  AddThreats(*right);
+  AddThreats(*left);
+  AddColors(*right);
   for (QVBoxLayout* column : {left, right}) column->addStretch(1);
+  Fill();
 }
+
+void ExtrasPanel::Fill() { cmdFormerColors->setEnabled(program.State.Extras.EYECOLORS); }
 
 void ExtrasPanel::AddTies(QBoxLayout& column) {
   QVBoxLayout* rows = NewGroup("Ties", column, this);
@@ -53,6 +61,26 @@ void ExtrasPanel::AddThreats(QBoxLayout& column) {
   row->addWidget(range);
   row->addWidget(NewLabel("lblThreatNm", Words("NM"), nullptr, this));
   rows->addWidget(options.Color("cmdThreatCol", Words("Threat Color"), Words("Color of these lines"), this));
+}
+
+void ExtrasPanel::AddColors(QBoxLayout& column) {
+  QVBoxLayout* rows = NewGroup("Colors for Every Eye", column, this);
+  const auto add = [this, rows](const char* name, const char* caption, const char* meaning,
+                                base::Changed (*run)(core::Station&)) {
+    auto* button = new QPushButton(Words(caption), this);
+    button->setObjectName(Words(name));
+    button->setToolTip(Words(meaning));
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this, [this, name, run] {
+      Guarded(program.Log, name, [this, run] { program.Shown.Refresh(run(program.State)); });
+    });
+    rows->addWidget(button);
+    return button;
+  };
+  add("cmdEyeColors", "Use Them",
+      "Friends, foes, players, cursor and bullseye in colors that are told apart with every kind of color blindness",
+      core::UseEyeColours);
+  cmdFormerColors = add("cmdFormerColors", "Put Back", "The colors that were there before", core::PutColoursBack);
 }
 
 }  // namespace kestrel::shell

@@ -5,6 +5,7 @@
 #include "shell/options/option_controls.h"
 
 class QBoxLayout;
+class QPushButton;
 
 namespace kestrel::shell {
 
@@ -12,14 +13,20 @@ namespace kestrel::shell {
 class ExtrasPanel final : public QFrame {
   Q_OBJECT
  public:
-  /// `controls` outlives the panel.
-  ExtrasPanel(OptionControls& controls, QWidget* owner);
+  /// `running` and `controls` outlive the panel.
+  ExtrasPanel(core::Program& running, OptionControls& controls, QWidget* owner);
+
+  /// What is no control of a setting, as it stands.
+  void Fill();
 
  private:
   void AddTies(QBoxLayout& column);
   void AddThreats(QBoxLayout& column);
+  void AddColors(QBoxLayout& column);
 
+  core::Program& program;
   OptionControls& options;
+  QPushButton* cmdFormerColors = nullptr;
 };
 
 }  // namespace kestrel::shell

@@ -57,7 +57,8 @@ void ViewFrm::MakePanels() {
   panels->addWidget(new KeysPanel(program, capture, "Frame3", 0, core::SecondHalf, "cmdLoadDefaults", panels));
   panels->addWidget(
       new KeysPanel(program, capture, "Frame4", core::SecondHalf, core::ShortcutCount, "cmdLoadDefaults2", panels));
-  panels->addWidget(new ExtrasPanel(*options, panels));
+  extras = new ExtrasPanel(program, *options, panels);
+  panels->addWidget(extras);
   panels->setCurrentIndex(TabStrip1->currentIndex());
   FitBody();
 }
@@ -65,7 +66,10 @@ void ViewFrm::MakePanels() {
 void ViewFrm::ShowChanged(base::Changed what) {
   MakePanels();
   if (Has(what, base::Changed::Zoom)) view->ShowZoom();
-  if (Has(what, base::Changed::Options)) options->Fill();
+  if (Has(what, base::Changed::Options)) {
+    options->Fill();
+    extras->Fill();
+  }
 }
 
 }  // namespace kestrel::shell

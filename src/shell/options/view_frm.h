@@ -8,6 +8,7 @@ class QTabBar;
 
 namespace kestrel::shell {
 
+class ExtrasPanel;
 class OptionControls;
 class ViewPanel;
 
@@ -33,6 +34,7 @@ class ViewFrm final : public ToolFrm {
   QStackedWidget* panels;
   OptionControls* options = nullptr;  ///< null until the panels are made
   ViewPanel* view = nullptr;
+  ExtrasPanel* extras = nullptr;
 };
 
 }  // namespace kestrel::shell

@@ -2,8 +2,10 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QPushButton>
 #include <algorithm>
 
+#include "core/eye_colours.h"
 #include "shell/options/options_fixture.h"
 #include "shell/parts/colour_button.h"
 
@@ -40,6 +42,22 @@ TEST_F(ExtrasPage, EachControlStoresItsSettingAndRedrawsWhatMoves) {
   }
   EXPECT_EQ(Drawn([this] { Press("chkThreatRing"); }), Redraw);
   EXPECT_EQ(Saved("THREATRING", "KESTREL"), "missing") << "as it ships";
+}
+
+TEST_F(ExtrasPage, ColorsForEveryEyeAreTakenAndPutBack) {
+  auto& back = Part<QPushButton>("cmdFormerColors");
+  EXPECT_FALSE(back.isEnabled());
+  const QImage before = Map();
+  EXPECT_EQ(Drawn([this] { Press("cmdEyeColors"); }), DrawMap);
+  EXPECT_TRUE(back.isEnabled());
+  EXPECT_NE(Map(), before);
+  EXPECT_EQ(Part<ColourButton>("cmdAIEnemy").Colour(), core::EyeColours::Foe) << "its control shows it";
+  EXPECT_EQ(Saved("EYECOLORS", "KESTREL"), "1");
+  EXPECT_EQ(Drawn([this] { Press("cmdFormerColors"); }), DrawMap);
+  EXPECT_FALSE(back.isEnabled());
+  EXPECT_EQ(Map(), before);
+  EXPECT_EQ(Part<ColourButton>("cmdAIEnemy").Colour(), 255U);
+  EXPECT_EQ(Saved("EYECOLORS", "KESTREL"), "missing");
 }
 
 TEST_F(ExtrasPage, EveryControlIsReachedByTabAndSaysWhatItIs) {
