@@ -101,6 +101,7 @@ void QtSurface::Resize(QSize pixels, double devicePixelRatio) {
   restored.MarkAll();
 
   DropSheets();
+  dotRanks.clear();
   rings.clear();
   const int radius = std::max(1, static_cast<int>(std::lround(ratio)));
   dotHalfWidths.clear();

@@ -49,6 +49,7 @@ class QtSurface final : public map::Surface {
   void Polygon(std::span<const map::SurfacePoint> corners, map::Pen pen) override;
   void Segments(std::span<const map::SurfacePoint> ends, map::Pen pen) override;
   void Dot(double x, double y, base::Colour color) override;
+  void Dots(std::span<const map::SurfacePoint> at, base::Colour color, std::uint16_t rank) override;
   map::TextSize Measure(std::string_view text, const map::TextFont& font) override;
   void Print(std::string_view text, double x, double y, const map::TextFont& font, base::Colour color) override;
   void Capture() override;
@@ -133,7 +134,8 @@ class QtSurface final : public map::Surface {
   std::size_t lastSheet = 0;                        ///< used last, and so most likely next
   std::size_t sheetBytes = 0;                       ///< bytes of the shapes of all sheets
   std::vector<Ring> rings;
-  std::vector<int> dotHalfWidths;  ///< a dot, row by row from its top
+  std::vector<int> dotHalfWidths;       ///< a dot, row by row from its top
+  std::vector<std::uint16_t> dotRanks;  ///< of each pixel's trail of Dots, 0 for none; empty until there are any
 };
 
 }  // namespace kestrel::shell

@@ -44,6 +44,7 @@ void QtSurface::CopyPicture(const base::Picture& picture, const map::SourceRect&
   if (image.isNull()) return;
   captured = false;  // nothing of it shows any more
   kept.Clear();
+  dotRanks.clear();
   fresh.MarkAll();
   QImage target = DevicePixels();
   const std::uint32_t ground = background.rgb();
