@@ -134,13 +134,15 @@ void Run(int others) {
   map::ResizeSurface(view, Width * map::UnitsPerPixel, Height * map::UnitsPerPixel);
   const map::Options display;
   const link::Options linkOptions;
+  map::TrailLayer trails;
   const map::Scene scene{.MapPicture = ground,
                          .View = view,
                          .TheaterCorner = {33, 123},
                          .Display = display,
                          .LinkOptions = linkOptions,
                          .Plots = evening.tables,
-                         .Labels = {}};
+                         .Labels = {},
+                         .Trails = &trails};
   shell::QtSurface surface;
   surface.Resize(QSize(Width, Height), 1);
 

@@ -45,7 +45,7 @@ MapPicture::MapPicture(core::Program& running, QMenu& popUp2, QWidget* owner)
   connect(&settle, &QTimer::timeout, this, [this] { DrawMap(); });
 }
 
-map::Scene MapPicture::Scene() const {
+map::Scene MapPicture::Scene() {
   const core::Station& station = program.State;
   const theaters::Theater& theater = station.Catalogue.Current();
   return map::Scene{.MapPicture = station.MapPicture,
@@ -58,6 +58,7 @@ map::Scene MapPicture::Scene() const {
                     .Areas = &station.Areas,
                     .Editor = &station.Editor,
                     .Navaids = &station.Frequencies,
+                    .Trails = &trails,
                     .Tied = &station.Ties};
 }
 

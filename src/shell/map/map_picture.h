@@ -69,7 +69,7 @@ class MapPicture final : public QWidget {
   void wheelEvent(QWheelEvent* event) override;
 
  private:
-  map::Scene Scene() const;
+  map::Scene Scene();
   /// The lines between aircraft as the tables are now, before each draw.
   void FollowTies();
   /// A press with Ctrl. True when it was meant for an aircraft, or the text of a line between two.
@@ -89,6 +89,7 @@ class MapPicture final : public QWidget {
   core::Program& program;
   QMenu& popUp;
   QtSurface surface;
+  map::TrailLayer trails;  ///< on `surface`
   CursorLine line;
   CursorLine rubber;
   QTimer settle;
