@@ -83,6 +83,7 @@ bool MapPicture::PressTies() {
 void MapPicture::DrawMap() {
   if (program.State.Loading) return;
   settle.stop();
+  plotsDue = false;
   Guarded(program.Log, "DrawMap", [this] {
     const std::uint32_t start = program.Log.Time().TickCount();
     const double ratio = devicePixelRatioF();
@@ -101,17 +102,25 @@ void MapPicture::DrawMap() {
 
 void MapPicture::RedrawPlots() {
   if (program.State.Loading || settle.isActive()) return;
-  Guarded(program.Log, "RedrawPlots", [this] {
-    FollowTies();
-    map::RedrawPlots(Scene(), surface);
-  });
+  // With each arrival, also where its picture waits: what is tied is followed from one to the next.
+  Guarded(program.Log, "FollowTies", [this] { FollowTies(); });
   ++plotDraws;
+  plotsDue = true;
+  if (!unpainted) DrawDuePlots();
+}
+
+void MapPicture::DrawDuePlots() {
+  if (!plotsDue || program.State.Loading || settle.isActive()) return;
+  plotsDue = false;
+  Guarded(program.Log, "RedrawPlots", [this] { map::RedrawPlots(Scene(), surface); });
+  ++plotsDrawn;
   ShowDirty();
 }
 
 void MapPicture::ShowDirty() {
   const double ratio = surface.Image().devicePixelRatio();
   const QRegion dirty = surface.TakeDirty();
+  unpainted |= !dirty.isEmpty();
   if (ratio == 1) {
     update(dirty);
     return;
@@ -136,7 +145,16 @@ void MapPicture::TellPointer(Qt::KeyboardModifiers keys) {
   if (view.PointerSeen) Q_EMIT PointerMoved(view.CursorMapX, view.CursorMapY, keys);
 }
 
+bool MapPicture::eventFilter(QObject* watched, QEvent* event) {
+  // The window is about to paint what has changed: what is drawn now goes with it.
+  if (event->type() == QEvent::UpdateRequest && watched == window()) DrawDuePlots();
+  return QWidget::eventFilter(watched, event);
+}
+
 void MapPicture::paintEvent(QPaintEvent* event) {
+  // Where the window is painted for another reason what lies beyond the event follows with the next paint.
+  DrawDuePlots();
+  unpainted = false;
   // A screen of another scale: the old picture serves until the map is drawn for it, which paints must not put off.
   if (surface.Image().devicePixelRatio() != devicePixelRatioF() && !settle.isActive()) settle.start();
   QPainter painter(this);
@@ -235,6 +253,8 @@ bool MapPicture::IsBound(const QKeyEvent& event) const {
 }
 
 bool MapPicture::event(QEvent* event) {
+  // It may have got into its window after it was made.
+  if (event->type() == QEvent::Show) window()->installEventFilter(this);
   // A bound key is the command's, also where a menu or the walk by Tab would take it.
   if (event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress) {
     auto* key = static_cast<QKeyEvent*>(event);

@@ -28,7 +28,8 @@ class MapPicture final : public QWidget {
   /// Whole repaint; returns at once while the start is placing windows.
   void DrawMap();
   /// Repaint of what moves. While a new size waits to settle it is left to the DrawMap that is due then: the kept
-  /// picture does not fit the view any more.
+  /// picture does not fit the view any more. While the last picture has not been painted yet it is drawn just before
+  /// the next paint, once for all that ask: what nobody would have seen is not drawn.
   void RedrawPlots();
   /// Line1 and Label1 as the view has them, over the map as it is: only where they were and are is painted anew.
   void ShowLine(const QString& text);
@@ -43,7 +44,9 @@ class MapPicture final : public QWidget {
 
   /// Whole repaints since the start.
   std::uint64_t MapDraws() const { return mapDraws; }
+  /// Repaints of what moves that have been asked for, and those that were drawn.
   std::uint64_t PlotDraws() const { return plotDraws; }
+  std::uint64_t PlotsDrawn() const { return plotsDrawn; }
 
  Q_SIGNALS:
   /// The left button has been pressed at this place, map units with Y north; the anchor of the bearing line goes there
@@ -58,6 +61,7 @@ class MapPicture final : public QWidget {
 
  protected:
   bool event(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
@@ -80,6 +84,8 @@ class MapPicture final : public QWidget {
   /// MAP_AUTOFOCUS: the pointer is over the map.
   void TakeKeyboard();
   void ShowDirty();
+  /// Draws what RedrawPlots has put off.
+  void DrawDuePlots();
   void TellPointer(Qt::KeyboardModifiers keys);
   /// The same when the key of a modifier goes down or up.
   void TellHeld(const QKeyEvent& event);
@@ -95,6 +101,9 @@ class MapPicture final : public QWidget {
   QTimer settle;
   std::uint64_t mapDraws = 0;
   std::uint64_t plotDraws = 0;
+  std::uint64_t plotsDrawn = 0;
+  bool unpainted = false;        ///< the picture has changed since it was last painted
+  bool plotsDue = false;         ///< what moves is to be drawn before the next paint
   std::optional<QPoint> sentTo;  ///< where CenterMousePointer has put the pointer while its move is awaited, screen
   int wheelAngle = 0;            ///< turned and not yet used
 };
