@@ -101,7 +101,7 @@ QStringList NameFilters(std::string_view filter) {
 
 /// "dat" of "Areas (*.dat *.txt)", nothing of "All (*)" or "All (*.*)".
 QString ExtensionOf(const QString& nameFilter) {
-  static const QRegularExpression first(QStringLiteral("\\(\\*\\.([^*?.\\s)]+)[^()]*\\)$"));
+  static const QRegularExpression first(QStringLiteral("\\(\\*\\.([^*?\\s)]+)[^()]*\\)$"));
   return first.match(nameFilter).captured(1);
 }
 

@@ -87,6 +87,10 @@ TEST_F(SaveFile, IsAskedUnderItsTitleAndName) {
 
 TEST_F(SaveFile, NameWithoutAnExtensionGetsThatOfTheFilter) { EXPECT_EQ(Ask(Typing("mine")), PathOf("mine.dat")); }
 
+TEST_F(SaveFile, ExtensionOfTwoPartsIsWhole) {
+  EXPECT_EQ(Ask(Typing("mine"), "Text|*.txt.acmi|Packed|*.zip.acmi"), PathOf("mine.txt.acmi"));
+}
+
 TEST_F(SaveFile, ExtensionThatIsTypedStays) { EXPECT_EQ(Ask(Typing("mine.txt")), PathOf("mine.txt")); }
 
 TEST_F(SaveFile, ExtensionFollowsTheFilterThatIsChosen) {
