@@ -1,7 +1,12 @@
-# What unpacks and parses the simulator's files, as the target kestrel_data_libraries: expat, liblzma and LZ4, the system's; on
-# Windows the static ones of the SDK, or those of the package manager.
+# What unpacks and parses the simulator's files and packs those of the station, as the target kestrel_data_libraries: expat,
+# liblzma, LZ4 and zlib, the system's; on Windows the static ones of the SDK, or those of the package manager.
 add_library(kestrel_data_libraries INTERFACE)
-foreach(library IN ITEMS "expat;libexpat;expat.h" "lzma;liblzma;lzma.h" "lz4;liblz4;lz4.h")
+set(suffixes ${CMAKE_FIND_LIBRARY_SUFFIXES})
+if(WIN32 AND NOT MSVC)
+  # Debian has zlib for MinGW-w64 as a DLL too, which the program does not bring.
+  set(CMAKE_FIND_LIBRARY_SUFFIXES .a)
+endif()
+foreach(library IN ITEMS "expat;libexpat;expat.h" "lzma;liblzma;lzma.h" "lz4;liblz4;lz4.h" "z;zlib;zlib.h")
   list(GET library 0 name)
   list(GET library 1 other)
   list(GET library 2 header)
@@ -10,6 +15,7 @@ foreach(library IN ITEMS "expat;libexpat;expat.h" "lzma;liblzma;lzma.h" "lz4;lib
   target_link_libraries(kestrel_data_libraries INTERFACE ${KESTREL_${name}_LIBRARY})
   target_include_directories(kestrel_data_libraries SYSTEM INTERFACE ${KESTREL_${name}_INCLUDE})
 endforeach()
+set(CMAKE_FIND_LIBRARY_SUFFIXES ${suffixes})
 if(WIN32 AND NOT MSVC)
   target_compile_definitions(kestrel_data_libraries INTERFACE XML_STATIC LZMA_API_STATIC)
 endif()

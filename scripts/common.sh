@@ -3,7 +3,7 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 # Debian packages by what needs them.
-BUILD_PACKAGES="g++ cmake ninja-build qt6-base-dev libfreeimage-dev libexpat1-dev liblzma-dev liblz4-dev libx11-dev libxi-dev libcli11-dev libgtest-dev libgmock-dev libbenchmark-dev fonts-dejavu-core"
+BUILD_PACKAGES="g++ cmake ninja-build qt6-base-dev libfreeimage-dev libexpat1-dev liblzma-dev liblz4-dev zlib1g-dev libx11-dev libxi-dev libcli11-dev libgtest-dev libgmock-dev libbenchmark-dev fonts-dejavu-core"
 SCREEN_PACKAGES="xvfb xauth openbox xdotool scrot"
 # To build and run what speaks to Windows alone; the whole Windows program; its installer and archive; its tests.
 SEAM_PACKAGES="g++-mingw-w64-x86-64-posix wine64 googletest"
