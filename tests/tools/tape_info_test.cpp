@@ -15,6 +15,7 @@
 #include "tape-info/options.h"
 #include "tape-info/repair.h"
 #include "tape-info/survey.h"
+#include "tape/acmi_reader.h"
 #include "tape/golden_tape.h"
 
 namespace kestrel::tapeinfo {
@@ -232,6 +233,47 @@ TEST_F(TapeInfo, ProgramEndsWithWhatItFound) {
   EXPECT_EQ(ExitOf("--repair " + file.string() + " " + copy.string()), 0);
   EXPECT_EQ(ExitOf("--repair " + file.string() + " " + copy.string()), 1);
   EXPECT_EQ(ExitOf(copy.string()), 0);
+}
+
+TEST(TapeInfoOptions, AnExportTakesATapeAFileAndATheater) {
+  const Options options = ParseOptions({"--acmi", "a", "b", "--theater", "c.ini"});
+  EXPECT_EQ(options.File, "a");
+  EXPECT_EQ(options.AcmiTo, "b");
+  EXPECT_EQ(options.Theater, "c.ini");
+  EXPECT_EQ(options.RepairTo, "");
+  EXPECT_EQ(ParseOptions({"a", "b", "--acmi"}).Theater, "");
+  for (const std::vector<std::string>& words : std::vector<std::vector<std::string>>{
+           {"--acmi", "a"}, {"--acmi", "a", "b", "c"}, {"--acmi", "--repair", "a", "b"}, {"a", "--theater", "c.ini"}}) {
+    EXPECT_THROW(ParseOptions(words), std::invalid_argument) << words.size();
+  }
+  for (const char* name : {"--acmi FILE OUT", "--theater INI"}) {
+    EXPECT_NE(HelpText().find(name), std::string::npos) << name;
+  }
+}
+
+TEST_F(TapeInfo, ExportsOverTheTheaterThatIsNamedOrThatOfTheStation) {
+  const fs::path tape = folder / "TAPES/a.tap", theater = folder / "Theaters/one.ini";
+  const fs::path text = folder / "a.txt.acmi", again = folder / "b.txt.acmi";
+  for (const fs::path& each : {tape, theater}) fs::create_directory(each.parent_path());
+  test::WriteBytes(tape, Tape(3));
+  test::WriteBytes(theater, "[MAP]\r\nNAME=one\r\nSIZE=1024\r\nPICSIZE=64\r\nCOORDLAT=0\r\nCOORDLONG=0\r\n");
+  const std::string words = "--acmi " + tape.string() + " ";
+  EXPECT_EQ(ExitOf(words + text.string()), 1) << "over which theater?";
+  EXPECT_FALSE(fs::exists(text));
+  EXPECT_EQ(ExitOf(words + text.string() + " --theater " + theater.string()), 0);
+  test::WriteBytes(folder / "KESTREL.ini",
+                   "[MAPS]\r\nTOTALMAPS=2\r\nMAP1=none.ini\r\nMAP2=one.ini\r\nCURRENTMAP=2\r\n");
+  EXPECT_EQ(ExitOf(words + again.string()), 0);
+  EXPECT_EQ(test::ReadBytes(text), test::ReadBytes(again));
+  const test::Acmi read = test::ReadAcmi(test::ReadBytes(text));
+  ASSERT_EQ(read.Frames.size(), 3U);
+  // The bullseye, two players and three AI aircraft.
+  EXPECT_EQ(read.Frames[2].Things.size(), 6U);
+  // 300.25 map units of 3279.98 feet on a circle of 20925700 feet.
+  EXPECT_NEAR(read.Frames[0].Things.at("1").Lat, 300.25 * 3279.98 / 20925700 * 57.2957795, 1e-6);
+  EXPECT_EQ(ExitOf(words + text.string() + " --theater " + (folder / "none.ini").string()), 1);
+  EXPECT_EQ(ExitOf("--acmi " + (folder / "missing").string() + " " + text.string() + " --theater " + theater.string()),
+            1);
 }
 
 }  // namespace

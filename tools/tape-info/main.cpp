@@ -1,9 +1,11 @@
+#include <cstdint>
 #include <exception>
 #include <iostream>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "tape-info/acmi.h"
 #include "tape-info/options.h"
 #include "tape-info/repair.h"
 #include "tape-info/survey.h"
@@ -18,6 +20,11 @@ int Run(const kestrel::tapeinfo::Options& options) {
   using namespace kestrel::tapeinfo;
   if (options.Help) {
     std::cout << HelpText();
+    return 0;
+  }
+  if (!options.AcmiTo.empty()) {
+    const std::int32_t records = WriteAcmi(options.File, options.AcmiTo, TheaterOf(options.File, options.Theater));
+    std::cout << options.AcmiTo << ": " << records << " records\n";
     return 0;
   }
   const Survey survey = LookThrough(options.File);

@@ -10,6 +10,8 @@ struct Options {
   std::string File;
   std::string RepairTo;  ///< empty: only tell
   bool Help = false;
+  std::string AcmiTo;   ///< to be exported; empty: only tell
+  std::string Theater;  ///< settings file of the theater of an export; empty: that of the station which has the tape
 };
 
 /// Reads the words after the program's name. std::invalid_argument, with a text for the user, for what cannot be read.
