@@ -9,6 +9,7 @@
 #include <QStyle>
 
 #include "base/failure.h"
+#include "core/acmi_export.h"
 #include "core/side_files.h"
 #include "core/tapes.h"
 #include "core/tell.h"
@@ -32,6 +33,7 @@
 #include "shell/parts/plain_text.h"
 #include "shell/parts/unicode_text.h"
 #include "shell/radio/freq_frm.h"
+#include "shell/tape/export_tape_frm.h"
 #include "shell/theaters/mdf_theaters_frm.h"
 
 namespace kestrel::shell {
@@ -277,6 +279,13 @@ void MDIForm1::Disconnect() { program.Link.Disconnect(); }
 void MDIForm1::StartRecording() { core::RecordingStart(program); }
 
 void MDIForm1::StopRecording() { core::RecordingEnd(program); }
+
+void MDIForm1::ExportTape() {
+  const std::unique_ptr<core::AcmiExport> exported = core::ChooseExport(program);
+  if (!exported) return;
+  ExportTapeFrm progress(program, *exported, this);
+  RunDialog(progress, modal);
+}
 
 void MDIForm1::ResetZoomAndCenter() {
   program.Shown.Refresh(map::ResetZoomAndCenter(program.State.View));

@@ -52,6 +52,7 @@ class MDIForm1 final : public QMainWindow {
   void Disconnect();
   void StartRecording();
   void StopRecording();
+  void ExportTape();
   void ResetZoomAndCenter();
   void OpenOnlineDocs();
   void ToggleAutoUpdate();

@@ -92,6 +92,8 @@ constexpr MenuEntry MenuBar[] = {
     {"mnuStopRecording", "Sto&p Recording", "mnuRecording", Runs, [](MDIForm1& frame) { frame.StopRecording(); }},
     {"mnuPlaybackMode", "Play&back Mode", "mnuRecording", Nothing, nullptr, true},
     {"mnuOpenPlaybackFile", "Ope&n File for Playback", "mnuRecording", Nothing},
+    {"mnuExportTape", "Export Tape to Tacview...", "mnuRecording", Runs, [](MDIForm1& frame) { frame.ExportTape(); },
+     true},
 
     {"mnuLinks", "Li&nks", "", Submenu},
     {"mnuManageLinks", "Mana&ge Links...", "mnuLinks", Nothing},

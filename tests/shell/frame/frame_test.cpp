@@ -74,6 +74,7 @@ constexpr Caption Captions[] = {
     {"mnuRecording", "mnuStopRecording", "Sto&p Recording"},
     {"mnuRecording", "mnuPlaybackMode", "Play&back Mode"},
     {"mnuRecording", "mnuOpenPlaybackFile", "Ope&n File for Playback"},
+    {"mnuRecording", "mnuExportTape", "Export Tape to Tacview..."},
     {"", "mnuLinks", "Li&nks"},
     {"mnuLinks", "mnuManageLinks", "Mana&ge Links..."},
     {"mnuLinks", "mnuLinksNames", "(No Links)"},
