@@ -204,6 +204,11 @@ void MoveTape(Program& program, std::int32_t barValue) {
            [barValue](tape::Player& player, const tape::PlayerAround& around) { player.MoveBar(around, barValue); });
 }
 
+void ShowTapePoint(Program& program, std::int32_t Point) {
+  OnPlayer(program,
+           [Point](tape::Player& player, const tape::PlayerAround& around) { player.ShowRecPoint(around, Point); });
+}
+
 void SetTapeSpeed(Program& program, std::int32_t step) {
   OnPlayer(program, [step](tape::Player& player, const tape::PlayerAround& around) { player.SetSpeed(around, step); });
 }

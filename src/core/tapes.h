@@ -40,6 +40,8 @@ void StopTape(Program& program);
 void CloseTape(Program& program);
 void TapeTick(Program& program);
 void MoveTape(Program& program, std::int32_t barValue);
+/// Shows a record, 1 to the number of them.
+void ShowTapePoint(Program& program, std::int32_t Point);
 void SetTapeSpeed(Program& program, std::int32_t step);
 
 }  // namespace kestrel::core

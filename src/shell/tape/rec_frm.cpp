@@ -1,6 +1,7 @@
 #include "shell/tape/rec_frm.h"
 
 #include <QFontDatabase>
+#include <QKeyEvent>
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 
@@ -100,7 +101,13 @@ void RecFrm::Connect() {
   for (const auto& each : buttons) {
     connect(each.Button, &QAbstractButton::clicked, this,
             [this, name = each.Name, run = each.Run] { Guarded(program.Log, name, [this, run] { run(program); }); });
+    each.Button->installEventFilter(this);
   }
+  // While the tape was being indexed the keyboard went to the one control that could be used.
+  connect(form->Command1, &QAbstractButton::clicked, this, [this] {
+    if (program.State.Tapes.Player.State().Loaded()) form->HScroll1->setFocus();
+  });
+  for (QSlider* slider : {form->HScroll1, form->Slider1}) slider->installEventFilter(this);
   connect(form->HScroll1, &QSlider::valueChanged, this,
           [this](int value) { Guarded(program.Log, "HScroll1", [this, value] { core::MoveTape(program, value); }); });
   // What has been shown meanwhile has not moved the bar.
@@ -124,12 +131,20 @@ void RecFrm::ShowPlayer() {
 void RecFrm::ShowButtons() {
   const tape::PlayerState& player = program.State.Tapes.Player.State();
   const bool playing = player.Phase == PlayerPhase::Playing;
-  form->Command1->setEnabled(core::MayLoadTape(program.State));
-  form->Command2->setEnabled(player.Loaded() && !playing);
-  form->Command3->setEnabled(playing);
-  form->Command5->setEnabled(playing || player.Phase == PlayerPhase::Paused);
-  form->Command6->setEnabled(player.Loaded());
   form->HScroll1->setEnabled(player.Loaded());
+  const struct {
+    QAbstractButton* Button;
+    bool Usable;
+  } buttons[] = {{form->Command1, core::MayLoadTape(program.State)},
+                 {form->Command2, player.Loaded() && !playing},
+                 {form->Command3, playing},
+                 {form->Command5, playing || player.Phase == PlayerPhase::Paused},
+                 {form->Command6, player.Loaded()}};
+  for (const auto& each : buttons) {
+    // Not to the next button, where the space bar would stop or close the tape.
+    if (!each.Usable && player.Loaded() && focusWidget() == each.Button) form->HScroll1->setFocus();
+    each.Button->setEnabled(each.Usable);
+  }
   const QString title = player.FileTitle.empty() ? QLatin1String(NoFile) : FromBytes(player.FileTitle);
   form->Label2->setText(form->Label2->fontMetrics().elidedText(title, Qt::ElideMiddle, form->Label2->width() - 2));
   form->Label2->setToolTip(title);
@@ -163,6 +178,70 @@ void RecFrm::ShowSpeed() {
   const QString speed = QStringLiteral("x%1").arg(program.State.Tapes.Player.State().Speed);
   form->Frame1->setTitle(QStringLiteral("Current Speed: ") + speed);
   form->Slider1->setToolTip(speed);
+}
+
+void RecFrm::keyPressEvent(QKeyEvent* event) {
+  if (!TakeKey(*event)) ToolFrm::keyPressEvent(event);
+}
+
+bool RecFrm::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress) {
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    // The space bar presses a button that has the keyboard; the arrows would go from one to the next. What the speed
+    // does not take would end at the box around it.
+    const bool isSpace = key.key() == Qt::Key_Space;
+    const bool isMove = !isSpace && key.key() != Qt::Key_Plus && key.key() != Qt::Key_Minus;
+    const bool own =
+        (isSpace && qobject_cast<QAbstractButton*>(watched) != nullptr) || (isMove && watched == form->Slider1);
+    if (!own && TakeKey(key)) return true;
+  }
+  return ToolFrm::eventFilter(watched, event);
+}
+
+bool RecFrm::TakeKey(const QKeyEvent& key) {
+  const tape::PlayerState& player = program.State.Tapes.Player.State();
+  if (!player.Loaded() || (key.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier))) return false;
+  switch (key.key()) {
+    case Qt::Key_Space:
+      if (!key.isAutoRepeat()) PlayOrPause();
+      return true;
+    case Qt::Key_Plus:
+      form->Slider1->setValue(form->Slider1->value() + 1);
+      return true;
+    case Qt::Key_Minus:
+      form->Slider1->setValue(form->Slider1->value() - 1);
+      return true;
+    case Qt::Key_Left:
+      GoTo(player.CurPoint - 1);
+      return true;
+    case Qt::Key_Right:
+      GoTo(player.CurPoint + 1);
+      return true;
+    case Qt::Key_Home:
+      GoTo(1);
+      return true;
+    case Qt::Key_End:
+      GoTo(player.RecordCount);
+      return true;
+    default:
+      return false;
+  }
+}
+
+void RecFrm::PlayOrPause() {
+  Guarded(program.Log, "Space", [this] {
+    if (program.State.Tapes.Player.State().Phase == PlayerPhase::Playing) {
+      core::PauseTape(program);
+    } else {
+      core::PlayTape(program);
+    }
+  });
+}
+
+void RecFrm::GoTo(std::int32_t point) {
+  Guarded(program.Log, "GoTo", [this, point] {
+    if (point >= 1 && point <= program.State.Tapes.Player.State().RecordCount) core::ShowTapePoint(program, point);
+  });
 }
 
 void RecFrm::SetTimer() {

@@ -24,6 +24,9 @@ class RecFrm final : public ToolFrm {
   void ShowChanged(base::Changed) override { ShowPlayer(); }
   /// Timer1 goes on while nobody sees the window.
   bool RefreshesUnseen() const override { return true; }
+  void keyPressEvent(QKeyEvent* event) override;
+  /// The keys of the player where the bar or a button has the keyboard.
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   /// Shows the player as it stands and sets Timer1 by it.
@@ -35,6 +38,11 @@ class RecFrm final : public ToolFrm {
   void ShowBar();
   void ShowSpeed();
   void SetTimer();
+  /// Whether a key is one of the player's; it has been followed then.
+  bool TakeKey(const QKeyEvent& key);
+  void PlayOrPause();
+  /// Shows record `point` if the tape has it.
+  void GoTo(std::int32_t point);
 
   std::unique_ptr<Ui::RecFrm> form;
   QTimer Timer1;
