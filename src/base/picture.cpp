@@ -20,6 +20,7 @@
 #include "base/failure.h"
 #include "base/files.h"
 #include "base/picture_header.h"
+#include "base/picture_replacement.h"
 #include "base/picture_source.h"
 #include "base/positioned_file.h"
 
@@ -161,6 +162,13 @@ Bitmap LoadBitmap(const PictureSource& source) {
   return bitmap;
 }
 
+Bitmap LoadFile(const std::filesystem::path& path) {
+  if (!FileExists(path)) throw RuntimeFailure(NameForMessage(path) + " is no file");
+  const PositionedFile file(path, PositionedFile::Mode::Read);
+  if (file.Size() > MaxPictureFileBytes) throw RuntimeFailure(NameForMessage(path) + " is too large");
+  return LoadBitmap(PictureSource(file));
+}
+
 /// One row of 48 or 64 bits for each pixel.
 template <class Pixel>
 void ConvertDeepRow(std::uint32_t* target, const BYTE* source, int width) {
@@ -287,7 +295,52 @@ BYTE* GiveBack(BYTE* from, BYTE* end) {
 #endif
 }
 
-Picture Convert(Bitmap bitmap) {
+/// The pixels of a large picture in three bytes each, within its own memory, while another is read that is to take its
+/// place. Where no memory can be given back they stay as they are.
+class PackedPixels {
+ public:
+  explicit PackedPixels(const Picture& picture) {
+    if constexpr (!mayGiveBack) return;
+    count = static_cast<std::size_t>(picture.Width) * static_cast<std::size_t>(picture.Height);
+    if (count < fewest || picture.Stride != picture.Width * 4) return;
+    // They are the memory of a picture that was loaded, made to be written.
+    pixels = const_cast<BYTE*>(picture.Pixels);
+    // What is written over has been read.
+    for (std::size_t n = 0; n < count; ++n) std::memmove(pixels + 3 * n, pixels + 4 * n, 4);
+    GiveBack(pixels + 3 * count, pixels + 4 * count);
+  }
+  /// As they were, unless they have been given up.
+  ~PackedPixels() {
+    if (pixels == nullptr) return;
+    for (std::size_t n = count; n-- > 0;) {
+      std::uint32_t pixel = 0;
+      std::memcpy(&pixel, pixels + 3 * n, 3);
+      pixel |= Opaque;
+      std::memcpy(pixels + 4 * n, &pixel, 4);
+    }
+  }
+  PackedPixels(const PackedPixels&) = delete;
+  PackedPixels& operator=(const PackedPixels&) = delete;
+
+  void GiveUp() {
+    if (pixels != nullptr) GiveBack(pixels, pixels + 4 * count);
+    pixels = nullptr;
+  }
+
+ private:
+#ifdef __linux__
+  static constexpr bool mayGiveBack = std::endian::native == std::endian::little;
+#else
+  static constexpr bool mayGiveBack = false;
+#endif
+  static constexpr std::size_t fewest = std::size_t{4} << 20;
+
+  BYTE* pixels = nullptr;  ///< null when they are not packed
+  std::size_t count = 0;
+};
+
+/// `former` is what the picture is to take the place of, given up as soon as nothing can fail any more.
+Picture Convert(Bitmap bitmap, PackedPixels* former = nullptr) {
   FIBITMAP* held = bitmap.get();
   if (FreeImage_GetImageType(held) == FIT_BITMAP && FreeImage_GetBPP(held) == 32) return TakeOver(std::move(bitmap));
   const int width = static_cast<int>(FreeImage_GetWidth(held));
@@ -303,6 +356,8 @@ Picture Convert(Bitmap bitmap) {
     if (!ConvertRow(target, row, width, held)) {
       throw RuntimeFailure("the picture's kind of pixels is not known");
     }
+    // The rows are all of one kind.
+    if (former != nullptr && y == 0) former->GiveUp();
     end = GiveBack(row, end);
   }
   const auto* top = reinterpret_cast<const std::uint8_t*>(pixels.get());
@@ -350,11 +405,13 @@ struct PieceWriter {
 
 }  // namespace
 
-Picture LoadPicture(const std::filesystem::path& path) {
-  if (!FileExists(path)) throw RuntimeFailure(NameForMessage(path) + " is no file");
-  const PositionedFile file(path, PositionedFile::Mode::Read);
-  if (file.Size() > MaxPictureFileBytes) throw RuntimeFailure(NameForMessage(path) + " is too large");
-  return Convert(LoadBitmap(PictureSource(file)));
+Picture LoadPicture(const std::filesystem::path& path) { return Convert(LoadFile(path)); }
+
+Picture ReplacePicture(const std::filesystem::path& path, const Picture& former) {
+  PackedPixels packed(former);
+  Picture picture = Convert(LoadFile(path), &packed);
+  packed.GiveUp();
+  return picture;
 }
 
 Picture DecodePicture(std::string_view bytes) { return Convert(LoadBitmap(PictureSource(bytes))); }

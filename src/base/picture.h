@@ -19,7 +19,7 @@ namespace kestrel::base {
 inline constexpr int MaxPictureSide = 16384;
 
 /// A picture in memory: rows from the top, `Stride` bytes apart, each pixel 32 bits 0xFFRRGGBB in the machine's order.
-/// The pixels are shared by copies and never change.
+/// The pixels are shared by copies and never change, but for those that ReplacePicture gives up.
 class Picture {
  public:
   Picture() = default;

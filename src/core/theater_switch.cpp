@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "base/picture_replacement.h"
 #include "core/settings.h"
 #include "core/theater_data.h"
 #include "theaters/catalogue.h"
@@ -14,7 +15,7 @@ namespace {
 
 base::Picture ReadMapPicture(Program& program, const theaters::Theater& theater) {
   const std::uint32_t start = program.Log.Time().TickCount();
-  base::Picture picture = base::LoadPicture(TheaterPath(program.State, theater.Pic));
+  base::Picture picture = base::ReplacePicture(TheaterPath(program.State, theater.Pic), program.State.MapPicture);
   program.Log.LogDuration("Loaded the map picture", start);
   return picture;
 }

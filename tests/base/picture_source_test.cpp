@@ -4,13 +4,16 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <memory>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/failure.h"
 #include "base/picture.h"
 #include "base/picture_header.h"
+#include "base/picture_replacement.h"
 #include "base/positioned_file.h"
 #include "picture_files.h"
 #include "temp_folder.h"
@@ -120,7 +123,66 @@ TEST(PictureSource, ALargePictureIsNeverHeldInBothDepthsNorBesideItsFile) {
   EXPECT_GE(code, 60) << "of " << side << " by " << side << " pixels";
   EXPECT_LE(code, 76);
 }
+
+TEST(PictureSource, ALargePictureThatTakesThePlaceOfAnotherDoesSoWithinFewBytesMore) {
+  constexpr int side = 4096;
+  const test::TempFolder folder;
+  test::WriteBytes(folder / "f", test::Bmp(side, side, 24, "", ""));
+  std::filesystem::resize_file(folder / "f", 54 + 3 * side * side);
+  const int code = doubles::ExitCode([&] {
+    Picture picture = LoadPicture(folder / "f");
+    const long before = Peak();
+    picture = ReplacePicture(folder / "f", picture);
+    if (picture.Width != side || picture.Pixels[0] != 0 || picture.Pixels[3] != 0xFF) return 255;
+    return static_cast<int>((Peak() - before) / 1024);
+  });
+  // 48 MiB of the former, packed, with the 48 that are read, where 64 were before.
+  EXPECT_LE(code, 44);
+}
 #endif
+
+/// A picture of noise, opaque.
+Picture NoisePicture(int width, int height) {
+  const auto kept = std::make_shared<std::string>(Noise(static_cast<std::size_t>(width * height) * 4));
+  for (std::size_t at = 3; at < kept->size(); at += 4) (*kept)[at] = '\xFF';
+  const auto* top = reinterpret_cast<const std::uint8_t*>(kept->data());
+  return Picture(width, height, width * 4, top, std::shared_ptr<void>(kept, kept->data()));
+}
+
+std::string_view BytesOf(const Picture& picture) {
+  return {reinterpret_cast<const char*>(picture.Pixels), static_cast<std::size_t>(picture.Stride * picture.Height)};
+}
+
+TEST(PictureReplacement, APictureWhosePlaceIsNotTakenIsAsItWas) {
+  const test::TempFolder folder;
+  const std::string whole = test::Bmp(100, 100, 24, "", Noise(30000));
+  test::WriteBytes(folder / "cut", whole.substr(0, 20000));
+  test::WriteBytes(folder / "text", "no picture");
+  test::WriteBytes(folder / "lying", test::Png(16384, 16384, 8, 2, "", {std::string(40000, 'x')}));
+  // Packed while the other is read, and too small for that.
+  for (const auto& [width, height] : {std::pair(2051, 2047), std::pair(30, 20)}) {
+    const Picture former = NoisePicture(width, height);
+    const std::string bytes(BytesOf(former));
+    for (const char* name : {"cut", "text", "lying", "missing"}) {
+      EXPECT_THROW(ReplacePicture(folder / name, former), RuntimeFailure) << name;
+      EXPECT_TRUE(BytesOf(former) == bytes) << name;
+    }
+  }
+}
+
+TEST(PictureReplacement, TheNewPictureIsTheOneThatIsLoadedWithoutAFormer) {
+  const test::TempFolder folder;
+  test::WriteBytes(folder / "24", test::Bmp(100, 100, 24, "", Noise(30000)));
+  test::WriteBytes(folder / "32", test::Bmp(100, 100, 32, "", Noise(40000)));
+  for (const char* name : {"24", "32"}) {
+    const Picture wanted = LoadPicture(folder / name);
+    for (const Picture& former : {NoisePicture(2051, 2047), NoisePicture(30, 20), Picture()}) {
+      const Picture picture = ReplacePicture(folder / name, former);
+      EXPECT_EQ(picture.Width, 100);
+      EXPECT_TRUE(BytesOf(picture) == BytesOf(wanted)) << name;
+    }
+  }
+}
 
 }  // namespace
 }  // namespace kestrel::base

@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "base/picture.h"
+#include "base/picture_replacement.h"
 
 namespace kestrel::base {
 namespace {
@@ -12,6 +13,7 @@ namespace {
 }  // namespace
 
 Picture LoadPicture(const std::filesystem::path&) { Refuse(); }
+Picture ReplacePicture(const std::filesystem::path&, const Picture&) { Refuse(); }
 Picture DecodePicture(std::string_view) { Refuse(); }
 Picture BlankPicture(int) { Refuse(); }
 Picture SquarePicture(const Picture&) { Refuse(); }
