@@ -2,7 +2,7 @@
 // SIZE of 8192. The peak of memory until the first map is shown, beside that of a program that only shows the same
 // picture, and over a switch of the theater; and how long what the person does first takes, at once after the start and
 // after two seconds, in which the station may have prepared itself. Each run is a process of its own; peaks are the
-// system's figure for the ended process.
+// system's figure for the ended process. How many runs of each kind there are may be told: large 3.
 
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -44,7 +44,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int Side = 8192;
-constexpr int Rounds = 5;
 constexpr QSize FrameSize(1920, 1120);
 /// Theaters 2 and 3 have PNG pictures, 4 and 5 JPEG ones; 1 is the sample.
 constexpr const char* Names[] = {"Png1", "Png2", "Jpeg1", "Jpeg2"};
@@ -273,7 +272,7 @@ void ReportSteps(const char* when, const Figures& figures) {
   }
 }
 
-void Measure(const fs::path& folder, const fs::path& programs, int first) {
+void Measure(const fs::path& folder, const fs::path& programs, int first, int rounds) {
   const std::string self = (programs / "large").string();
   const std::string kind = Endings[first - 2];
   const auto station = [&](const std::string& work, int current, Figures& figures) {
@@ -281,7 +280,7 @@ void Measure(const fs::path& folder, const fs::path& programs, int first) {
     Run({self, "station", folder.string(), work}, folder, figures);
   };
   Figures start, viewer, atOnce, later, fromSample, fromLarge;
-  for (int round = 0; round < Rounds; ++round) {
+  for (int round = 0; round < rounds; ++round) {
     station("start", first, start);
     const fs::path picture = folder / "Theaters" / (std::string(Names[first - 2]) + "." + kind);
     Run({(programs / "start_baseline").string(), picture.string()}, folder, viewer);
@@ -290,7 +289,7 @@ void Measure(const fs::path& folder, const fs::path& programs, int first) {
     station("switch" + std::to_string(first), 1, fromSample);
     station("switch" + std::to_string(first + 1), first, fromLarge);
   }
-  std::printf("%s of %d by %d, SIZE %d (medians of %d)\n", kind.c_str(), Side, Side, Side, Rounds);
+  std::printf("%s of %d by %d, SIZE %d (medians of %d)\n", kind.c_str(), Side, Side, Side, rounds);
   std::printf("  start to first map    station %7.1f ms   viewer %7.1f ms    ratio %.2f\n", Median(start["time"]),
               Median(viewer["time"]), Median(start["time"]) / Median(viewer["time"]));
   std::printf("  peak until then       station %7.1f MiB  viewer %7.1f MiB   ratio %.2f (goal 320 MiB)\n",
@@ -315,6 +314,7 @@ int main(int argc, char** argv) {
   if (argc == 3 && std::string(argv[1]) == "make") return kestrel::MakeTheaters(argv[2]);
   if (argc == 4 && std::string(argv[1]) == "station") return kestrel::RunStation(argc, argv);
   const fs::path programs = fs::read_symlink("/proc/self/exe").parent_path();
+  const int rounds = argc == 2 ? std::max(1, std::atoi(argv[1])) : 5;
   // A copy, so that the user's settings stay as they are.
   const fs::path folder = fs::temp_directory_path() / ("kestrel-bench-" + std::to_string(getpid()));
   fs::create_directories(folder);
@@ -325,7 +325,7 @@ int main(int argc, char** argv) {
   // In a process of its own: a child's peak is never below what its parent held when it was made.
   kestrel::Figures making;
   kestrel::Run({(programs / "large").string(), "make", folder.string()}, folder, making);
-  for (const int first : {2, 4}) kestrel::Measure(folder, programs, first);
+  for (const int first : {2, 4}) kestrel::Measure(folder, programs, first, rounds);
   fs::remove_all(folder);
   return 0;
 }

@@ -158,7 +158,9 @@ void FollowThreats(const Scene& scene, const Extras& extras, Ties& ties) {
 /// A line as it stands on the surface.
 struct Placed {
   SurfacePoint From, To;
-  double Left = 0, Top = 0;  ///< of the text
+  double HalfX = 0, HalfY = 0;  ///< from From to the middle
+  double Behind = 0;            ///< how much of each half its text covers; from 1 on there is no room for it
+  double Left = 0, Top = 0;     ///< of the text
   TextSize Size;
 };
 
@@ -167,27 +169,33 @@ TextFont CallFont(const Scene& scene) {
 }
 
 Placed Place(const Scene& scene, Surface& surface, const CallLine& line) {
-  Placed placed{SurfaceFromMap(scene.View, line.From), SurfaceFromMap(scene.View, line.To), 0, 0,
-                surface.Measure(line.Text, CallFont(scene))};
-  placed.Left = (placed.From.X + placed.To.X - placed.Size.Width) / 2;
-  placed.Top = (placed.From.Y + placed.To.Y - placed.Size.Height) / 2;
-  return placed;
+  Placed at;
+  at.From = SurfaceFromMap(scene.View, line.From);
+  at.To = SurfaceFromMap(scene.View, line.To);
+  at.HalfX = (at.To.X - at.From.X) / 2;
+  at.HalfY = (at.To.Y - at.From.Y) / 2;
+  at.Size = surface.Measure(line.Text, CallFont(scene));
+  const auto part = [](double room, double way) { return way == 0 ? 1 : (room / 2 + TextMargin) / std::abs(way); };
+  at.Behind = std::min(part(at.Size.Width, at.HalfX), part(at.Size.Height, at.HalfY));
+  at.Left = at.From.X + at.HalfX - at.Size.Width / 2;
+  at.Top = at.From.Y + at.HalfY - at.Size.Height / 2;
+  // On a line that is too short for it the text stands above the middle.
+  if (at.Behind >= 1) at.Top -= at.Size.Height / 2 + TextMargin;
+  return at;
 }
 
-/// The line leaves room for its text.
+/// The line leaves room for its text where it can.
 void DrawLine(const Scene& scene, Surface& surface, const CallLine& line) {
   if (!line.Shown) return;
   const Placed at = Place(scene, surface, line);
-  const double halfX = (at.To.X - at.From.X) / 2;
-  const double halfY = (at.To.Y - at.From.Y) / 2;
-  const SurfacePoint middle{at.From.X + halfX, at.From.Y + halfY};
-  const auto part = [](double room, double way) { return way == 0 ? 1 : (room / 2 + TextMargin) / std::abs(way); };
-  // How much of each half lies behind the text.
-  const double behind = std::min(part(at.Size.Width, halfX), part(at.Size.Height, halfY));
-  if (behind < 1) {
-    const Pen pen{.Color = line.Color};
-    surface.Line(at.From.X, at.From.Y, middle.X - behind * halfX, middle.Y - behind * halfY, pen);
-    surface.Line(middle.X + behind * halfX, middle.Y + behind * halfY, at.To.X, at.To.Y, pen);
+  const Pen pen{.Color = line.Color};
+  if (at.Behind < 1) {
+    const double shownX = at.HalfX * (1 - at.Behind);
+    const double shownY = at.HalfY * (1 - at.Behind);
+    surface.Line(at.From.X, at.From.Y, at.From.X + shownX, at.From.Y + shownY, pen);
+    surface.Line(at.To.X - shownX, at.To.Y - shownY, at.To.X, at.To.Y, pen);
+  } else if (at.HalfX != 0 || at.HalfY != 0) {
+    surface.Line(at.From.X, at.From.Y, at.To.X, at.To.Y, pen);
   }
   surface.Print(line.Text, at.Left, at.Top, CallFont(scene), line.Color);
 }

@@ -104,9 +104,10 @@ TEST_F(TiesOnTheMap, TwoPressesTieTwoAircraftAndTheLineFollowsThem) {
   Surface.Calls.clear();
   DrawTies(Tied(), Surface);
   // "BRAA 090/54, 25 000, manoeuvring": 32 characters of 90 units, 2880 wide, 195 high; its middle is at 5070. The line
-  // is 1500 long, less than its text: there is no room for it.
-  EXPECT_THAT(Surface.Calls, ElementsAre(SurfaceCall{
-                                 "print", {5070 - 1440, 4402.5}, 16711935, 0, "BRAA 090/54, 25 000, manoeuvring"}));
+  // is 1500 long, less than its text, which therefore stands 45 above it.
+  EXPECT_THAT(Surface.Calls,
+              ElementsAre(SurfaceCall{"line", {4320, 4500, 5820, 4500}, 16711935, 1},
+                          SurfaceCall{"print", {5070 - 1440, 4260}, 16711935, 0, "BRAA 090/54, 25 000, manoeuvring"}));
 
   other.X = 700;  // 300 map units, 161.99 miles
   Extra.TIECOLOR = 99;

@@ -74,6 +74,7 @@ TEST_F(TiesOnTheMapWindow, TwoPressesWithCtrlTieAndTheTextTakesTheLineAway) {
   EXPECT_NE(Map(), before);
   Snapshot("140");
   EXPECT_EQ(Text(), "BRAA 089/88, 25 000, hot");
+  Snapshot("290");  // far enough for a text of any font
   Press((Player() + Bandit()) / 2);
   EXPECT_TRUE(Ties().All.empty());
   EXPECT_EQ(View().AnchorX, anchor);
