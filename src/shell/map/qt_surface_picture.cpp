@@ -61,7 +61,7 @@ void QtSurface::CopyPicture(const base::Picture& picture, const map::SourceRect&
                      source.width() * scaleX, source.height() * scaleY);
   const bool usual = std::max(scaleX, scaleY) < MostScale;
   FillAround(target, usual ? Covered(place, image.size()) : QRect(), ground);
-  const QImage& level = levels.Level(picture, std::max(scaleX, scaleY));
+  const QImage& level = levels.Level(picture, std::max(scaleX, scaleY), source);
   const double levelX = static_cast<double>(level.width()) / picture.Width;
   const double levelY = static_cast<double>(level.height()) / picture.Height;
   QPainter painter(&target);
