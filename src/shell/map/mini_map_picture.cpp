@@ -4,6 +4,7 @@
 #include <QPainter>
 
 #include "map/units.h"
+#include "shell/map/picture_levels.h"
 #include "shell/parts/guard.h"
 #include "shell/parts/look.h"
 
@@ -15,6 +16,13 @@ constexpr QColor BoxEdge(0, 0, 0, 150);
 constexpr QColor BoxLine(255, 255, 255, 230);
 /// What the wider of its pens covers beyond the outline, pixels.
 constexpr int BoxMargin = 2;
+
+QImage Scaled(const base::Picture& picture, QSize side, double ratio) {
+  const QImage whole(picture.Pixels, picture.Width, picture.Height, picture.Stride, QImage::Format_RGB32);
+  QImage small = whole.scaled((QSizeF(side) * ratio).toSize(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+  small.setDevicePixelRatio(ratio);
+  return small;
+}
 
 }  // namespace
 
@@ -59,26 +67,47 @@ QRectF MiniMapPicture::Box() const {
   return {box.Left / unit, box.Top / unit, box.Width / unit, box.Height / unit};
 }
 
-QPixmap MiniMapPicture::Scaled() const {
+bool MiniMapPicture::IsStale() const {
+  return source.Pixels != program.State.MapPicture.Pixels || groundSide != size() || groundRatio != devicePixelRatioF();
+}
+
+void MiniMapPicture::ScalePicture() {
+  // One at a time: the end of the one that runs paints, and so comes back here.
+  if (scaling.valid()) return;
+  const base::Picture picture = program.State.MapPicture;
+  const QSize side = size();
   const double ratio = devicePixelRatioF();
-  const QImage whole(source.Pixels, source.Width, source.Height, source.Stride, QImage::Format_RGB32);
-  QImage small = whole.scaled((QSizeF(size()) * ratio).toSize(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-  small.setDevicePixelRatio(ratio);
-  return QPixmap::fromImage(std::move(small));
+  const auto take = [this, picture, side, ratio](const QImage& small) {
+    source = picture;
+    groundSide = side;
+    groundRatio = ratio;
+    ground = QPixmap::fromImage(small);
+    ++scalings;
+  };
+  if (scalings > 0 && qsizetype{picture.Width} * picture.Height <= PictureLevels::MostAtOnce) {
+    take(Scaled(picture, side, ratio));
+    return;
+  }
+  scaling = std::async(std::launch::async, [this, take, picture, side, ratio] {
+    const QImage small = Scaled(picture, side, ratio);
+    QMetaObject::invokeMethod(
+        this,
+        [this, take, small] {
+          scaling = {};
+          take(small);
+          update();
+        },
+        Qt::QueuedConnection);
+  });
 }
 
 void MiniMapPicture::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const base::Picture& picture = program.State.MapPicture;
-  if (picture.Empty()) {
+  if (!picture.Empty() && IsStale()) Guarded(program.Log, "Mini map", [this] { ScalePicture(); });
+  if (picture.Empty() || IsStale() || ground.isNull()) {
     painter.fillRect(rect(), MapSurround(palette()));
   } else {
-    if (ground.isNull() || ground.deviceIndependentSize() != QSizeF(size()) ||
-        ground.devicePixelRatio() != devicePixelRatioF() || source.Pixels != picture.Pixels) {
-      source = picture;
-      ground = Scaled();
-      ++scalings;
-    }
     painter.drawPixmap(0, 0, ground);
   }
   shownBox = Box();

@@ -2,6 +2,7 @@
 
 #include <QPixmap>
 #include <QWidget>
+#include <future>
 
 #include "core/program.h"
 #include "map/mini_map.h"
@@ -9,7 +10,8 @@
 namespace kestrel::shell {
 
 /// Picture1 of the mini map. The theater's picture is scaled once, when it is first painted, and not again until
-/// another picture or another size comes; the box is painted over it.
+/// another picture or another size comes; the box is painted over it. The first time, when the map is still to be
+/// seen, and always when the picture is large, that happens on another thread; until it is done the box stands alone.
 class MiniMapPicture final : public QWidget {
   Q_OBJECT
  public:
@@ -34,7 +36,9 @@ class MiniMapPicture final : public QWidget {
   void TakePointer(QPointF position);
   /// The outline of the box, pixels.
   QRectF Box() const;
-  QPixmap Scaled() const;
+  bool IsStale() const;
+  /// Scales the picture, or has that begun; what is begun for another picture or size is not shown.
+  void ScalePicture();
 
   core::Program& program;
   double scale = 1;       ///< view-unit pixels to the mini map's pixel
@@ -42,8 +46,11 @@ class MiniMapPicture final : public QWidget {
   double MiniMouseY = 0;
   base::Picture source;  ///< what `ground` was made from; kept, so that its pixels are not another's
   QPixmap ground;
+  QSize groundSide;  ///< of the widget for which it was made, and its devicePixelRatio
+  double groundRatio = 0;
   QRectF shownBox;
   int scalings = 0;
+  std::future<void> scaling;  ///< on its thread; waited for by the end, before anything else of this goes
 };
 
 }  // namespace kestrel::shell
