@@ -2,10 +2,13 @@
 
 #include <cstdint>
 #include <exception>
+#include <filesystem>
+#include <future>
 #include <string>
 #include <utility>
 
 #include "base/picture_replacement.h"
+#include "core/early_windows.h"
 #include "core/settings.h"
 #include "core/theater_data.h"
 #include "theaters/catalogue.h"
@@ -52,7 +55,20 @@ void SaveEverything(Program& program) {
 }
 
 void LoadMapPicture(Program& program) {
-  program.State.MapPicture = ReadMapPicture(program, program.State.Catalogue.Current());
+  const std::uint32_t start = program.Log.Time().TickCount();
+  const std::filesystem::path path = TheaterPath(program.State, program.State.Catalogue.Current().Pic);
+  // Only the file and the pixels are the other thread's; without one it is read when it is asked for.
+  std::future<base::Picture> picture =
+      std::async(std::launch::async | std::launch::deferred, [&path] { return base::LoadPicture(path); });
+  auto* const windows = dynamic_cast<EarlyWindows*>(&program.Shown);
+  if (windows != nullptr) windows->MakeMainFrm(true);
+  try {
+    program.State.MapPicture = picture.get();
+  } catch (...) {
+    if (windows != nullptr) windows->MakeMainFrm(false);
+    throw;
+  }
+  program.Log.LogDuration("Loaded the map picture", start);
 }
 
 base::Changed ResetTheaterData(Program& program) {

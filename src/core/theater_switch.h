@@ -13,7 +13,8 @@ namespace kestrel::core {
 /// SaveAll. What cannot be saved is told in a box, unless the start has told that nothing can be.
 void SaveEverything(Program& program);
 
-/// Loads the current theater's picture. RuntimeFailure when it cannot be read; MapPicture is then as it was.
+/// Start: loads the current theater's picture and has EarlyWindows made beside it. RuntimeFailure when it cannot be
+/// read; MapPicture is then as it was and there are no windows.
 void LoadMapPicture(Program& program);
 
 /// View whole and centred, bullseye and anchor placed, then LoadTheaterData. Returns what is to be redrawn.

@@ -9,8 +9,16 @@
 
 namespace kestrel::shell {
 
+void StationWindows::MakeMainFrm(bool made) {
+  if (!made) {
+    frame.reset();
+  } else if (!frame) {
+    frame = std::make_unique<MDIForm1>(*program, modal);
+  }
+}
+
 void StationWindows::ShowMainFrm() {
-  frame = std::make_unique<MDIForm1>(*program, modal);
+  MakeMainFrm(true);
   modal.ShowFloating = [this](bool show) { frame->Tools().ShowAllWindows(show); };
   frame->show();
   core::RunSteps(core::FrameLoadSteps(), *program);

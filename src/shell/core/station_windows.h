@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 
+#include "core/early_windows.h"
 #include "core/program.h"
 #include "core/windows.h"
 #include "link/session.h"
@@ -15,7 +16,7 @@
 namespace kestrel::shell {
 
 /// The windows as the rooms see them: makes the frame, refreshes each view that has changed, asks for the channel.
-class StationWindows final : public core::Windows, public link::SessionHost {
+class StationWindows final : public core::Windows, public core::EarlyWindows, public link::SessionHost {
  public:
   /// `dialogs` outlives the windows.
   explicit StationWindows(ModalCount& dialogs) : modal(dialogs) {}
@@ -25,6 +26,7 @@ class StationWindows final : public core::Windows, public link::SessionHost {
   MDIForm1* Frame() { return frame.get(); }
   void DeleteWindows();
 
+  void MakeMainFrm(bool made) override;
   void ShowMainFrm() override;
   void PlaceToolWindows() override;
   void OpenFreqFrm() override;

@@ -47,6 +47,18 @@ TEST_F(RunStationTest, FailedStartEndsItWithOneAfterItsBox) {
                            "or reinstall the program. The program will exit now..."));
 }
 
+TEST_F(RunStationTest, APictureThatCannotBeReadEndsItWithOneAfterItsBoxAlone) {
+  Write("Theaters/one.png", "no picture");
+  int frames = -1;
+  InNextDialog([&](QWidget& dialog) {
+    EXPECT_TRUE(qobject_cast<QMessageBox*>(&dialog)->text().contains(QStringLiteral("(Main)")));
+    frames = RunningFrame() == nullptr ? 0 : 1;
+    QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdOk")), Qt::LeftButton);
+  });
+  EXPECT_EQ(RunStation(Path(), {globalKeys, voiceWindows}), 1);
+  EXPECT_EQ(frames, 0);
+}
+
 TEST_F(RunStationTest, SessionRunsFromPhonebookToFarewell) {
   QTcpServer server;
   ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
