@@ -2,10 +2,14 @@
 
 #include <QElapsedTimer>
 #include <QTimer>
+#ifdef __linux__
+#include <sys/mman.h>
+#endif
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <utility>
 #include <vector>
 
@@ -34,6 +38,24 @@ const std::uint32_t* Row(const QImage& image, int y) {
 }
 
 std::uint32_t* Row(QImage& image, int y) { return reinterpret_cast<std::uint32_t*>(image.scanLine(y)); }
+
+/// An image of any pixels; null where there is no memory for it. A large one is in large pages, where the system has
+/// them: it costs more to get small ones than to fill them.
+QImage NewImage(QSize size) {
+#ifdef __linux__
+  constexpr std::size_t largePage = std::size_t{2} << 20;
+  const std::size_t bytes = static_cast<std::size_t>(size.width()) * static_cast<std::size_t>(size.height()) * 4;
+  if (bytes >= 2 * largePage) {
+    const std::size_t whole = (bytes + largePage - 1) / largePage * largePage;
+    void* const memory = std::aligned_alloc(largePage, whole);
+    if (memory == nullptr) return {};
+    madvise(memory, whole, MADV_HUGEPAGE);
+    return {static_cast<uchar*>(memory), size.width(), size.height(), qsizetype{size.width()} * 4,
+            QImage::Format_RGB32,        std::free,    memory};
+  }
+#endif
+  return {size, QImage::Format_RGB32};
+}
 
 /// `count` pixels of a level from two rows of the one before.
 void HalveRows(const std::uint32_t* upper, const std::uint32_t* lower, int count, std::uint32_t* out) {
@@ -69,7 +91,7 @@ class PictureLevels::Made {
     const QSize size = SizeOf(1);
     const int columns = (size.width() + PartSide - 1) / PartSide;
     if (half.isNull()) {
-      half = QImage(size, QImage::Format_RGB32);
+      half = NewImage(size);
       if (half.isNull()) return whole;
       parts.assign(
           static_cast<std::size_t>(columns) * static_cast<std::size_t>((size.height() + PartSide - 1) / PartSide),
@@ -116,7 +138,7 @@ class PictureLevels::Made {
     if (smaller.empty() || rows == smaller.back().height()) {
       const QSize next = SizeOf(smaller.size() + 2);
       if (next.isEmpty()) return false;
-      QImage image(next, QImage::Format_RGB32);
+      QImage image = NewImage(next);
       if (image.isNull()) return false;
       smaller.push_back(std::move(image));
       rows = 0;
