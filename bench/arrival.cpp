@@ -3,6 +3,7 @@
 // each cycle and with some that come and go, with the log off and on. Then what a message costs beside more clients and
 // behind longer histories, and what a client's leaving costs, the rows of the list among it. All ratios come from one
 // run.
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -197,6 +198,15 @@ void Bare(std::string_view bytes) {
   }
 }
 
+/// What a log costs at the least: the system takes the bytes of each message in a write of its own.
+void BareWrites(std::string_view bytes, int file) {
+  while (!bytes.empty()) {
+    const std::string_view message = bytes.substr(0, bytes.find('\0'));
+    sink += static_cast<double>(write(file, message.data(), message.size()));
+    bytes.remove_prefix(message.size() + 1);
+  }
+}
+
 double Microseconds(const std::function<void()>& work) {
   const auto start = Clock::now();
   work();
@@ -232,19 +242,28 @@ void OneCycle(const CycleRun& run) {
   const std::filesystem::path log =
       std::filesystem::path(KESTREL_BINARY_DIR) / ("bench-arrival-" + std::to_string(getpid()) + ".log");
   if (run.Logged) world.Log.Open(log);
-  std::vector<double> bare, whole;
+  const std::filesystem::path other = log.string() + ".bare";
+  const int file = run.Logged ? open(other.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666) : -1;
+  std::vector<double> bare, whole, writes;
   for (int round = 0; round < Rounds; ++round) {
     const std::string& cycle = cycles[static_cast<std::size_t>(round % Cycles)];
     bare.push_back(Microseconds([&] { Bare(cycle); }));
     whole.push_back(Microseconds([&] { world.Socket.Arrive(cycle); }));
+    if (file >= 0) writes.push_back(Microseconds([&] { BareWrites(cycle, file); }));
   }
+  if (file >= 0) close(file);
   if (run.Logged) {
+    std::filesystem::remove(other);
     world.Log.File.Close();
     std::filesystem::remove(log);
   }
   std::printf("%s (medians of %d):\n", run.Title, Rounds);
   std::printf("  bare loop %8.3f ms\n  session   %8.3f ms\n  ratio     %8.2f%s\n", Median(bare) / 1000,
               Median(whole) / 1000, Median(whole) / Median(bare), run.Goal);
+  if (!writes.empty()) {
+    std::printf("  a bare write for each message %.3f ms, %.2f of the bare loop\n", Median(writes) / 1000,
+                Median(writes) / Median(bare));
+  }
 }
 
 /// Nanoseconds for one INDATA with that many clients, each with that many earlier positions.
