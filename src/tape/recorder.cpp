@@ -112,9 +112,10 @@ std::optional<double> Recorder::MinutesLeft(std::uint64_t freeBytes) const {
   const auto growth = static_cast<double>(GrowthOfClient * lastClients);
   const double cycle =
       std::accumulate(cycles.begin(), cycles.end(), 0.0) / static_cast<double>(cycles.size()) / MillisecondsPerMinute;
-  // n records more take n * bytes + n * n / 2 * growth; the root in the form that knows growth 0.
+  // n records more take n * bytes + n * (n + 1) / 2 * growth; the root in the form that knows growth 0.
   const auto room = static_cast<double>(freeBytes);
-  const double records = 2 * room / (bytes + std::sqrt(bytes * bytes + 2 * growth * room));
+  const double linear = bytes + growth / 2;
+  const double records = 2 * room / (linear + std::sqrt(linear * linear + 2 * growth * room));
   return records * cycle;
 }
 

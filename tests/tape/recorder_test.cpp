@@ -155,6 +155,22 @@ TEST(MinutesLeft, IsWhatTheRestOfTheDiskTakesAsRecordsGrow) {
   EXPECT_EQ(recorder.MinutesLeft(0), 0);
 }
 
+TEST(MinutesLeft, IsThatOfTheSumOfTheRecords) {
+  const test::TempFolder folder;
+  Recorder recorder;
+  recorder.RecordingStart(folder.Path(), Start, head);
+  link::Tables tables;
+  tables.Clients.Append({});
+  for (int n = 0; n < 10; ++n) recorder.ComputeRecData(tables, Start, 1000);
+  // The time 8, the aircraft 10 + 29, the clients 10; each of the two, the dummy among them, 52 + 10 + 16.
+  ASSERT_EQ(recorder.Bytes(), 41 + 10 * 213u);
+  // 60 records: 60 * 213 + (1 + ... + 60) * 16 = 12780 + 1830 * 16. 600: 127800 + 180300 * 16.
+  EXPECT_NEAR(recorder.MinutesLeft(42'060).value(), 1, 1e-9);
+  EXPECT_NEAR(recorder.MinutesLeft(3'012'600).value(), 10, 1e-9);
+  // 8 hours: 28800 * 213 + 28800 * 28801 / 2 * 16.
+  EXPECT_NEAR(recorder.MinutesLeft(6'641'884'800).value(), 480, 1e-9);
+}
+
 TEST(MinutesLeft, KnowsRecordsThatDoNotGrow) {
   const test::TempFolder folder;
   Recorder recorder;
