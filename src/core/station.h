@@ -57,6 +57,7 @@ struct EditorPositions {
 struct Tapes {
   tape::Recorder Recorder;
   std::optional<std::uint64_t> FreeBytes;  ///< where the tape is recorded; nothing when that is not known
+  std::optional<double> FullAt;            ///< the date when the disk will be full, when less than a day ahead
   bool SpaceTold = false;                  ///< the person knows that the present tape will soon have no room
   /// How much room a folder has: the system's answer, and a test's own.
   std::function<std::optional<std::uint64_t>(const std::filesystem::path&)> FreeSpace = base::FreeSpace;

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "base/clock.h"
 #include "base/files.h"
 #include "base/numbers.h"
 #include "core/tell.h"
@@ -16,6 +17,7 @@ using base::Changed;
 constexpr const char* RecordingTitle = "Recording";
 /// With fewer minutes than this until the disk is full the person is told, once.
 constexpr double FewMinutes = 10;
+constexpr double MinutesPerDay = 24 * 60;
 /// With more than this he may be told again. Far from the other, since the rate of the tape is never quite the same.
 constexpr double ManyMinutes = 20;
 
@@ -84,18 +86,25 @@ std::optional<std::string> EndTape(Station& station) {
   }
 }
 
+/// The hour and minute of a time.
+std::string HourText(double date) { return base::TimeText(date).substr(0, 5); }
+
 /// Takes the free space beside the tape into the state and tells when it will soon be used up.
 void FollowSpace(Program& program) {
   Tapes& tapes = program.State.Tapes;
   tapes.FreeBytes = tapes.FreeSpace(tapes.Recorder.Path().parent_path());
+  tapes.FullAt.reset();
   if (!tapes.FreeBytes) return;
   const std::optional<double> minutes = tapes.Recorder.MinutesLeft(*tapes.FreeBytes);
   if (!minutes) return;
+  if (*minutes < MinutesPerDay) tapes.FullAt = program.Log.Time().Now() + *minutes / MinutesPerDay;
   if (*minutes > ManyMinutes) tapes.SpaceTold = false;
   if (tapes.SpaceTold || *minutes >= FewMinutes) return;
   tapes.SpaceTold = true;
   TellRecording(program, "The disk will be full in less than 10 minutes if the recording goes on as it does: " +
-                             SizeText(*tapes.FreeBytes) + " are free, and the tape grows faster the longer it is.");
+                             SizeText(*tapes.FreeBytes) +
+                             " are free, and the tape grows faster the longer it is. It will be full at " +
+                             HourText(*tapes.FullAt) + ".");
 }
 
 }  // namespace
@@ -111,6 +120,7 @@ void RecordingStart(Program& program) {
   try {
     station.Tapes.Recorder.RecordingStart(TapesFolder(station), program.Log.Time().Now(), start);
     station.Tapes.SpaceTold = false;
+    station.Tapes.FullAt.reset();
     station.Tapes.FreeBytes = station.Tapes.FreeSpace(station.Tapes.Recorder.Path().parent_path());
   } catch (const base::RuntimeFailure& failure) {
     program.Log.LogLine(failure.what());
@@ -170,6 +180,7 @@ std::string RecordingTip(const Station& station) {
   if (!station.Tapes.Recorder.Recording()) return "Not recording";
   std::string tip = "Recording: " + SizeText(station.Tapes.Recorder.Bytes()) + " on the tape";
   if (station.Tapes.FreeBytes) tip += ", " + SizeText(*station.Tapes.FreeBytes) + " free";
+  if (station.Tapes.FullAt) tip += ", full at " + HourText(*station.Tapes.FullAt);
   return tip;
 }
 

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "base/clock.h"
 #include "core/taping_fixture.h"
 #include "doubles/full_disk.h"
 
@@ -12,6 +13,7 @@ using base::Changed;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using testing::SizeIs;
 using testing::StartsWith;
 
@@ -292,6 +294,45 @@ TEST_F(Taping, LessThanTenMinutesOfRoomAreToldOnce) {
   RecordingStart(All);
   for (int n = 0; n < 10; ++n) Synchronise();
   EXPECT_THAT(Desk.Boxes, SizeIs(2));
+}
+
+TEST_F(Taping, TheHourAtWhichTheDiskIsFullIsToldLessThanADayAhead) {
+  std::optional<std::uint64_t> room = 10'000'000;
+  State.Tapes.FreeSpace = [&room](const std::filesystem::path&) { return room; };
+  const auto minutes = [&] { return State.Tapes.Recorder.MinutesLeft(*room).value(); };
+  Connect();
+  WS1.Arrive(NewPlayer);
+  RecordingStart(All);
+  for (int n = 0; n < 10; ++n) Synchronise();
+  EXPECT_THAT(RecordingTip(State), EndsWith(", 10.0 MB free")) << "no rate is known yet";
+  Clock.Date = 46347 + 21.0 / 24;
+  Synchronise();
+  ASSERT_GT(minutes(), 10);
+  ASSERT_LT(minutes(), 24);
+  const std::string hour = base::TimeText(Clock.Date + minutes() / 1440).substr(0, 5);
+  EXPECT_THAT(hour, StartsWith("21:"));
+  EXPECT_THAT(RecordingTip(State), EndsWith(", 10.0 MB free, full at " + hour));
+  room = 1'000'000'000'000;
+  Synchronise();
+  ASSERT_GT(minutes(), 1440);
+  EXPECT_THAT(RecordingTip(State), EndsWith(" free"));
+  // Past midnight it is the hour of the next day.
+  room = 10'000'000;
+  Clock.Date = 46347 + 23.9 / 24;
+  Synchronise();
+  EXPECT_THAT(RecordingTip(State), HasSubstr("10.0 MB free, full at 00:"));
+  room = 3000;
+  Synchronise();
+  ASSERT_THAT(Desk.Boxes, SizeIs(1));
+  EXPECT_THAT(Desk.Boxes[0].Text,
+              EndsWith(": 3.0 kB are free, and the tape grows faster the longer it is. It will be full at 23:54."));
+  room = std::nullopt;
+  Synchronise();
+  EXPECT_THAT(RecordingTip(State), Not(HasSubstr("full at")));
+  RecordingEnd(All);
+  Clock.Date = 46349;
+  RecordingStart(All);
+  EXPECT_THAT(RecordingTip(State), Not(HasSubstr("full at")));
 }
 
 TEST_F(Taping, RoomThatRunsOutAgainIsToldAgain) {
