@@ -31,22 +31,13 @@ bool AllFinite(Values... values) {
 
 QPointF Bounded(double x, double y) { return {std::clamp(x, -FarLine, FarLine), std::clamp(y, -FarLine, FarLine)}; }
 
-/// Few pixels, so that a call of memcpy for each run would be much of it.
-void CopyPixels(uchar* to, const uchar* from, int pixels) {
-  constexpr int together = PaintedCells::CellPixels;
-  for (; pixels >= together; pixels -= together, to += together * 4, from += together * 4) {
-    std::memcpy(to, from, together * 4);
-  }
-  std::memcpy(to, from, static_cast<std::size_t>(pixels) * 4);
-}
-
 void CopyRuns(const PaintedCells& cells, const QImage& from, QImage& to) {
   const uchar* source = from.constBits();
   uchar* target = to.bits();
   const qsizetype stride = to.bytesPerLine();
   cells.ForEachRun([&](int x, int y, int width) {
     const qsizetype offset = y * stride + x * 4;
-    CopyPixels(target + offset, source + offset, width);
+    std::memcpy(target + offset, source + offset, static_cast<std::size_t>(width) * 4);
   });
 }
 
@@ -270,13 +261,12 @@ void QtSurface::Print(std::string_view text, double x, double y, const map::Text
 void QtSurface::Touch(int x, int y, int width, int height) {
   if (captured && !kept.Holds(x, y, width, height)) {
     if (snapshot.isNull()) snapshot = QImage(image.size(), image.format());
-    Prefetch(snapshot, {x, y, width, height});
     uchar* to = snapshot.bits();
     const uchar* from = image.constBits();
     const qsizetype stride = image.bytesPerLine();
     kept.MarkNew(x, y, width, height, [&](int runX, int row, int runWidth) {
       const qsizetype offset = row * stride + runX * 4;
-      CopyPixels(to + offset, from + offset, runWidth);
+      std::memcpy(to + offset, from + offset, static_cast<std::size_t>(runWidth) * 4);
     });
   }
   if (!fresh.All()) fresh.Mark(x, y, width, height);
