@@ -12,62 +12,19 @@
 
 #include "core/settings.h"
 #include "project_paths.h"
+#include "seen_colours.h"
 #include "station_folder.h"
 
 namespace kestrel::core {
 namespace {
 
-using Linear = std::array<double, 3>;
-using Lab = std::array<double, 3>;
+using test::Eye;
+using test::Eyes;
+using test::Lab;
+using test::Seen;
 
-/// Linear light of one part of a colour of sRGB.
-double LinearOf(std::uint8_t part) {
-  const double value = part / 255.0;
-  return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-}
-
-using Matrix = std::array<Linear, 3>;
-
-/// What an eye sees of linear light: all of it, and the matrices of Machado, Oliveira and Fernandes (2009) for the
-/// whole loss of one kind of cone.
-struct Eye {
-  const char* Name;
-  Matrix Sees;
-};
-constexpr Eye Eyes[] = {
-    {"usual", {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}}},
-    {"protanopia",
-     {{{0.152286, 1.052583, -0.204868}, {0.114503, 0.786281, 0.099216}, {-0.003882, -0.048116, 1.051998}}}},
-    {"deuteranopia",
-     {{{0.367322, 0.860646, -0.227968}, {0.280085, 0.672501, 0.047413}, {-0.011820, 0.042940, 0.968881}}}},
-    {"tritanopia",
-     {{{1.255528, -0.076749, -0.178779}, {-0.078411, 0.930809, 0.147602}, {0.004733, 0.691367, 0.303900}}}},
-};
-
-Linear Seen(const Matrix& sees, base::Colour colour) {
-  const Linear light = {LinearOf(base::RedOf(colour)), LinearOf(base::GreenOf(colour)), LinearOf(base::BlueOf(colour))};
-  Linear seen{};
-  for (std::size_t row = 0; row < 3; ++row) {
-    for (std::size_t column = 0; column < 3; ++column) seen[row] += sees[row][column] * light[column];
-    seen[row] = std::clamp(seen[row], 0.0, 1.0);
-  }
-  return seen;
-}
-
-/// CIELAB of linear sRGB, white D65.
-Lab LabOf(const Linear& light) {
-  const auto f = [](double part) { return part > 216.0 / 24389 ? std::cbrt(part) : (24389.0 / 27 * part + 16) / 116; };
-  const auto [r, g, b] = light;
-  const double x = f((0.4124564 * r + 0.3575761 * g + 0.1804375 * b) / 0.95047);
-  const double y = f(0.2126729 * r + 0.7151522 * g + 0.0721750 * b);
-  const double z = f((0.0193339 * r + 0.1191920 * g + 0.9503041 * b) / 1.08883);
-  return {116 * y - 16, 500 * (x - y), 200 * (y - z)};
-}
-
-double Apart(const Matrix& sees, base::Colour one, base::Colour other) {
-  const Lab a = LabOf(Seen(sees, one));
-  const Lab b = LabOf(Seen(sees, other));
-  return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
+double Apart(const Eye& eye, base::Colour one, base::Colour other) {
+  return test::Distance(Seen(eye, one), Seen(eye, other));
 }
 
 constexpr std::pair<const char*, base::Colour> Set[] = {{"friend", EyeColours::Friend},
@@ -79,21 +36,21 @@ constexpr double Enough = 20;
 
 TEST(EyeColours, TheMeasureItselfIsRight) {
   // Black to white is 100 of lightness; a grey is the same grey to every eye; red has L 53.24, a 80.09, b 67.20.
-  for (const Eye& eye : Eyes) EXPECT_NEAR(Apart(eye.Sees, 0, 0xFFFFFF), 100, 0.01) << eye.Name;
-  const Lab red = LabOf(Seen(Eyes[0].Sees, 0x0000FF));
-  EXPECT_NEAR(red[0], 53.24, 0.01);
-  EXPECT_NEAR(red[1], 80.09, 0.01);
-  EXPECT_NEAR(red[2], 67.20, 0.01);
+  for (const Eye& eye : Eyes) EXPECT_NEAR(Apart(eye, 0, 0xFFFFFF), 100, 0.01) << eye.Name;
+  const Lab red = Seen(Eyes[0], 0x0000FF);
+  EXPECT_NEAR(red.L, 53.24, 0.01);
+  EXPECT_NEAR(red.A, 80.09, 0.01);
+  EXPECT_NEAR(red.B, 67.20, 0.01);
   // What the three kinds cannot tell well: a red and a green of one lightness to the first two.
-  EXPECT_GT(Apart(Eyes[0].Sees, 0x2020C0, 0x208020), 2 * Enough);
-  EXPECT_LT(Apart(Eyes[2].Sees, 0x2020C0, 0x208020), Apart(Eyes[0].Sees, 0x2020C0, 0x208020) / 2);
+  EXPECT_GT(Apart(Eyes[0], 0x2020C0, 0x208020), 2 * Enough);
+  EXPECT_LT(Apart(Eyes[2], 0x2020C0, 0x208020), Apart(Eyes[0], 0x2020C0, 0x208020) / 2);
 }
 
 TEST(EyeColours, EachPairIsToldApartByEveryEye) {
   for (const Eye& eye : Eyes) {
     for (std::size_t one = 0; one < std::size(Set); ++one) {
       for (std::size_t other = 0; other < one; ++other) {
-        EXPECT_GE(Apart(eye.Sees, Set[one].second, Set[other].second), Enough)
+        EXPECT_GE(Apart(eye, Set[one].second, Set[other].second), Enough)
             << Set[one].first << " and " << Set[other].first << ", " << eye.Name;
       }
     }
@@ -110,7 +67,7 @@ TEST(EyeColours, EachIsToldFromTheLowlandOfTheMap) {
     const base::Colour ground = part(3 * step) | part(3 * step + 1) << 8 | part(3 * step + 2) << 16;
     for (const Eye& eye : Eyes) {
       for (const auto& [name, colour] : Set) {
-        EXPECT_GE(Apart(eye.Sees, colour, ground), Enough) << name << " on " << step << ", " << eye.Name;
+        EXPECT_GE(Apart(eye, colour, ground), Enough) << name << " on " << step << ", " << eye.Name;
       }
     }
   }

@@ -2,9 +2,9 @@
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <QTimer>
 
 #include "map/units.h"
-#include "shell/map/picture_levels.h"
 #include "shell/parts/guard.h"
 #include "shell/parts/look.h"
 
@@ -72,39 +72,26 @@ bool MiniMapPicture::IsStale() const {
 }
 
 void MiniMapPicture::ScalePicture() {
-  // One at a time: the end of the one that runs paints, and so comes back here.
-  if (scaling.valid()) return;
-  const base::Picture picture = program.State.MapPicture;
-  const QSize side = size();
-  const double ratio = devicePixelRatioF();
-  const auto take = [this, picture, side, ratio](const QImage& small) {
-    source = picture;
-    groundSide = side;
-    groundRatio = ratio;
-    ground = QPixmap::fromImage(small);
-    ++scalings;
-  };
-  if (scalings > 0 && qsizetype{picture.Width} * picture.Height <= PictureLevels::MostAtOnce) {
-    take(Scaled(picture, side, ratio));
-    return;
+  if (!begun) {
+    // Its turn comes when all windows that are being shown have been painted.
+    begun = true;
+    QTimer::singleShot(0, this, [this] {
+      mapSeen = true;
+      update();
+    });
   }
-  scaling = std::async(std::launch::async, [this, take, picture, side, ratio] {
-    const QImage small = Scaled(picture, side, ratio);
-    QMetaObject::invokeMethod(
-        this,
-        [this, take, small] {
-          scaling = {};
-          take(small);
-          update();
-        },
-        Qt::QueuedConnection);
-  });
+  if (!mapSeen) return;
+  source = program.State.MapPicture;
+  groundSide = size();
+  groundRatio = devicePixelRatioF();
+  ground = QPixmap::fromImage(Scaled(source, groundSide, groundRatio));
+  ++scalings;
 }
 
 void MiniMapPicture::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const base::Picture& picture = program.State.MapPicture;
-  if (!picture.Empty() && IsStale()) Guarded(program.Log, "Mini map", [this] { ScalePicture(); });
+  if (!picture.Empty() && IsStale()) ScalePicture();
   if (picture.Empty() || IsStale() || ground.isNull()) {
     painter.fillRect(rect(), MapSurround(palette()));
   } else {

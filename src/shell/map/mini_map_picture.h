@@ -2,7 +2,6 @@
 
 #include <QPixmap>
 #include <QWidget>
-#include <future>
 
 #include "core/program.h"
 #include "map/mini_map.h"
@@ -10,8 +9,8 @@
 namespace kestrel::shell {
 
 /// Picture1 of the mini map. The theater's picture is scaled once, when it is first painted, and not again until
-/// another picture or another size comes; the box is painted over it. The first time, when the map is still to be
-/// seen, and always when the picture is large, that happens on another thread; until it is done the box stands alone.
+/// another picture or another size comes; the box is painted over it. At the start that waits until the map has been
+/// painted: the box stands alone for so long.
 class MiniMapPicture final : public QWidget {
   Q_OBJECT
  public:
@@ -37,7 +36,7 @@ class MiniMapPicture final : public QWidget {
   /// The outline of the box, pixels.
   QRectF Box() const;
   bool IsStale() const;
-  /// Scales the picture, or has that begun; what is begun for another picture or size is not shown.
+  /// Scales the picture; the first time it only sees to it that it is painted again when the map has been.
   void ScalePicture();
 
   core::Program& program;
@@ -50,7 +49,8 @@ class MiniMapPicture final : public QWidget {
   double groundRatio = 0;
   QRectF shownBox;
   int scalings = 0;
-  std::future<void> scaling;  ///< on its thread; waited for by the end, before anything else of this goes
+  bool begun = false;    ///< painted once
+  bool mapSeen = false;  ///< so that the map has been, too
 };
 
 }  // namespace kestrel::shell

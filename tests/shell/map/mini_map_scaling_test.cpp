@@ -1,4 +1,4 @@
-// The mini map's picture is scaled beside the rest: the first, and those of large pictures.
+// The mini map's picture is scaled when the map has been painted; it is the whole picture, whatever its size.
 #include "shell/map/measure_fixture.h"
 #include "shell/map/picture_levels.h"
 
@@ -53,44 +53,23 @@ TEST_F(MiniMapScaling, ALargeOneIsTheSameInEachSize) {
   EXPECT_EQ(Shown(), Scaled(204));
   station.MapOptions.MINIMAPSCALE = 4;
   windows.Refresh(base::Changed::MiniMap);
-  EXPECT_NE(Shown(), Scaled(256)) << "it is being scaled";
-  ASSERT_TRUE(WaitForScalings(2));
   EXPECT_EQ(Shown(), Scaled(256));
   EXPECT_EQ(Small().Scalings(), 2);
 }
 
-TEST_F(MiniMapScaling, WhatChangesMeanwhileIsShownInTheEnd) {
-  StartWith(LargeSide);
-  ASSERT_TRUE(WaitForScalings(1));
-  for (const int scale : {4, 2, 8}) {
-    station.MapOptions.MINIMAPSCALE = static_cast<std::int16_t>(scale);
-    windows.Refresh(base::Changed::MiniMap);
-    Shown();
-  }
-  EXPECT_TRUE(QTest::qWaitFor([this] { return Shown() == Scaled(128); }, 60000));
-}
-
-TEST_F(MiniMapScaling, AnotherTheaterMayComeMeanwhile) {
-  StartWith(LargeSide);
-  ASSERT_TRUE(WaitForScalings(1));
-  station.MapOptions.MINIMAPSCALE = 4;
-  windows.Refresh(base::Changed::MiniMap);
-  Shown();
-  Action("mnuTheatername_2").trigger();  // 512 map units, dark green
-  windows.Refresh(map::ChangeRes(View(), 0.125));
-  QImage green(128, 128, QImage::Format_RGB32);
-  green.fill(Qt::darkGreen);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return Shown() == green; }, 60000));
-}
-
-TEST_F(MiniMapScaling, TheEndMayComeMeanwhile) {
-  StartWith(LargeSide);
-  ASSERT_TRUE(WaitForScalings(1));
-  station.MapOptions.MINIMAPSCALE = 4;
-  windows.Refresh(base::Changed::MiniMap);
-  Shown();
-  windows.DeleteWindows();
+TEST_F(MiniMapScaling, TheFirstWaitsForTheMap) {
+  StationTest::SetUp();
+  picture = WritePicture(700);
+  Start();
+  Frame().Strip().Check(core::ToolWindow::MiniMap).setChecked(true);
+  MiniMap().MaxFrm();
+  MiniMapPicture other(program, nullptr);
+  other.Reload();
+  other.grab();
+  EXPECT_EQ(other.Scalings(), 0);
   QCoreApplication::processEvents();
+  other.grab();
+  EXPECT_EQ(other.Scalings(), 1);
 }
 
 }  // namespace

@@ -52,8 +52,8 @@ QImage Wrapped(const base::Picture& picture) {
 }
 
 /// A picture that is large enough for its levels to be made in idle time.
-constexpr int LargeSide = 2301;
-static_assert(qsizetype{LargeSide} * LargeSide > PictureLevels::MostAtOnce);
+constexpr int LevelsSide = 2301;
+static_assert(qsizetype{LevelsSide} * LevelsSide > PictureLevels::MostAtOnce);
 
 void WaitUntilDone(const PictureLevels& levels) {
   ASSERT_TRUE(QTest::qWaitFor([&levels] { return !levels.Busy(); }, 60000));
@@ -102,7 +102,7 @@ TEST(PictureLevels, OfTheHalfIsMadeWhatIsLookedAt) {
 }
 
 TEST(PictureLevels, ThoseOfALargePictureAreMadeBeforeTheyAreAskedFor) {
-  const Noise noise(LargeSide, LargeSide);
+  const Noise noise(LevelsSide, LevelsSide);
   PictureLevels levels;
   levels.Level(noise.Picture, 1);
   EXPECT_TRUE(levels.Busy());
@@ -116,7 +116,7 @@ TEST(PictureLevels, ThoseOfALargePictureAreMadeBeforeTheyAreAskedFor) {
 }
 
 TEST(PictureLevels, ThoseOfALargePictureMayBeAskedForBeforeTheyAreMade) {
-  const Noise noise(LargeSide, LargeSide);
+  const Noise noise(LevelsSide, LevelsSide);
   PictureLevels levels;
   const QImage expected = Halved(Halved(Wrapped(noise.Picture)));
   EXPECT_EQ(levels.Level(noise.Picture, 0.2), expected);
@@ -128,8 +128,8 @@ TEST(PictureLevels, ThoseOfALargePictureMayBeAskedForBeforeTheyAreMade) {
 }
 
 TEST(PictureLevels, AnotherPictureMayComeWhileTheyAreMade) {
-  Noise first(LargeSide, LargeSide);
-  const Noise second(LargeSide + 2, LargeSide);
+  Noise first(LevelsSide, LevelsSide);
+  const Noise second(LevelsSide + 2, LevelsSide);
   PictureLevels levels;
   levels.Level(first.Picture, 1);
   QCoreApplication::processEvents();
@@ -143,7 +143,7 @@ TEST(PictureLevels, AnotherPictureMayComeWhileTheyAreMade) {
 }
 
 TEST(PictureLevels, TheEndMayComeWhileTheyAreMade) {
-  Noise noise(LargeSide, LargeSide);
+  Noise noise(LevelsSide, LevelsSide);
   {
     PictureLevels levels;
     levels.Level(noise.Picture, 1);
@@ -156,7 +156,7 @@ TEST(PictureLevels, TheEndMayComeWhileTheyAreMade) {
 }
 
 TEST(PictureLevels, AMoveTakesTheWorkAlong) {
-  const Noise noise(LargeSide, LargeSide);
+  const Noise noise(LevelsSide, LevelsSide);
   PictureLevels first;
   first.Level(noise.Picture, 1);
   PictureLevels second = std::move(first);
