@@ -42,7 +42,7 @@ double SystemClock::Now() const {
   // The log asks at each of its lines.
   thread_local std::time_t second = -1;
   thread_local double date = 0;
-  const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
+  const std::time_t now = std::time(nullptr);
   if (now != second) {
     date = DateOf(LocalTime(now));
     second = now;
