@@ -1,4 +1,6 @@
 #include <cmath>
+#include <cstddef>
+#include <vector>
 
 #include "base/failure.h"
 #include "link/tables.h"
@@ -31,16 +33,24 @@ SurfacePoint SurfaceFromLatLong(const Scene& scene, double lat, double lon) {
   return SurfaceFromMap(scene.View, {feet.X / link::FeetPerMapUnit, feet.Y / link::FeetPerMapUnit});
 }
 
+/// The crossings of a latitude, from the first longitude to the one after the last.
+void FindCrossings(const Scene& scene, double lat, Range lons, std::vector<SurfacePoint>& crossings) {
+  crossings.clear();
+  for (double lon = lons.From; lon <= lons.To + 1; ++lon) crossings.push_back(SurfaceFromLatLong(scene, lat, lon));
+}
+
 /// One line north and one east from each crossing. Meridians slant by cell, since longitude shrinks with latitude.
 void DrawCells(const Scene& scene, Surface& surface, Range lats, Range lons, double shift, Pen pen) {
+  const Range shifted{lons.From + shift, lons.To + shift};
+  std::vector<SurfacePoint> here, north;
+  FindCrossings(scene, lats.From + shift, shifted, here);
   for (double lat = lats.From + shift; lat <= lats.To + shift; ++lat) {
-    for (double lon = lons.From + shift; lon <= lons.To + shift; ++lon) {
-      const SurfacePoint crossing = SurfaceFromLatLong(scene, lat, lon);
-      const SurfacePoint north = SurfaceFromLatLong(scene, lat + 1, lon);
-      const SurfacePoint east = SurfaceFromLatLong(scene, lat, lon + 1);
-      DrawGuarded([&] { surface.Line(crossing.X, crossing.Y, north.X, north.Y, pen); });
-      DrawGuarded([&] { surface.Line(crossing.X, crossing.Y, east.X, east.Y, pen); });
+    FindCrossings(scene, lat + 1, shifted, north);
+    for (std::size_t cell = 0; cell + 1 < here.size(); ++cell) {
+      DrawGuarded([&] { surface.Line(here[cell].X, here[cell].Y, north[cell].X, north[cell].Y, pen); });
+      DrawGuarded([&] { surface.Line(here[cell].X, here[cell].Y, here[cell + 1].X, here[cell + 1].Y, pen); });
     }
+    here.swap(north);
   }
 }
 
