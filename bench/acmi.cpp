@@ -18,11 +18,13 @@
 #include "project_paths.h"
 #include "tape-info/survey.h"
 #include "tape/recorder.h"
+#include "timing.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using namespace kestrel;
+using namespace bench;
 
 constexpr std::uint64_t TapeBytes = 100'000'000;
 constexpr int Players = 64;
@@ -32,23 +34,6 @@ constexpr double Second = 1 / 86400.0;
 constexpr int Rounds = 9;
 
 std::size_t sink = 0;
-
-/// Processor time, so that others on the machine do not count.
-double Milliseconds(const std::function<void()>& work) {
-  const auto now = [] {
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
-  };
-  const double start = now();
-  work();
-  return now() - start;
-}
-
-double Median(std::vector<double> values) {
-  std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
-  return values[values.size() / 2];
-}
 
 fs::path MakeTape(const fs::path& folder) {
   link::Tables tables;
@@ -103,9 +88,9 @@ void Measure(const fs::path& folder) {
   const fs::path tape = MakeTape(folder), text = folder / "a.txt.acmi", zip = folder / "a.zip.acmi";
   std::vector<double> telling, writing, packing;
   for (int round = 0; round < Rounds; ++round) {
-    telling.push_back(Milliseconds([&] { sink += tapeinfo::Report(tapeinfo::LookThrough(tape)).size(); }));
-    writing.push_back(Milliseconds([&] { Export(tape, text); }));
-    packing.push_back(Milliseconds([&] { Export(tape, zip); }));
+    telling.push_back(ProcessorMilliseconds([&] { sink += tapeinfo::Report(tapeinfo::LookThrough(tape)).size(); }));
+    writing.push_back(ProcessorMilliseconds([&] { Export(tape, text); }));
+    packing.push_back(ProcessorMilliseconds([&] { Export(tape, zip); }));
   }
   const auto megabytes = [](const fs::path& path) { return static_cast<double>(fs::file_size(path)) / 1e6; };
   std::printf("tape of %.1f MB, %d players, %d AI aircraft (processor time, medians of %d)\n", megabytes(tape), Players,

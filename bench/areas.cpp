@@ -26,11 +26,13 @@
 #include "areas/area_file.h"
 #include "base/files.h"
 #include "project_paths.h"
+#include "timing.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using namespace kestrel;
+using namespace bench;
 
 constexpr int Areas = 50'000;
 constexpr int Groups = 50;
@@ -41,29 +43,6 @@ constexpr std::size_t Chunk = 1 << 20;
 constexpr std::uint64_t WantedSpace = std::uint64_t{3} << 30;
 
 double sink = 0;
-
-double Milliseconds(const std::function<void()>& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
-
-/// What comes from the page cache is work of the processor alone: its time, so that others on the machine do not count.
-double ProcessorMilliseconds(const std::function<void()>& work) {
-  const auto now = [] {
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
-  };
-  const double start = now();
-  work();
-  return now() - start;
-}
-
-double Median(std::vector<double> values) {
-  std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
-  return values[values.size() / 2];
-}
 
 [[noreturn]] void Stop(const char* what) {
   std::perror(what);

@@ -19,35 +19,19 @@
 #include "base/files.h"
 #include "falcon/campaign.h"
 #include "falcon/lzss.h"
+#include "timing.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using namespace kestrel;
+using namespace bench;
 
 constexpr int Objectives = 4000;
 constexpr int Version = 108;
 constexpr int Rounds = 25;
 
 std::size_t sink = 0;
-
-double ProcessorMilliseconds(const std::function<void()>& work) {
-  const auto now = [] {
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
-  };
-  const double start = now();
-  work();
-  return now() - start;
-}
-
-double Median(const std::function<void()>& work) {
-  std::vector<double> values;
-  for (int round = 0; round < Rounds; ++round) values.push_back(ProcessorMilliseconds(work));
-  std::nth_element(values.begin(), values.begin() + Rounds / 2, values.end());
-  return values[Rounds / 2];
-}
 
 void Zeros(base::BinaryWriter& out, std::size_t count) { out.Text(std::string(count, '\0')); }
 
@@ -141,10 +125,10 @@ std::string CampaignBytes(const std::string& objectives, const std::string& pack
 void MeasureUnpacking(const std::string& plain, const std::string& packed) {
   // Both make a text of their own, as many times that the clock can tell.
   constexpr int times = 20;
-  const double unpacked = Median([&] {
+  const double unpacked = MedianMilliseconds(Rounds, [&] {
     for (int n = 0; n < times; ++n) sink += falcon::ExpandLzss(packed, plain.size()).size();
   });
-  const double copied = Median([&] {
+  const double copied = MedianMilliseconds(Rounds, [&] {
     for (int n = 0; n < times; ++n) {
       const std::string copy(plain);
       sink += static_cast<unsigned char>(copy[sink % copy.size()]);
@@ -161,7 +145,7 @@ void MeasureCampaign(const std::string& bytes) {
   base::MakeFolder(folder);
   const fs::path file = folder / "save1.cam";
   base::WriteWholeFile(file, bytes);
-  const double milliseconds = Median([&] {
+  const double milliseconds = MedianMilliseconds(Rounds, [&] {
     const falcon::World world = falcon::LoadCampaign(file, folder);
     if (world.Objectives.size() != Objectives) throw base::RuntimeFailure("not all objectives were read");
     sink += world.Objectives.size();

@@ -18,33 +18,19 @@
 #include "falcon/object_database.h"
 #include "falcon/xml_object_tables.h"
 #include "falcon/xml_writer.h"
+#include "timing.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using namespace kestrel;
+using namespace bench;
 
 constexpr std::size_t Classes = 5300;
 constexpr int Folders = 1200;
 constexpr int Rounds = 15;
 
 std::size_t sink = 0;
-
-double ProcessorMilliseconds(const std::function<void()>& work) {
-  const auto now = [] {
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
-  };
-  const double start = now();
-  work();
-  return now() - start;
-}
-
-double Median(std::vector<double> values) {
-  std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
-  return values[values.size() / 2];
-}
 
 void ParseForNothing(const std::string& text) {
   XML_Parser parser = XML_ParserCreate(nullptr);

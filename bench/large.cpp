@@ -4,8 +4,6 @@
 // after two seconds, in which the station may have prepared itself. Each run is a process of its own; peaks are the
 // system's figure for the ended process. How many runs of each kind there are may be told: large 3.
 
-#include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <QApplication>
@@ -30,6 +28,7 @@
 #include "base/file_replacement.h"
 #include "base/profile_file.h"
 #include "base/program_title.h"
+#include "child_run.h"
 #include "core/theater_switch.h"
 #include "platform/make_seams.h"
 #include "shell/core/run_station.h"
@@ -42,6 +41,7 @@ namespace kestrel {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace bench;
 
 constexpr int Side = 8192;
 constexpr QSize FrameSize(1920, 1120);
@@ -52,12 +52,6 @@ constexpr const char* Endings[] = {"png", "png", "jpg", "jpg"};
 void Fail(const std::string& what) {
   std::fprintf(stderr, "%s\n", what.c_str());
   std::exit(1);
-}
-
-double Milliseconds(const std::function<void()>& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
 
 // What is shown -------------------------------------------------------------------------------------------------------
@@ -236,31 +230,13 @@ using Figures = std::map<std::string, std::vector<double>>;
 /// Runs a program to its end and adds its time, its peak of memory and what it has told.
 void Run(const std::vector<std::string>& command, const fs::path& folder, Figures& figures) {
   fs::remove(folder / "told");
-  std::vector<char*> arguments;
-  for (const std::string& part : command) arguments.push_back(const_cast<char*>(part.c_str()));
-  arguments.push_back(nullptr);
-  const auto begin = std::chrono::steady_clock::now();
-  const pid_t child = fork();
-  if (child == 0) {
-    execv(arguments[0], arguments.data());
-    _exit(127);
-  }
-  int status = 0;
-  rusage usage{};
-  wait4(child, &status, 0, &usage);
-  const std::chrono::duration<double, std::milli> time = std::chrono::steady_clock::now() - begin;
-  if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) Fail(command[0] + " " + command[1] + " failed");
-  figures["time"].push_back(time.count());
-  figures["peak"].push_back(static_cast<double>(usage.ru_maxrss) / 1024);
+  const Cost cost = RunOnce(command);
+  figures["time"].push_back(cost.Milliseconds);
+  figures["peak"].push_back(cost.MiB);
   std::ifstream told(folder / "told");
   std::string what;
   double value = 0;
   while (std::getline(told, what, '\t') && told >> value && told.ignore()) figures[what].push_back(value);
-}
-
-double Median(std::vector<double> values) {
-  std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
-  return values[values.size() / 2];
 }
 
 void ReportSteps(const char* when, const Figures& figures) {

@@ -14,6 +14,7 @@
 #include "core/objective_world.h"
 #include "doubles/station_around.h"
 #include "falcon/ground_lines.h"
+#include "timing.h"
 
 namespace {
 
@@ -42,29 +43,12 @@ void operator delete(void* place, std::size_t) noexcept { operator delete(place)
 namespace {
 
 using namespace kestrel;
+using namespace bench;
 
 constexpr int Models = 100;
 constexpr int Objectives = 2000;
 constexpr int Buildings = 20;
 constexpr int Rounds = 9;
-
-double ProcessorMilliseconds(const std::function<void()>& work) {
-  const auto now = [] {
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
-  };
-  const double start = now();
-  work();
-  return now() - start;
-}
-
-double Median(const std::function<void()>& work) {
-  std::vector<double> values;
-  for (int round = 0; round < Rounds; ++round) values.push_back(ProcessorMilliseconds(work));
-  std::nth_element(values.begin(), values.begin() + Rounds / 2, values.end());
-  return values[Rounds / 2];
-}
 
 /// A tower of 40 storeys of ten corners each: 800 lines, of which ten lie on the ground.
 std::string Tower(int number) {
@@ -119,14 +103,14 @@ int main() {
   core::ObjectiveList list(data);
   list.SelectShown(true);
 
-  const double read = Median([&] {
+  const double read = MedianMilliseconds(Rounds, [&] {
     falcon::ModelStore models({disk.Path()}, {});
     falcon::ModelLines lines(models, {});
     for (int model = 1; model <= Models; ++model) lines.Of(model);
     if (lines.Boxes() + lines.Missing() > 0) std::exit(1);
   });
   std::size_t lineCount = 0, peak = 0;
-  const double imported = Median([&] {
+  const double imported = MedianMilliseconds(Rounds, [&] {
     doubles::StationAround<> around;
     falcon::ModelStore models({disk.Path()}, {});
     const std::size_t before = heldBytes;

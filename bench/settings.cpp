@@ -14,22 +14,13 @@
 
 #include "core/settings.h"
 #include "core/theater_data.h"
+#include "timing.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using namespace kestrel;
-
-double Milliseconds(const std::function<void()>& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
-
-double Median(std::vector<double> values) {
-  std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
-  return values[values.size() / 2];
-}
+using namespace bench;
 
 /// A program folder with so many theaters, and further lines in the section that names them.
 void Fill(const fs::path& folder, int theaters, int lines) {

@@ -3,8 +3,6 @@
 // file. Both run on the offscreen platform, turn by turn, and end themselves at that moment; the figures are the
 // system's for the ended process.
 
-#include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <QApplication>
@@ -17,8 +15,10 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "child_run.h"
 #include "platform/make_seams.h"
 #include "shell/core/run_station.h"
 #include "shell/parts/look.h"
@@ -26,41 +26,15 @@
 namespace {
 
 namespace fs = std::filesystem;
+namespace bench = kestrel::bench;
+using bench::Cost;
 
 constexpr int Rounds = 21;
-
-struct Cost {
-  double Milliseconds = 0;
-  double MiB = 0;
-};
-
-/// Runs `program` with `argument`s to its end.
-Cost RunOnce(const std::vector<std::string>& command) {
-  std::vector<char*> arguments;
-  for (const std::string& part : command) arguments.push_back(const_cast<char*>(part.c_str()));
-  arguments.push_back(nullptr);
-  const auto begin = std::chrono::steady_clock::now();
-  const pid_t child = fork();
-  if (child == 0) {
-    execv(arguments[0], arguments.data());
-    _exit(127);
-  }
-  int status = 0;
-  rusage usage{};
-  wait4(child, &status, 0, &usage);
-  const auto end = std::chrono::steady_clock::now();
-  if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
-    std::fprintf(stderr, "%s failed\n", command[0].c_str());
-    std::exit(1);
-  }
-  return {std::chrono::duration<double, std::milli>(end - begin).count(), static_cast<double>(usage.ru_maxrss) / 1024};
-}
 
 double Median(const std::vector<Cost>& costs, double Cost::*field) {
   std::vector<double> values;
   for (const Cost& cost : costs) values.push_back(cost.*field);
-  std::nth_element(values.begin(), values.begin() + Rounds / 2, values.end());
-  return values[Rounds / 2];
+  return bench::Median(std::move(values));
 }
 
 /// A program folder with the sample theater, a copy, so that the user's settings stay as they are.
@@ -104,13 +78,13 @@ void TurnIntoJpeg(Folder& folder) {
 void Compare(const char* kind, const fs::path& self, const Folder& folder, double timeGoal) {
   const std::vector<std::string> station = {self.string(), "station", folder.Root.string()};
   const std::vector<std::string> viewer = {(self.parent_path() / "start_baseline").string(), folder.Picture.string()};
-  RunOnce(station);
-  RunOnce(viewer);
+  bench::RunOnce(station);
+  bench::RunOnce(viewer);
   std::vector<Cost> stationCosts;
   std::vector<Cost> viewerCosts;
   for (int round = 0; round < Rounds; ++round) {
-    stationCosts.push_back(RunOnce(station));
-    viewerCosts.push_back(RunOnce(viewer));
+    stationCosts.push_back(bench::RunOnce(station));
+    viewerCosts.push_back(bench::RunOnce(viewer));
   }
   const auto print = [&](const char* what, const char* unit, double Cost::*field, double goal) {
     const double stationCost = Median(stationCosts, field);

@@ -27,12 +27,13 @@
 #include "tape/reader.h"
 #include "tape/record_writer.h"
 #include "tape/recorder.h"
+#include "timing.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using namespace kestrel;
-using Clock = std::chrono::steady_clock;
+using namespace bench;
 
 constexpr int Records = 45 * 60;
 constexpr int Players = 64;
@@ -44,29 +45,6 @@ constexpr std::uint64_t WantedSpace = std::uint64_t{5} << 30;
 constexpr int Rounds = 9;
 
 double sink = 0;
-
-double Microseconds(const std::function<void()>& work) {
-  const auto start = Clock::now();
-  work();
-  return std::chrono::duration<double, std::micro>(Clock::now() - start).count();
-}
-
-/// What comes from the page cache is work of the processor alone: its time, so that others on the machine do not count.
-double ProcessorMicroseconds(const std::function<void()>& work) {
-  const auto now = [] {
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) * 1e6 + static_cast<double>(time.tv_nsec) / 1e3;
-  };
-  const double start = now();
-  work();
-  return now() - start;
-}
-
-double Median(std::vector<double> values) {
-  std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
-  return values[values.size() / 2];
-}
 
 /// Megabytes of 10^6.
 double Megabytes(std::uint64_t bytes) { return static_cast<double>(bytes) / 1e6; }
@@ -171,15 +149,15 @@ fs::path MakeTape(const fs::path& folder) {
       append();
       continue;
     }
-    building.push_back(Microseconds([&] { writer.Record(world.Now(), world.Tables); }));
+    building.push_back(Milliseconds([&] { writer.Record(world.Now(), world.Tables); }));
     const std::string bytes = Joined(writer.Record(world.Now(), world.Tables));
     // Neither comes first every time.
-    if (n % 2 == 0) appending.push_back(Microseconds(append));
-    writing.push_back(Microseconds([&] { bare.Append(bytes); }));
-    if (n % 2 != 0) appending.push_back(Microseconds(append));
+    if (n % 2 == 0) appending.push_back(Milliseconds(append));
+    writing.push_back(Milliseconds([&] { bare.Append(bytes); }));
+    if (n % 2 != 0) appending.push_back(Milliseconds(append));
     if (n != *at) continue;
-    std::printf("  %6d %12zu %9.4f ms %9.4f ms %9.4f ms %7.2f\n", n, bytes.size(), Median(writing) / 1000,
-                Median(building) / 1000, Median(appending) / 1000, Median(appending) / Median(writing));
+    std::printf("  %6d %12zu %9.4f ms %9.4f ms %9.4f ms %7.2f\n", n, bytes.size(), Median(writing), Median(building),
+                Median(appending), Median(appending) / Median(writing));
     building.clear();
     appending.clear();
     writing.clear();
@@ -216,15 +194,15 @@ void CompareIndexing(const fs::path& path) {
   ReadOnce(bare);
   std::vector<double> reading, indexing;
   for (int round = 0; round < Rounds; ++round) {
-    reading.push_back(ProcessorMicroseconds([&] { ReadOnce(bare); }));
-    indexing.push_back(ProcessorMicroseconds([&] {
+    reading.push_back(ProcessorMilliseconds([&] { ReadOnce(bare); }));
+    indexing.push_back(ProcessorMilliseconds([&] {
       tape::TapeReader reader(path);
       sink += static_cast<double>(Index(reader).size());
     }));
   }
   std::printf("finding all records (processor time, medians of %d):\n", Rounds);
-  std::printf("  reading the file once %8.1f ms\n  indexing              %8.1f ms\n", Median(reading) / 1000,
-              Median(indexing) / 1000);
+  std::printf("  reading the file once %8.1f ms\n  indexing              %8.1f ms\n", Median(reading),
+              Median(indexing));
   std::printf("  ratio                 %8.2f   (goal: at most 0.5)\n", Median(indexing) / Median(reading));
 }
 
@@ -247,11 +225,11 @@ void CompareShowing(const fs::path& path, const char* title) {
     std::vector<char> bytes(positions[n + 1] - positions[n]);
     std::vector<double> reading, showing;
     for (int round = 0; round < 101; ++round) {
-      reading.push_back(ProcessorMicroseconds([&] { sink += static_cast<double>(bare.Read(positions[n], bytes)); }));
-      showing.push_back(ProcessorMicroseconds([&] { Show(reader, positions, n); }));
+      reading.push_back(ProcessorMilliseconds([&] { sink += static_cast<double>(bare.Read(positions[n], bytes)); }));
+      showing.push_back(ProcessorMilliseconds([&] { Show(reader, positions, n); }));
     }
     std::printf("  %6zu %12llu %12zu %9.4f ms %9.4f ms %7.2f\n", n + 1, static_cast<unsigned long long>(positions[n]),
-                bytes.size(), Median(reading) / 1000, Median(showing) / 1000, Median(showing) / Median(reading));
+                bytes.size(), Median(reading), Median(showing), Median(showing) / Median(reading));
   }
 }
 
