@@ -25,6 +25,11 @@ void* operator new(std::size_t size) {
   if (void* memory = std::malloc(std::max<std::size_t>(size, 1))) return memory;
   throw std::bad_alloc();
 }
+// A library's own way in, so that all come from and go back to one place, also where a sanitizer has its own.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  largestPiece = std::max(largestPiece, size);
+  return std::malloc(std::max<std::size_t>(size, 1));
+}
 void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
