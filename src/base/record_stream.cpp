@@ -10,9 +10,6 @@ namespace {
 /// What stands at the start of a record is read at once.
 constexpr std::size_t FirstWindow = 16 << 10;
 constexpr std::size_t LargestWindow = 64 << 10;
-/// To read so many bytes takes about as long as to ask for others behind them. What is stepped over in one go is read
-/// when it is less.
-constexpr std::uint64_t FarStep = 8 << 10;
 
 }  // namespace
 
@@ -51,7 +48,7 @@ void RecordStream::Refill(std::size_t count) {
   if (!InWindow(count)) RefuseEnd();
 }
 
-void RecordStream::Skip(std::uint64_t count) {
+void RecordStream::SkipFar(std::uint64_t count) {
   Require(count);
   position += count;
   if (count > FarStep) steppedFar = true;

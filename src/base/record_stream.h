@@ -34,7 +34,11 @@ class RecordStream {
     position += count;
     return taken;
   }
-  void Skip(std::uint64_t count);
+  void Skip(std::uint64_t count) {
+    // Most steps are of a few bytes, and there are thousands in a record.
+    if (count > FarStep || count > Left()) return SkipFar(count);
+    position += count;
+  }
   void ReadTo(std::span<std::byte> into);
 
   /// RuntimeFailure about `part` ("an array") of the file: "an array of the tape `complaint`".
@@ -44,10 +48,15 @@ class RecordStream {
   static constexpr std::size_t SmallestWindow = 512;
 
  private:
+  /// To read so many bytes takes about as long as to ask for others behind them. What is stepped over in one go is read
+  /// when it is less.
+  static constexpr std::uint64_t FarStep = 8 << 10;
+
   bool InWindow(std::size_t count) const {
     return position >= windowAt && position + count <= windowAt + windowBytes && position + count <= end;
   }
   void Refill(std::size_t count);
+  void SkipFar(std::uint64_t count);
   void Require(std::uint64_t count) const;
   [[noreturn]] void RefuseEnd() const;
 
