@@ -337,8 +337,8 @@ int main(int argc, char** argv) {
   script.Grab("EditFreqFrm", "2");
   script.Close("EditFreqFrm");
   script.Menu("mnuFOptions");
-  const char* const pages[] = {"1", "2", "3", "4"};
-  for (int page = 0; page < 4; ++page) {
+  const char* const pages[] = {"1", "2", "3", "4", "5"};
+  for (int page = 0; page < 5; ++page) {
     script.Add(
         [] { return true; },
         [page] {
