@@ -4,6 +4,7 @@
 #include <string>
 
 #include "base/program_title.h"
+#include "core/settings_backup.h"
 #include "core/tell.h"
 
 namespace kestrel::core {
@@ -40,6 +41,7 @@ bool Main(Program& program) {
       return false;
     }
   }
+  KeepSettings(program);
   return true;
 }
 

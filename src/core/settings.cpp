@@ -242,8 +242,10 @@ std::filesystem::path TheaterPath(const Station& station, std::string_view name)
   return path;
 }
 
-std::vector<std::string> LoadSavedVars(Station& station) {
-  const base::ProfileFile ini = base::ProfileFile::Load(MainIniFile(station));
+std::vector<std::string> LoadSavedVars(Station& station) { return LoadSavedVars(station, MainIniFile(station)); }
+
+std::vector<std::string> LoadSavedVars(Station& station, const std::filesystem::path& mainFile) {
+  const base::ProfileFile ini = base::ProfileFile::Load(mainFile);
   ReadRows(ini, station);
   std::vector<std::string> gone = ReadTheaters(ini, station);
   ReadPhonebook(ini, station);

@@ -52,6 +52,8 @@ std::filesystem::path TheaterPath(const Station& station, std::string_view name)
 /// Returns the names of the theater files that are gone: their theaters are left out, unless no listed file is there.
 /// RuntimeFailure for a file that cannot be read. No theater is no failure here.
 std::vector<std::string> LoadSavedVars(Station& station);
+/// The same of another main file.
+std::vector<std::string> LoadSavedVars(Station& station, const std::filesystem::path& mainFile);
 
 /// Writes every theater file and "KESTREL.ini", each whole or not at all. The section of installations that a person
 /// has written by hand stays as it is on the disk. RuntimeFailure naming the first file that failed; the others have

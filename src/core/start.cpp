@@ -10,7 +10,7 @@
 #include "core/friends.h"
 #include "core/own_folder.h"
 #include "core/program.h"
-#include "core/settings.h"
+#include "core/settings_backup.h"
 #include "core/side_files.h"
 #include "core/tell.h"
 #include "core/theater_switch.h"
@@ -38,8 +38,7 @@ std::string GoneText(const std::vector<std::string>& files) {
 }
 
 void LoadSettings(Program& program) {
-  const std::vector<std::string> gone = LoadSavedVars(program.State);
-  if (program.State.Catalogue.Theaters.Empty()) throw NoTheaters();
+  const std::vector<std::string> gone = LoadSettingsOrBackup(program);
   if (!gone.empty()) Tell(program, GoneText(gone));
 }
 
