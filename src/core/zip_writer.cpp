@@ -21,6 +21,7 @@ constexpr std::uint16_t Deflated = 8;
 constexpr std::uint16_t NoTime = 0, NoDate = 0x21;
 /// Raw data of the largest window.
 constexpr int WindowBits = -15, MemoryLevel = 8;
+constexpr std::size_t MostCount = std::numeric_limits<std::uint16_t>::max();
 constexpr std::uint64_t MostBytes = std::numeric_limits<std::uint32_t>::max();
 
 /// What stands of the file both before it and in the list.
@@ -55,17 +56,21 @@ struct ZipWriter::Packer {
   Packer& operator=(const Packer&) = delete;
 };
 
-ZipWriter::ZipWriter(std::string_view name, Sink sink)
-    : fileName(name), tell(std::move(sink)), packer(std::make_unique<Packer>()) {
-  if (name.size() > std::numeric_limits<std::uint16_t>::max()) throw base::RuntimeFailure("the name is too long");
-  base::BinaryWriter head;
-  head.U32(FileMark);
-  AppendFields(head, 0, 0, 0, fileName.size());
-  head.Text(fileName);
-  Tell(head.Bytes());
-}
+ZipWriter::ZipWriter(std::string_view name, Sink sink) : tell(std::move(sink)) { Begin(name); }
 
 ZipWriter::~ZipWriter() = default;
+
+void ZipWriter::Begin(std::string_view name) {
+  if (name.size() > MostCount) throw base::RuntimeFailure("the name is too long");
+  if (files.size() + 1 >= MostCount) throw base::RuntimeFailure("there are too many files for a zip");
+  packer = std::make_unique<Packer>();
+  files.push_back({std::string(name), told});
+  base::BinaryWriter head;
+  head.U32(FileMark);
+  AppendFields(head, 0, 0, 0, name.size());
+  head.Text(name);
+  Tell(head.Bytes());
+}
 
 void ZipWriter::Tell(std::string_view bytes) {
   tell(std::as_bytes(std::span(bytes)));
@@ -83,45 +88,62 @@ void ZipWriter::Pack(std::string_view bytes, bool last) {
     deflate(&stream, last ? Z_FINISH : Z_NO_FLUSH);
     const std::size_t made = packer->Out.size() - stream.avail_out;
     Tell({reinterpret_cast<const char*>(packer->Out.data()), made});
-    packed += made;
+    files.back().Bytes += made;
   } while (stream.avail_out == 0);
-  if (plain > MostBytes || told > MostBytes) throw base::RuntimeFailure("it is too large for a zip, beyond 4 GB");
+  if (files.back().Plain > MostBytes || told > MostBytes)
+    throw base::RuntimeFailure("it is too large for a zip, beyond 4 GB");
 }
 
 void ZipWriter::Write(std::string_view bytes) {
   constexpr std::size_t most = 1 << 30;  // fits the library's counts
   for (; !bytes.empty(); bytes.remove_prefix(std::min(most, bytes.size()))) {
     const std::string_view part = bytes.substr(0, most);
-    sum = static_cast<std::uint32_t>(
-        crc32(sum, reinterpret_cast<const Bytef*>(part.data()), static_cast<uInt>(part.size())));
-    plain += part.size();
+    Packed& file = files.back();
+    file.Sum = static_cast<std::uint32_t>(
+        crc32(file.Sum, reinterpret_cast<const Bytef*>(part.data()), static_cast<uInt>(part.size())));
+    file.Plain += part.size();
     Pack(part, false);
   }
 }
 
-void ZipWriter::Finish() {
+void ZipWriter::End() {
   Pack({}, true);
+  const Packed& file = files.back();
+  base::BinaryWriter sums;
+  sums.U32(SumsMark);
+  sums.U32(file.Sum);
+  sums.U32(static_cast<std::uint32_t>(file.Bytes));
+  sums.U32(static_cast<std::uint32_t>(file.Plain));
+  Tell(sums.Bytes());
+}
+
+void ZipWriter::Next(std::string_view name) {
+  End();
+  Begin(name);
+}
+
+void ZipWriter::Finish() {
+  End();
+  const std::uint64_t list = told;
   base::BinaryWriter end;
-  end.U32(SumsMark);
-  end.U32(sum);
-  end.U32(static_cast<std::uint32_t>(packed));
-  end.U32(static_cast<std::uint32_t>(plain));
-  const std::uint64_t list = told + end.Bytes().size();
-  end.U32(ListMark);
-  end.U16(Version);  // made by
-  AppendFields(end, sum, packed, plain, fileName.size());
-  end.U16(0);  // no comment
-  end.U16(0);  // on the first disk
-  end.U16(0);  // no text, no binary: not told
-  end.U32(0);  // rights: not told
-  end.U32(0);  // where the file begins
-  end.Text(fileName);
-  const std::uint64_t listBytes = told + end.Bytes().size() - list;
+  for (const Packed& file : files) {
+    end.U32(ListMark);
+    end.U16(Version);  // made by
+    AppendFields(end, file.Sum, file.Bytes, file.Plain, file.Name.size());
+    end.U16(0);  // no comment
+    end.U16(0);  // on the first disk
+    end.U16(0);  // no text, no binary: not told
+    end.U32(0);  // rights: not told
+    end.U32(static_cast<std::uint32_t>(file.At));
+    end.Text(file.Name);
+  }
+  const std::size_t listBytes = end.Bytes().size();
+  if (list + listBytes > MostBytes) throw base::RuntimeFailure("it is too large for a zip, beyond 4 GB");
   end.U32(EndMark);
   end.U16(0);
   end.U16(0);
-  end.U16(1);
-  end.U16(1);
+  end.U16(static_cast<std::uint16_t>(files.size()));
+  end.U16(static_cast<std::uint16_t>(files.size()));
   end.U32(static_cast<std::uint32_t>(listBytes));
   end.U32(static_cast<std::uint32_t>(list));
   end.U16(0);

@@ -11,13 +11,13 @@
 
 namespace kestrel::core {
 
-/// Packs one file into a zip as its bytes come: nothing is held but a window of them. The bytes of the zip are told in
-/// their order.
+/// Packs files into a zip as their bytes come, one after another: nothing is held but a window of them. The bytes of
+/// the zip are told in their order.
 class ZipWriter {
  public:
   using Sink = std::function<void(std::span<const std::byte>)>;
 
-  /// `name`: of the file within the zip, UTF-8, at most 65,535 bytes. Tells the zip's first bytes.
+  /// `name`: of the first file within the zip, UTF-8, at most 65,535 bytes. Tells the zip's first bytes.
   ZipWriter(std::string_view name, Sink sink);
   ~ZipWriter();
   ZipWriter(const ZipWriter&) = delete;
@@ -25,22 +25,30 @@ class ZipWriter {
 
   /// RuntimeFailure beyond 4 GB, which the form cannot count.
   void Write(std::string_view bytes);
+  /// Ends the present file and begins the next. RuntimeFailure beyond 65,534 files, which the form cannot count.
+  void Next(std::string_view name);
   /// The last bytes of the zip. Nothing may be written afterwards.
   void Finish();
 
  private:
   struct Packer;
+  struct Packed {
+    std::string Name;
+    std::uint64_t At = 0;     ///< of the zip, where it begins
+    std::uint64_t Bytes = 0;  ///< of it in the zip
+    std::uint64_t Plain = 0;  ///< of it
+    std::uint32_t Sum = 0;    ///< of them
+  };
 
+  void Begin(std::string_view name);
+  void End();
   void Pack(std::string_view bytes, bool last);
   void Tell(std::string_view bytes);
 
-  std::string fileName;
   Sink tell;
   std::unique_ptr<Packer> packer;
-  std::uint64_t told = 0;    ///< bytes of the zip
-  std::uint64_t packed = 0;  ///< bytes of the file in it
-  std::uint64_t plain = 0;   ///< bytes of the file
-  std::uint32_t sum = 0;     ///< of them
+  std::uint64_t told = 0;     ///< bytes of the zip
+  std::vector<Packed> files;  ///< the last is being packed
 };
 
 }  // namespace kestrel::core
