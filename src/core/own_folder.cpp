@@ -8,6 +8,7 @@
 #include "base/files.h"
 #include "base/program_title.h"
 #include "core/default_files.h"
+#include "core/setup.h"
 #include "core/tell.h"
 
 namespace kestrel::core {
@@ -80,11 +81,13 @@ void ChooseFolder(Program& program) {
   station.ProgramPath = station.AppPath;
   station.FolderReadOnly = !CanWrite(station.AppPath);
   if (!station.FolderReadOnly) {
+    TakeSetup(program);
     Bring(station, station.AppPath);
     return;
   }
   const Outcome outcome = TakeOwnFolder(program);
   if (outcome == Outcome::Taken) station.FolderReadOnly = !CanWrite(station.AppPath);
+  if (!station.FolderReadOnly) TakeSetup(program);
   if (station.FolderReadOnly && outcome != Outcome::Refused) {
     Tell(program, "The folder cannot be written:\n" + base::PathForMessage(station.AppPath) +
                       "\n\nThe station runs on, but settings, logs and tapes will not be kept.");

@@ -2,6 +2,7 @@
 
 #include "core/area_exchange.h"
 #include "core/mission_areas.h"
+#include "core/setup.h"
 #include "shell/frame/area_windows.h"
 #include "shell/frame/bullseye_windows.h"
 #include "shell/frame/falcon_windows.h"
@@ -42,6 +43,11 @@ constexpr MenuEntry MenuBar[] = {
     {"mnuOpenFlight", "Open Recorded F&light", "mnuFile", Nothing},
     {"mnuImportAreas", "Import Areas", "mnuFile", Runs, Core<core::ImportAreas>, true},
     {"mnuExportSelectedAreas", "Export Visible Areas", "mnuFile", Runs, Core<core::ExportVisibleAreas>},
+    {"mnuSaveSetup", "Sa&ve Setup...", "mnuFile", Runs, Core<core::SaveSetup>, true},
+    {"mnuLoadSetup", "Loa&d Setup...", "mnuFile", Runs,
+     [](MDIForm1& frame) {
+       if (core::LoadSetup(frame.Program())) frame.close();
+     }},
     {"mnuExit", "E&xit", "mnuFile", Runs, [](MDIForm1& frame) { frame.close(); }, true},
 
     {"mnuConnection", "Co&nnection", "", Submenu},

@@ -31,6 +31,8 @@ constexpr Caption Captions[] = {
     {"mnuFile", "mnuOpenFlight", "Open Recorded F&light"},
     {"mnuFile", "mnuImportAreas", "Import Areas"},
     {"mnuFile", "mnuExportSelectedAreas", "Export Visible Areas"},
+    {"mnuFile", "mnuSaveSetup", "Sa&ve Setup..."},
+    {"mnuFile", "mnuLoadSetup", "Loa&d Setup..."},
     {"mnuFile", "mnuExit", "E&xit"},
     {"", "mnuConnection", "Co&nnection"},
     {"mnuConnection", "mnuConnCustom", "Connect to..."},
