@@ -4,6 +4,8 @@
 #include <numeric>
 #include <optional>
 
+#include "core/window_places.h"
+
 namespace kestrel::core {
 namespace {
 
@@ -38,12 +40,6 @@ bool Overlap(const WindowArea& a, const WindowArea& b) {
 bool Within(const WindowArea& inner, const WindowArea& outer) {
   return inner.Left >= outer.Left && inner.Top >= outer.Top && inner.Right <= outer.Right &&
          inner.Bottom <= outer.Bottom;
-}
-
-/// The place nearest to `place` at which the window is whole within `screen`; its upper left corner counts most.
-WindowPlace Inside(WindowPlace place, WindowSize size, const WindowArea& screen) {
-  return {std::max(screen.Left, std::min(place.X, screen.Right - size.Width)),
-          std::max(screen.Top, std::min(place.Y, screen.Bottom - size.Height))};
 }
 
 /// Moves all windows together so that they are within `screen`. False when they are too many for it.
