@@ -23,8 +23,8 @@ bool SnapshotTracks::IsPresent(const base::Table<link::AIPlotRecord>& plots) con
                     });
 }
 
-void SnapshotTracks::Take(const base::Table<link::AIPlotRecord>& plots, bool follows) {
-  if (IsPresent(plots)) return;
+bool SnapshotTracks::Take(const base::Table<link::AIPlotRecord>& plots, bool follows) {
+  if (IsPresent(plots)) return false;
   // The memory of the snapshot before last serves the new one.
   std::swap(former, present);
   if (!follows) former = {};
@@ -41,8 +41,9 @@ void SnapshotTracks::Take(const base::Table<link::AIPlotRecord>& plots, bool fol
     return present.Entries[a].Name < present.Entries[b].Name;
   };
   // Servers' snapshots are sorted as they are taken in.
-  if (std::is_sorted(present.ByName.begin(), present.ByName.end(), before)) return;
+  if (std::is_sorted(present.ByName.begin(), present.ByName.end(), before)) return true;
   std::sort(present.ByName.begin(), present.ByName.end(), before);
+  return true;
 }
 
 const SnapshotTracks::Entry* SnapshotTracks::Snapshot::Only(std::string_view name) const {
@@ -54,17 +55,25 @@ const SnapshotTracks::Entry* SnapshotTracks::Snapshot::Only(std::string_view nam
   return &Entries[*first];
 }
 
+MapPoint SnapshotTracks::Entry::Place() const {
+  const double radians = Bearing * RadiansOfDegree;
+  return {Range * std::sin(radians), Range * std::cos(radians)};
+}
+
 std::optional<double> SnapshotTracks::TrackOf(std::string_view name) const {
   const Entry* from = former.Only(name);
   const Entry* to = present.Only(name);
   if (from == nullptr || to == nullptr) return std::nullopt;
-  const auto place = [](const Entry& entry) {
-    const double radians = entry.Bearing * RadiansOfDegree;
-    return MapPoint{entry.Range * std::sin(radians), entry.Range * std::cos(radians)};
-  };
   // The same words are the same place, whatever the sines make of them.
   if (from->Bearing == to->Bearing && from->Range == to->Range) return std::nullopt;
-  return DirectionFrom(place(*from), place(*to));
+  return DirectionFrom(from->Place(), to->Place());
+}
+
+std::optional<double> SnapshotTracks::MilesOf(std::string_view name) const {
+  const Entry* from = former.Only(name);
+  const Entry* to = present.Only(name);
+  if (from == nullptr || to == nullptr) return std::nullopt;
+  return std::hypot(to->Place().X - from->Place().X, to->Place().Y - from->Place().Y);
 }
 
 }  // namespace kestrel::map

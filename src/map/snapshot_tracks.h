@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "link/tables.h"
+#include "map/geometry.h"
 
 namespace kestrel::map {
 
@@ -15,17 +16,22 @@ namespace kestrel::map {
 class SnapshotTracks {
  public:
   /// Looks at the table; one that tells other things than the last is a new snapshot. `follows`: it comes next after
-  /// that. Otherwise, as when the person jumps in a tape, nobody has a track until there is another.
-  void Take(const base::Table<link::AIPlotRecord>& plots, bool follows = true);
+  /// that. Otherwise, as when the person jumps in a tape, nobody has a track until there is another. True for a new
+  /// one.
+  bool Take(const base::Table<link::AIPlotRecord>& plots, bool follows = true);
   /// Degrees clockwise from north, 0 to below 360. Nothing for a name that is not in both snapshots, stands in one of
   /// them twice, or has not moved.
   std::optional<double> TrackOf(std::string_view name) const;
+  /// How far it has come from the last snapshot but one to the last, nautical miles; nothing for a name that is not in
+  /// both, or stands in one of them twice.
+  std::optional<double> MilesOf(std::string_view name) const;
 
  private:
   struct Entry {
     std::string Name;
     double Bearing = 0;
     double Range = 0;
+    MapPoint Place() const;  ///< nautical miles from the bullseye
   };
   struct Snapshot {
     std::vector<Entry> Entries;         ///< in the order of the table

@@ -16,70 +16,8 @@ namespace {
 
 constexpr double MarkRadius = 120;       ///< around the picked aircraft, surface units
 constexpr double TextMargin = 45;        ///< between a text and its line, surface units
-constexpr double FarthestPlace = 1e9;    ///< map units: beyond it there is no place
 constexpr std::size_t LongestName = 40;  ///< in the log
-
-/// An aircraft as the tables have it now.
-struct Found {
-  MapPoint At;
-  CallFacts Facts;
-  bool Shown = false;
-};
-
-/// False for what no line can be drawn to.
-bool IsPlace(MapPoint at) { return std::abs(at.X) < FarthestPlace && std::abs(at.Y) < FarthestPlace; }
-
-double Distance(MapPoint a, MapPoint b) { return std::hypot(a.X - b.X, a.Y - b.Y); }
-
-MapPoint PlaceOf(const link::PlotRecord& plot) { return {plot.X, plot.Y}; }
-MapPoint PlaceOf(const Scene& scene, const link::AIPlotRecord& plot) { return {plot.X, scene.View.Size - plot.Y}; }
-
-/// As DrawRealPlot has it.
-bool IsShown(const Scene& scene, const link::PlotRecord& plot) {
-  return scene.Display.REALVISIBLE && plot.PlotVisible && plot.ClientId != 0 && plot.X != 0 && plot.Y != 0 &&
-         link::HasShownPosition(plot) && IsPlace(PlaceOf(plot));
-}
-
-bool IsShown(const Scene& scene, const link::AIPlotRecord& plot) {
-  return scene.Display.AIVISIBLE && IsPlace(PlaceOf(scene, plot));
-}
-
-/// From its last two positions.
-std::optional<double> TrackOf(const link::PlotRecord& plot) {
-  const link::PlotPoint& before = plot.History[plot.History.UpperBound()];
-  if (before.X == 0 && before.Y == 0) return std::nullopt;  // it had none before
-  return DirectionFrom({before.X, before.Y}, PlaceOf(plot));
-}
-
-Found FoundAs(const Scene& scene, const link::PlotRecord& plot) {
-  return {PlaceOf(plot), {plot.Altitude, TrackOf(plot)}, IsShown(scene, plot)};
-}
-
-Found FoundAs(const Scene& scene, const SnapshotTracks& tracks, const link::AIPlotRecord& plot) {
-  return {PlaceOf(scene, plot), {plot.Altitude, tracks.TrackOf(plot.Name)}, IsShown(scene, plot)};
-}
-
-/// Nothing when it is gone; its place is noted otherwise.
-std::optional<Found> Find(const Scene& scene, const SnapshotTracks& tracks, Aircraft& wanted) {
-  std::optional<Found> found;
-  if (wanted.Real) {
-    const std::size_t index = scene.Plots.FindClient(wanted.Id);
-    if (index != 0) found = FoundAs(scene, scene.Plots.Clients[index]);
-  } else {
-    const link::AIPlotRecord* nearest = nullptr;
-    double least = std::numeric_limits<double>::infinity();
-    for (const link::AIPlotRecord& plot : scene.Plots.AIPlots.Live()) {
-      if (plot.Name != wanted.Name) continue;
-      const double distance = Distance(PlaceOf(scene, plot), wanted.At);
-      if (nearest != nullptr && !(distance < least)) continue;
-      nearest = &plot;
-      least = distance;
-    }
-    if (nearest != nullptr) found = FoundAs(scene, tracks, *nearest);
-  }
-  if (found) wanted.At = found->At;
-  return found;
-}
+constexpr double MillisecondsOfDay = 86'400'000;
 
 /// A foreign name as a part of a line.
 std::string Short(const Aircraft& aircraft) {
@@ -91,15 +29,7 @@ std::string Short(const Aircraft& aircraft) {
   return name;
 }
 
-/// Feet with a blank before each three digits.
-std::string FeetText(std::int16_t hundreds) {
-  const std::int32_t feet = hundreds * 100;
-  std::string text = std::to_string(std::abs(feet));
-  for (std::size_t place = text.size(); place > 3; place -= 3) text.insert(place - 3, " ");
-  return feet < 0 ? "-" + text : text;
-}
-
-CallLine LineTo(const ViewState& view, const Found& first, const Found& second, base::Colour color) {
+CallLine LineTo(const ViewState& view, const SeenAircraft& first, const SeenAircraft& second, base::Colour color) {
   if (!first.Shown || !second.Shown) return {.From = {}, .To = {}, .Text = {}, .Color = color, .Shown = false};
   return {first.At, second.At, CallText(view, first.At, second.At, second.Facts), color, true};
 }
@@ -108,8 +38,8 @@ std::vector<std::string> FollowTied(const Scene& scene, base::Colour color, Ties
   std::vector<std::string> ended;
   ties.Lines.clear();
   std::erase_if(ties.All, [&](Tie& tie) {
-    const std::optional<Found> first = Find(scene, ties.Tracks, tie.First);
-    const std::optional<Found> second = Find(scene, ties.Tracks, tie.Second);
+    const std::optional<SeenAircraft> first = FindAircraft(scene, ties.Tracks, tie.First);
+    const std::optional<SeenAircraft> second = FindAircraft(scene, ties.Tracks, tie.Second);
     if (first && second) {
       ties.Lines.push_back(LineTo(scene.View, *first, *second, color));
       return false;
@@ -123,7 +53,7 @@ std::vector<std::string> FollowTied(const Scene& scene, base::Colour color, Ties
 
 void FollowPicked(const Scene& scene, Ties& ties) {
   if (!ties.Picked) return;
-  const std::optional<Found> found = Find(scene, ties.Tracks, *ties.Picked);
+  const std::optional<SeenAircraft> found = FindAircraft(scene, ties.Tracks, *ties.Picked);
   ties.PickedShown = found && found->Shown;
   if (!found) ties.Picked.reset();
 }
@@ -151,7 +81,7 @@ void FollowThreats(const Scene& scene, const Extras& extras, Ties& ties) {
     }
     if (nearest == nullptr) continue;
     ties.Threats.push_back(
-        LineTo(scene.View, FoundAs(scene, player), FoundAs(scene, ties.Tracks, *nearest), extras.THREATCOLOR));
+        LineTo(scene.View, Seen(scene, player), Seen(scene, ties.Tracks, *nearest), extras.THREATCOLOR));
   }
 }
 
@@ -212,32 +142,6 @@ std::optional<std::size_t> TextAt(const Scene& scene, Surface& surface, SurfaceP
   return std::nullopt;
 }
 
-/// The nearest that is shown within PickDistance. The picked one counts only where there is no other.
-std::optional<Aircraft> AircraftAt(const Scene& scene, SurfacePoint at, const std::optional<Aircraft>& picked) {
-  std::optional<Aircraft> nearest;
-  double least = PickDistance;
-  bool onPicked = false;
-  const auto consider = [&](Aircraft aircraft) {
-    const SurfacePoint place = SurfaceFromMap(scene.View, aircraft.At);
-    const double distance = std::hypot(place.X - at.X, place.Y - at.Y);
-    if (!(distance <= PickDistance)) return;
-    if (picked && aircraft == *picked) {
-      onPicked = true;
-      return;
-    }
-    if (nearest && !(distance < least)) return;
-    least = distance;
-    nearest = std::move(aircraft);
-  };
-  for (const link::PlotRecord& plot : scene.Plots.Clients.Live()) {
-    if (IsShown(scene, plot)) consider({.Real = true, .Id = plot.Id, .Name = plot.Name, .At = PlaceOf(plot)});
-  }
-  for (const link::AIPlotRecord& plot : scene.Plots.AIPlots.Live()) {
-    if (IsShown(scene, plot)) consider({.Real = false, .Id = 0, .Name = plot.Name, .At = PlaceOf(scene, plot)});
-  }
-  return nearest || !onPicked ? nearest : picked;
-}
-
 }  // namespace
 
 std::string_view AspectOf(MapPoint first, MapPoint second, std::optional<double> track) {
@@ -266,8 +170,17 @@ std::string CallText(const ViewState& view, MapPoint first, MapPoint second, con
   return text;
 }
 
-std::vector<std::string> FollowTies(const Scene& scene, const Extras& extras, std::int32_t record, Ties& ties) {
-  ties.Tracks.Take(scene.Plots.AIPlots, record == 0 || record == ties.Record + 1);
+std::vector<std::string> FollowTies(const Scene& scene, const Extras& extras, std::int32_t record, Ties& ties,
+                                    SnapshotTimes times) {
+  const bool follows = record == 0 || record == ties.Record + 1;
+  const bool jumped = record != ties.Record && !follows;
+  const bool fresh = ties.Tracks.Take(scene.Plots.AIPlots, follows);
+  if (record == 0) {
+    ties.Cycle = times.SyncInterval;
+  } else if (fresh) {
+    ties.Cycle = follows ? (times.RecordTime - ties.SnapshotTime) * MillisecondsOfDay : 0;
+  }
+  if (fresh || jumped) ties.SnapshotTime = times.RecordTime;
   ties.Record = record;
   ties.Color = extras.TIECOLOR;
   std::vector<std::string> ended = FollowTied(scene, extras.TIECOLOR, ties);

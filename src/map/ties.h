@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/colour.h"
+#include "map/aircraft.h"
 #include "map/extras.h"
 #include "map/geometry.h"
 #include "map/renderer.h"
@@ -19,21 +20,6 @@ namespace kestrel::map {
 
 /// How many there can be.
 inline constexpr std::size_t MostTies = 8;
-/// An aircraft is meant by a press so near to it, surface units: 12 pixels.
-inline constexpr double PickDistance = 180;
-
-/// An aircraft, wherever the tables have it.
-struct Aircraft {
-  bool Real = false;
-  std::int16_t Id = 0;    ///< of a real player
-  std::string Name = {};  ///< of an AI aircraft as received; of a player for the log alone
-  MapPoint At = {};       ///< where it was last. Of several AI aircraft of one name it is the one nearest to there
-  bool operator==(const Aircraft& other) const {
-    // Two of one name are told apart by where they are.
-    if (Real || other.Real) return Real == other.Real && Id == other.Id;
-    return Name == other.Name && At.X == other.At.X && At.Y == other.At.Y;
-  }
-};
 
 struct Tie {
   Aircraft First, Second;
@@ -53,16 +39,13 @@ struct Ties {
   bool PickedShown = false;
   SnapshotTracks Tracks;
   std::int32_t Record = 0;        ///< of the tape, that Tracks have last seen
+  double SnapshotTime = 0;        ///< of the record of the last snapshot, days
+  double Cycle = 0;               ///< milliseconds between the last two snapshots; 0 while that is not known
   std::vector<CallLine> Lines;    ///< of All, in its order
   std::vector<CallLine> Threats;  ///< one for each player with a hostile aircraft near him
   base::Colour Color = 0;         ///< of the mark around Picked
 };
 
-/// What a call tells of its second aircraft.
-struct CallFacts {
-  std::int16_t Altitude = 0;         ///< hundreds of feet
-  std::optional<double> Track = {};  ///< degrees clockwise from north; nothing while there is none
-};
 /// Like "BRAA 284/38, 25 000, hot": from the first place to the second in whole degrees and nautical miles, the
 /// second's feet, and its aspect towards the first.
 std::string CallText(const ViewState& view, MapPoint first, MapPoint second, const CallFacts& facts);
@@ -70,10 +53,17 @@ std::string CallText(const ViewState& view, MapPoint first, MapPoint second, con
 /// "manoeuvring" without a track, and where both are at one place.
 std::string_view AspectOf(MapPoint first, MapPoint second, std::optional<double> track);
 
+/// How long an AI aircraft has taken from the last snapshot but one to the last.
+struct SnapshotTimes {
+  double SyncInterval = 0;  ///< milliseconds between the server's last two cycles, by which players' speeds go too
+  double RecordTime = 0;    ///< days: of the record of the tape that is on show
+};
+
 /// Takes the tables as they are now. `record`: of the tape that is on show, 0 without one; after a jump in it nobody
 /// has a track until the next. Returns a line for the log for each tie that has ended because one of its aircraft is
 /// gone.
-std::vector<std::string> FollowTies(const Scene& scene, const Extras& extras, std::int32_t record, Ties& ties);
+std::vector<std::string> FollowTies(const Scene& scene, const Extras& extras, std::int32_t record, Ties& ties,
+                                    SnapshotTimes times = {});
 
 /// What a press with Ctrl has done.
 struct TiePress {
