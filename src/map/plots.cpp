@@ -7,20 +7,13 @@
 #include "base/numbers.h"
 #include "link/plot_feed.h"
 #include "map/fault_guard.h"
+#include "map/label_places.h"
 #include "map/trail_layer.h"
 
 namespace kestrel::map {
 namespace {
 
-constexpr double SymbolRadius = 60;   // surface units, 4 pixels
-constexpr double RealLabelGap = 210;  // from the plot to the right end of its labels
-constexpr double AILabelGap = 285;    // half the block of 390, and 90
-constexpr double AIBareBlock = 195;   // half the block, where no altitude is shown
 constexpr double AITrailShift = -60;  // the AI trail lies 4 pixels up and left of the true positions; this stands
-
-TextFont LabelTextFont(const LabelFont& font) {
-  return {.Name = LabelFont::Name, .Size = font.Size, .Bold = font.Bold, .Italic = font.Italic};
-}
 
 /// A number as the text of a label. Short enough to need no memory of its own.
 std::string NumberText(double value, std::string_view pattern) {
@@ -93,6 +86,14 @@ void DrawAISymbol(const Scene& scene, Surface& surface, bool hostile, SurfacePoi
 
 }  // namespace
 
+TextFont LabelTextFont(const LabelFont& font) {
+  return {.Name = LabelFont::Name, .Size = font.Size, .Bold = font.Bold, .Italic = font.Italic};
+}
+
+bool IsPlotShown(const link::PlotRecord& plot) {
+  return plot.ClientId != 0 && plot.PlotVisible && plot.X != 0 && plot.Y != 0 && link::HasShownPosition(plot);
+}
+
 void RepositAllPlots(const Scene& scene, Surface& surface) {
   for (std::size_t index = 1; index <= scene.Plots.Clients.UpperBound(); ++index) {
     if (scene.Plots.Clients[index].ClientId != 0) DrawGuarded([&] { RepositPlot(scene, surface, index); });
@@ -106,11 +107,11 @@ void RepositPlot(const Scene& scene, Surface& surface, std::size_t index) {
 
 void DrawRealPlot(const Scene& scene, Surface& surface, std::size_t index) {
   const link::PlotRecord& plot = scene.Plots.Clients[index];
-  // A plot is shown from its second position on, and not with either coordinate at 0; its trail is drawn all the same.
+  // The trail of one that is not shown is drawn all the same.
   if (plot.X != 0 && plot.Y != 0 && link::HasShownPosition(plot)) {
     const SurfacePoint at = SurfaceFromMap(scene.View, {plot.X, plot.Y});
     surface.Circle(at.X, at.Y, SymbolRadius, {.Color = plot.Color});
-    if (scene.Display.REALLABELSVISIBLE) DrawRealLabels(scene, surface, plot, at);
+    if (scene.Display.REALLABELSVISIBLE && scene.Apart == nullptr) DrawRealLabels(scene, surface, plot, at);
     DrawSpeedVector(surface, plot, at);
   }
   if (scene.Display.SHOWHISTORY) DrawTrail(scene, surface, index);
@@ -128,6 +129,7 @@ void DrawAIPlot(const Scene& scene, Surface& surface, std::size_t index, double 
   const link::AIPlotRecord& plot = scene.Plots.AIPlots[index];
   const SurfacePoint at = SurfaceFromDown(scene.View, {x, y});
   const bool hostile = plot.Hostile != 0;
+  if (scene.Apart != nullptr) return DrawAISymbol(scene, surface, hostile, at);
   const TextFont font = LabelTextFont(scene.Labels);
   const base::Colour colour = hostile ? scene.LinkOptions.AICOLOR : scene.Display.AICOLOR_FRIENDS;
   std::string altitude;

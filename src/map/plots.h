@@ -7,6 +7,16 @@
 // How aircraft look.
 namespace kestrel::map {
 
+// Surface units.
+inline constexpr double RealLabelGap = 210;  ///< from a player's plot to the right end of its labels
+inline constexpr double AILabelGap = 285;    ///< half the block of 390, and 90
+inline constexpr double AIBareBlock = 195;   ///< half the block, where no altitude is shown
+
+/// The font of labels.
+TextFont LabelTextFont(const LabelFont& font);
+/// Whether a player has a symbol while REALVISIBLE: from his second position on, and not with either coordinate at 0.
+bool IsPlotShown(const link::PlotRecord& plot);
+
 void RepositAllPlots(const Scene& scene, Surface& surface);
 void RepositPlot(const Scene& scene, Surface& surface, std::size_t index);
 void DrawRealPlot(const Scene& scene, Surface& surface, std::size_t index);

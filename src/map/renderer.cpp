@@ -2,6 +2,7 @@
 
 #include "map/area_layer.h"
 #include "map/fault_guard.h"
+#include "map/label_layer.h"
 #include "map/navaid_layer.h"
 #include "map/plots.h"
 #include "map/ties.h"
@@ -18,8 +19,8 @@ void DrawPicture(const Scene& scene, Surface& surface) {
 /// What stands, from the bottom up.
 constexpr Painter StaticLayers[] = {DrawPicture, DrawGrid, DrawBullseye, DrawAreas, DrawTacans, DrawIlsFans};
 /// What moves, from the bottom up.
-constexpr Painter MovingLayers[] = {RepositAllPlots, DrawAIPlots, CalculateAndDrawPlotHistories, DrawTies,
-                                    DrawWorkArea};
+constexpr Painter MovingLayers[] = {RepositAllPlots, DrawAIPlots, CalculateAndDrawPlotHistories,
+                                    DrawLabelsApart, DrawTies,    DrawWorkArea};
 
 /// A layer guards each of its records; what fails outside of them costs the layer.
 void Paint(Painter painter, const Scene& scene, Surface& surface) {

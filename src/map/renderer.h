@@ -15,6 +15,7 @@
 namespace kestrel::map {
 
 struct Ties;
+class LabelLayer;
 
 /// The visible rectangle, map units, Y north.
 struct ClipRect {
@@ -39,6 +40,8 @@ struct Scene {
   const radio::Frequencies* Navaids = nullptr;  ///< null: there are no airfields
   TrailLayer* Trails = nullptr;                 ///< of the surface; null: each point of a trail is drawn each time
   const Ties* Tied = nullptr;                   ///< null: there are none
+  LabelLayer* Apart = nullptr;                  ///< of the surface; null: labels are not kept apart
+  std::size_t SelectedPlot = 0;                 ///< index in Clients of the player in the roster's details, 0 none
 };
 
 /// Paints everything: picture, grid, bullseye, areas, TACANs, ILS, old points of trails; captures, then what moves.
@@ -47,7 +50,8 @@ void DrawMap(const Scene& scene, Surface& surface);
 /// picture first; where that holds what is not shown any more, everything is painted.
 void RedrawPlots(const Scene& scene, Surface& surface);
 
-/// All that moves: real plots, AI plots, AI trails, lines between aircraft; above them the area that is being edited.
+/// All that moves: real plots, AI plots, AI trails, labels that are kept apart, lines between aircraft; above them the
+/// area that is being edited.
 void DrawMovingLayers(const Scene& scene, Surface& surface);
 
 /// Static layers, in file grid.cpp and bullseye_mark.cpp.
