@@ -65,6 +65,7 @@ void Session::ConnectionEnd() {
 }
 
 void Session::Disconnect() {
+  owner.LinkLeft();
   SendCommand("AWAEND", "");
   desktop.LetEventsRun();
   CloseSocket();
@@ -74,6 +75,7 @@ void Session::Disconnect() {
 void Session::ConnectToEntry(std::size_t index) {
   if (index < 1 || index > settings.ConnList.UpperBound()) return;
   const std::string host = settings.ConnList[index].Ip;
+  owner.LinkLeft();
   if (socket.State() != SocketState::Closed) {
     SendCommand("AWAEND", "");
     CloseSocket();
@@ -87,6 +89,7 @@ void Session::ConnectToEntry(std::size_t index) {
 }
 
 void Session::ConnectTo(const std::string& host) {
+  owner.LinkLeft();
   if (socket.State() != SocketState::Closed) {
     SendCommand("AWAEND", "");
     desktop.LetEventsRun();
@@ -98,13 +101,22 @@ void Session::ConnectTo(const std::string& host) {
   Call(host);
 }
 
+bool Session::CallAgain() {
+  if (called.empty() || socket.State() != SocketState::Closed) return false;
+  Call(called);
+  callingAgain = true;
+  return true;
+}
+
 void Session::DropSocket() {
   if (socket.State() == SocketState::Closed) return;
+  dropped = true;
   socket.Drop();
   ForgetEvents();
 }
 
 void Session::Leave() {
+  owner.LinkLeft();
   if (socket.State() == SocketState::Closed) return;
   SendCommand("AWAEND", "");
   desktop.LetEventsRun();
@@ -151,14 +163,17 @@ void Session::Handle(const Event& event) {
       DataArrival();
       break;
     case Event::Kind::Close:
+      LinkGone("The server has closed the connection.");
       EndConnection();
       CloseSocket();
       break;
-    case Event::Kind::Error:
+    case Event::Kind::Error: {
+      const bool goesOn = LinkGone(event.Description);
       EndConnection();
-      Box("Connection", event.Description, base::MessageIcon::Exclamation);
+      if (!goesOn) Box("Connection", event.Description, base::MessageIcon::Exclamation);
       CloseSocket();
       break;
+    }
   }
 }
 
@@ -166,8 +181,11 @@ void Session::ConnectionStart() {
   endTold = false;
   session.Sync = {};
   session.Connected = true;
-  const std::optional<std::uint8_t> channel = owner.ChooseChannel(session.Channel);
+  session.Words = 0;
+  const std::optional<std::uint8_t> channel =
+      std::exchange(callingAgain, false) ? session.Channel : owner.ChooseChannel(session.Channel);
   if (!channel) {
+    owner.LinkLeft();
     // As Disconnect, but without a word to a server that was not joined.
     CloseSocket();
     EndConnection();
@@ -175,16 +193,24 @@ void Session::ConnectionStart() {
   }
   session.Channel = *channel;
   SendCommand("NAWACS", base::FormatInvariant(session.Channel, "0"));
+  session.Joined = true;
   pending |= Changed::Connection;
 }
 
 void Session::EndConnection() {
   session.Sync = {};
   session.Connected = false;
+  session.Joined = false;
   DeselectPlot(session);  // the table that it points into is emptied
   plots.Clear();
   owner.RecordingEnd();
   pending |= Changed::Connection | Changed::Roster | Changed::AIList | Changed::Plots;
+}
+
+bool Session::LinkGone(const std::string& why) {
+  const bool again = std::exchange(callingAgain, false);
+  if (dropped || (!session.Connected && !again)) return false;
+  return owner.LinkLost(why);
 }
 
 void Session::CloseSocket() {
@@ -200,6 +226,9 @@ void Session::ForgetEvents() {
 void Session::Call(const std::string& host) {
   if (socket.State() != SocketState::Closed) return;
   waiting.clear();  // the end of a dropped connection may wait: it is not the new one's
+  called = host;
+  callingAgain = false;
+  dropped = false;
   socket.Connect(host, settings.CONNPORT);
 }
 
@@ -234,6 +263,7 @@ void Session::Dispatch(const CommandEntry& entry) {
   if (known == std::end(Words)) return;
   debugLog.LogMessage("Command arrived from Server: ", entry.Command, entry.Data);
   pending |= Changed::Activity;
+  ++session.Words;
   try {
     (this->*known->Handler)(entry.Data);
   } catch (const base::RuntimeFailure& failure) {
@@ -290,6 +320,8 @@ void Session::Synchronise(std::string_view) {
 void Session::ClosedByServer(std::string_view) {
   // An arrival has room for 150,000 of them, and each box would hold the person until it is answered.
   if (std::exchange(endTold, true)) return;
+  session.Joined = false;
+  owner.LinkLeft();
   // The socket stays open until the peer's close event, and what follows in this arrival is still handled.
   Box("Info", "The connection was closed by the server.", base::MessageIcon::Critical);
   EndConnection();
@@ -297,7 +329,7 @@ void Session::ClosedByServer(std::string_view) {
 
 void Session::TailTooLong() {
   debugLog.LogTimed("Connection closed: a message without an end");
-  Box("Connection", TooLongText, base::MessageIcon::Exclamation);
+  if (!LinkGone(std::string(TooLongText))) Box("Connection", TooLongText, base::MessageIcon::Exclamation);
   EndConnection();
   CloseSocket();
 }

@@ -30,6 +30,8 @@ struct SessionState {
   ClientDetails Details;              ///< what the roster shows of that client
   theaters::DownPoint Bull;           ///< what AI records are relative to; set by ReloadBulls
   std::uint64_t DroppedMessages = 0;  ///< since the start
+  bool Joined = false;                ///< the server knows the channel, and has not said that it ends
+  std::uint64_t Words = 0;            ///< known words that have come on this connection
 };
 
 /// Seam: what the session asks of the station around it.
@@ -45,6 +47,16 @@ class SessionHost {
   virtual void ComputeRecData() {}
   /// The session has ended: its tables are empty and its times 0. Comes again when ConnectionEnd does.
   virtual void RecordingEnd() {}
+  /// The link has ended without the person's wish, or calling it again has failed: `why` in a sentence. The tables are
+  /// still as they were; ConnectionEnd follows. True when the station goes on by itself: the person is not told in a
+  /// box. Not called for DISCON, nor after a change of the port.
+  virtual bool LinkLost(const std::string& why) {
+    static_cast<void>(why);
+    return false;
+  }
+  /// The person leaves the session or calls a server, or the server ends it with its word: what was lost before is not
+  /// waited for any more.
+  virtual void LinkLeft() {}
 };
 
 /// The session: socket events in, tables and Refresh out. Bytes -> InData -> ParseData -> Commands -> handlers. Not
@@ -68,6 +80,11 @@ class Session final : public SocketEvents {
   void ConnectToEntry(std::size_t index);
   /// Leaves the present server if any and connects to `host` at CONNPORT.
   void ConnectTo(const std::string& host);
+  /// Calls the server of the last call again, at CONNPORT. The channel is the last one, which nobody is asked for.
+  /// False when nothing has been called or the socket is not closed yet: nothing is done.
+  bool CallAgain();
+  /// What CallAgain calls; empty before the first call.
+  const std::string& LastHost() const { return called; }
   /// Closes the socket and nothing else, when the port is changed: neither AWAEND nor ConnectionEnd. The tables, the
   /// caption and Disconnect stay as they are until the peer ends its side, or the next connect or Disconnect comes:
   /// this stands.
@@ -98,6 +115,7 @@ class Session final : public SocketEvents {
   void Handle(const Event& event);
   void ConnectionStart();
   void EndConnection();
+  bool LinkGone(const std::string& why);
   void CloseSocket();
   void ForgetEvents();
   void Call(const std::string& host);
@@ -133,6 +151,9 @@ class Session final : public SocketEvents {
   bool busy = false;          ///< an event is being handled, possibly with a dialog open
   bool endTold = false;       ///< the server has ended the session of this connection, and the person knows
   std::uint32_t closes = 0;   ///< how often the station itself has closed the socket
+  std::string called;         ///< the host of the last call
+  bool callingAgain = false;  ///< from CallAgain until its answer
+  bool dropped = false;       ///< DropSocket has closed the connection of the session that still stands
   base::Changed pending = base::Changed::Nothing;
 };
 

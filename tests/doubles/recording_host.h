@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "base/changed.h"
@@ -28,6 +29,12 @@ class RecordingHost final : public link::SessionHost {
   void RecordingEnd() override {
     if (WhenEnded) WhenEnded();
   }
+  bool LinkLost(const std::string& why) override {
+    Lost.push_back(why);
+    if (WhenLost) WhenLost();
+    return GoesOn;
+  }
+  void LinkLeft() override { ++Left; }
 
   std::optional<std::uint8_t> Choice = 1;            ///< the channel that the person picks, nothing when cancelled
   std::vector<std::uint8_t> Preselected;             ///< one for each dialog shown
@@ -36,6 +43,10 @@ class RecordingHost final : public link::SessionHost {
   std::function<void(base::Changed)> WhenRefreshed;  ///< run inside Refresh
   std::function<void()> WhenSynchronised;            ///< run inside ComputeRecData
   std::function<void()> WhenEnded;                   ///< run inside RecordingEnd
+  std::vector<std::string> Lost;                     ///< why, one for each LinkLost
+  std::function<void()> WhenLost;                    ///< run inside LinkLost
+  bool GoesOn = false;                               ///< what LinkLost answers
+  int Left = 0;                                      ///< calls of LinkLeft
 };
 
 }  // namespace kestrel::doubles
