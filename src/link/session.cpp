@@ -103,6 +103,8 @@ void Session::ConnectTo(const std::string& host) {
 
 bool Session::CallAgain() {
   if (called.empty() || socket.State() != SocketState::Closed) return false;
+  // What the server was saying when it was lost would swallow the first word of the new session.
+  inData = {};
   Call(called);
   callingAgain = true;
   return true;

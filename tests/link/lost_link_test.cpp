@@ -132,6 +132,17 @@ TEST_F(LostLink, FailedCallIsToldToTheStationAndTheNextOfThePersonAsEver) {
   EXPECT_EQ(desktop.Boxes.size(), 1u);
 }
 
+TEST_F(LostLink, WordThatItCutOffIsDroppedWithTheCallAndNoneIsLost) {
+  Connect();
+  socket.Arrive(Message("NEWCLT", ClientData("5", "Smith")) + "INDATA5");
+  socket.PeerCloses();
+  ASSERT_TRUE(session.CallAgain());
+  socket.Accept();
+  socket.Arrive(Message("NEWCLT", ClientData("5", "Smith")));
+  EXPECT_EQ(tables.Clients.UpperBound(), 1u);
+  EXPECT_EQ(state.DroppedMessages, 0u);
+}
+
 TEST_F(LostLink, JoinedAndTheWordsAreOfTheConnection) {
   bool joinedWhileChoosing = true;
   host.WhileChoosing = [&] { joinedWhileChoosing = state.Joined; };
