@@ -14,9 +14,10 @@
 namespace kestrel::map {
 namespace {
 
-constexpr double MarkRadius = 120;       ///< around the picked aircraft, surface units
-constexpr double TextMargin = 45;        ///< between a text and its line, surface units
-constexpr std::size_t LongestName = 40;  ///< in the log
+constexpr double MarkRadius = 120;          ///< around the picked aircraft, surface units
+constexpr double RingRadii[] = {240, 285};  ///< around the one that was looked for
+constexpr double TextMargin = 45;           ///< between a text and its line, surface units
+constexpr std::size_t LongestName = 40;     ///< in the log
 constexpr double MillisecondsOfDay = 86'400'000;
 
 /// A foreign name as a part of a line.
@@ -56,6 +57,10 @@ void FollowPicked(const Scene& scene, Ties& ties) {
   const std::optional<SeenAircraft> found = FindAircraft(scene, ties.Tracks, *ties.Picked);
   ties.PickedShown = found && found->Shown;
   if (!found) ties.Picked.reset();
+}
+
+void FollowRinged(const Scene& scene, Ties& ties) {
+  if (ties.Ringed && !FindAircraft(scene, ties.Tracks, *ties.Ringed)) ties.Ringed.reset();
 }
 
 void FollowThreats(const Scene& scene, const Extras& extras, Ties& ties) {
@@ -185,6 +190,7 @@ std::vector<std::string> FollowTies(const Scene& scene, const Extras& extras, st
   ties.Color = extras.TIECOLOR;
   std::vector<std::string> ended = FollowTied(scene, extras.TIECOLOR, ties);
   FollowPicked(scene, ties);
+  FollowRinged(scene, ties);
   FollowThreats(scene, extras, ties);
   return ended;
 }
@@ -227,11 +233,15 @@ void DrawTies(const Scene& scene, Surface& surface) {
   const Ties& ties = *scene.Tied;
   for (const CallLine& line : ties.Threats) DrawGuarded([&] { DrawLine(scene, surface, line); });
   for (const CallLine& line : ties.Lines) DrawGuarded([&] { DrawLine(scene, surface, line); });
-  if (!ties.Picked || !ties.PickedShown) return;
-  DrawGuarded([&] {
-    const SurfacePoint at = SurfaceFromMap(scene.View, ties.Picked->At);
-    surface.Circle(at.X, at.Y, MarkRadius, {.Color = ties.Color});
-  });
+  const auto mark = [&](const Aircraft& marked, double radius) {
+    DrawGuarded([&] {
+      const SurfacePoint at = SurfaceFromMap(scene.View, marked.At);
+      surface.Circle(at.X, at.Y, radius, {.Color = ties.Color});
+    });
+  };
+  if (ties.Picked && ties.PickedShown) mark(*ties.Picked, MarkRadius);
+  if (!ties.Ringed) return;
+  for (const double radius : RingRadii) mark(*ties.Ringed, radius);
 }
 
 }  // namespace kestrel::map

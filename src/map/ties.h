@@ -37,13 +37,14 @@ struct Ties {
   std::vector<Tie> All;            ///< at most MostTies
   std::optional<Aircraft> Picked;  ///< the first of a tie, while the second is awaited
   bool PickedShown = false;
+  std::optional<Aircraft> Ringed;  ///< the one that was looked for, until EndRing
   SnapshotTracks Tracks;
   std::int32_t Record = 0;        ///< of the tape, that Tracks have last seen
   double SnapshotTime = 0;        ///< of the record of the last snapshot, days
   double Cycle = 0;               ///< milliseconds between the last two snapshots; 0 while that is not known
   std::vector<CallLine> Lines;    ///< of All, in its order
   std::vector<CallLine> Threats;  ///< one for each player with a hostile aircraft near him
-  base::Colour Color = 0;         ///< of the mark around Picked
+  base::Colour Color = 0;         ///< of the marks around Picked and Ringed
 };
 
 /// Like "BRAA 284/38, 25 000, hot": from the first place to the second in whole degrees and nautical miles, the
