@@ -132,6 +132,7 @@ void AddExtras(std::vector<SettingsRow>& rows, map::Extras& extras) {
   add({section, "FORMER_CURSOR_COLOR", &extras.FORMER_CURSOR_COLOR});
   add({section, "FORMER_CURSOR_TEXT_COOR", &extras.FORMER_CURSOR_TEXT_COOR});
   add({section, "FORMER_BULLSEYE_COLOR", &extras.FORMER_BULLSEYE_COLOR});
+  add({section, "PLOTCARD", &extras.PLOTCARD});
 }
 
 }  // namespace

@@ -93,6 +93,8 @@ void AddExtras(std::vector<OptionRow>& rows, map::Extras& extras) {
                               {"chkThreatRing", &extras.THREATRING, Changed::Plots},
                               {"txtThreatRange", &extras.THREATRANGE, Changed::Plots},
                               {"cmdThreatCol", &extras.THREATCOLOR, Changed::Plots},
+                              // The card lies over the map: no redraw.
+                              {"chkPlotCard", &extras.PLOTCARD, Changed::Nothing},
                           });
 }
 

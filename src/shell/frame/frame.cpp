@@ -88,6 +88,7 @@ MDIForm1::MDIForm1(core::Program& running, ModalCount& dialogs) : program(runnin
   });
   connect(&tools->The<ClientsFrm>(), &ClientsFrm::PopUp3Asked, this,
           [this](const QPoint& place) { PopUp("PopUp3").popup(place); });
+  connect(&tools->The<ClientsFrm>(), &ClientsFrm::AircraftAsked, &map->Picture(), &MapPicture::ShowAircraft);
   FreqFrm& frequencies = tools->The<FreqFrm>();
   connect(&frequencies, &FreqFrm::PopUp4Asked, this, &MDIForm1::ShowPopUp4);
   falcon = new FalconWindows(running, modal, *this);

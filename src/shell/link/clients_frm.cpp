@@ -1,8 +1,10 @@
 #include "shell/link/clients_frm.h"
 
 #include <QFocusEvent>
+#include <QMouseEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <QStyle>
 #include <QStyledItemDelegate>
 #include <initializer_list>
 
@@ -42,6 +44,13 @@ class RowDelegate final : public QStyledItemDelegate {
     option->palette.setColor(QPalette::Window, option->palette.color(QPalette::PlaceholderText));
   }
 };
+
+/// What the check of a row takes of its left end, pixels.
+int CheckWidth(const QAbstractItemView& view) {
+  const QStyle& style = *view.style();
+  return style.pixelMetric(QStyle::PM_IndicatorWidth, nullptr, &view) +
+         2 * (style.pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &view) + 1);
+}
 
 void SetUpView(QAbstractItemView& view, QAbstractItemModel& model, int rows) {
   view.setModel(&model);
@@ -111,6 +120,7 @@ void ClientsFrm::Change(const char* control, Edit edit) {
 
 void ClientsFrm::Connect() {
   form->TreeView1->viewport()->installEventFilter(this);
+  form->List1->viewport()->installEventFilter(this);
   form->Text1->installEventFilter(this);
   connect(form->TreeView1->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ClientsFrm::NodeSelected);
   connect(form->TreeView1, &QWidget::customContextMenuRequested, this, &ClientsFrm::AskPopUp3);
@@ -216,6 +226,11 @@ void ClientsFrm::FitRefused() {
 bool ClientsFrm::eventFilter(QObject* watched, QEvent* event) {
   if (watched == form->TreeView1->viewport()) {
     if (event->type() == QEvent::MouseButtonPress) PressedInTree();
+  }
+  for (const QAbstractItemView* view : std::initializer_list<QAbstractItemView*>{form->TreeView1, form->List1}) {
+    if (watched != view->viewport()) continue;
+    const auto* mouse = event->type() == QEvent::MouseButtonDblClick ? static_cast<QMouseEvent*>(event) : nullptr;
+    if (mouse != nullptr && mouse->button() == Qt::LeftButton) AskAircraft(*view, mouse->position().toPoint());
     return false;
   }
   if (watched == form->Text1) {
@@ -251,6 +266,27 @@ void ClientsFrm::AskPopUp3(const QPoint& place) {
   if (!node.isValid()) return;
   popUpId = clients->At(node).Id;
   Q_EMIT PopUp3Asked(form->TreeView1->viewport()->mapToGlobal(place));
+}
+
+void ClientsFrm::AskAircraft(const QAbstractItemView& view, QPoint place) {
+  const QModelIndex row = view.indexAt(place);
+  if (!row.isValid()) return;
+  map::Aircraft who;
+  if (&view == form->TreeView1) {
+    who.Real = true;
+    who.Id = clients->At(row).Id;
+  } else {
+    // Two clicks on the check are two changes of the check.
+    if (place.x() < view.visualRect(row).left() + CheckWidth(view)) return;
+    who.Name = aircraft->At(row).Name;
+    // Of several of one name it is the one in this row.
+    const auto index = static_cast<std::size_t>(row.row()) + 1;
+    const auto& plots = program.State.Plots.AIPlots;
+    if (index <= plots.UpperBound() && plots[index].Name == who.Name) {
+      who.At = {plots[index].X, program.State.View.Size - plots[index].Y};
+    }
+  }
+  Q_EMIT AircraftAsked(who);
 }
 
 std::size_t ClientsFrm::PopUp3Client() const {

@@ -6,8 +6,11 @@
 #include <optional>
 
 #include "base/changed.h"
+#include "map/aircraft.h"
 #include "shell/link/clients_models.h"
 #include "shell/parts/tool_frm.h"
+
+class QAbstractItemView;
 
 namespace Ui {
 class ClientsFrm;
@@ -31,6 +34,8 @@ class ClientsFrm final : public ToolFrm {
  Q_SIGNALS:
   /// A right click on a node; `place` on the screen.
   void PopUp3Asked(const QPoint& place);
+  /// A double click on a player or on the name of an AI aircraft: it is to be shown on the map.
+  void AircraftAsked(const map::Aircraft& who);
 
  protected:
   void ShowChanged(base::Changed what) override;
@@ -52,6 +57,8 @@ class ClientsFrm final : public ToolFrm {
   void PressedInTree();
   void NodeSelected();
   void AskPopUp3(const QPoint& place);
+  /// A double click in tree or list at this place.
+  void AskAircraft(const QAbstractItemView& view, QPoint place);
   void FollowEdit();
   void PickColor();
   void ResetFriends();

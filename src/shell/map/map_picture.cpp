@@ -29,11 +29,19 @@ namespace {
 constexpr int WheelNotch = 120;
 /// A system that counts finer or coarser pixels than the toolkit may put the pointer this far off, both axes together.
 constexpr double NearPlace = 2;
+/// How often is looked whether a ring's time is over, milliseconds.
+constexpr int RingCheckMs = 100;
 
 }  // namespace
 
 MapPicture::MapPicture(core::Program& running, QMenu& popUp2, QWidget* owner)
-    : QWidget(owner), program(running), popUp(popUp2) {
+    : QWidget(owner),
+      program(running),
+      popUp(popUp2),
+      card(new HoverCard(
+          running, [this] { return Scene(); }, this)),
+      find(new FindField(
+          running, [this] { return Scene(); }, this)) {
   setObjectName(QStringLiteral("Picture1"));
   setAttribute(Qt::WA_OpaquePaintEvent);
   setMouseTracking(true);
@@ -43,6 +51,9 @@ MapPicture::MapPicture(core::Program& running, QMenu& popUp2, QWidget* owner)
   settle.setSingleShot(true);
   settle.setInterval(SettleMs);
   connect(&settle, &QTimer::timeout, this, [this] { DrawMap(); });
+  ring.setInterval(RingCheckMs);
+  connect(&ring, &QTimer::timeout, this, &MapPicture::WatchRing);
+  connect(find, &FindField::Asked, this, &MapPicture::ShowAircraft);
 }
 
 map::Scene MapPicture::Scene() {
@@ -64,8 +75,10 @@ map::Scene MapPicture::Scene() {
 
 void MapPicture::FollowTies() {
   core::Station& station = program.State;
-  const std::int32_t record = station.Tapes.Player.State().CurPoint;
-  for (const std::string& line : map::FollowTies(Scene(), station.Extras, record, station.Ties)) {
+  const tape::PlayerState& tape = station.Tapes.Player.State();
+  const map::SnapshotTimes times{.SyncInterval = static_cast<double>(station.Session.Sync.SyncInterval),
+                                 .RecordTime = tape.CurTime};
+  for (const std::string& line : map::FollowTies(Scene(), station.Extras, tape.CurPoint, station.Ties, times)) {
     program.Log.LogTimed(line);
   }
 }
@@ -97,6 +110,7 @@ void MapPicture::DrawMap() {
   });
   ++mapDraws;
   ShowDirty();
+  FollowOver();
   TellPointer(QGuiApplication::keyboardModifiers());
 }
 
@@ -107,6 +121,33 @@ void MapPicture::RedrawPlots() {
   ++plotDraws;
   plotsDue = true;
   if (!unpainted) DrawDuePlots();
+  FollowOver();
+}
+
+void MapPicture::FollowOver() {
+  Guarded(program.Log, "FollowOver", [this] {
+    card->Follow();
+    find->Follow();
+  });
+}
+
+void MapPicture::OpenFind() { find->Open(); }
+
+void MapPicture::ShowAircraft(const map::Aircraft& who) {
+  Guarded(program.Log, "ShowAircraft", [this, &who] {
+    core::Station& station = program.State;
+    const base::Changed changed = map::ShowAircraft(Scene(), who, station.View, station.Ties);
+    if (changed == base::Changed::Nothing) return;
+    ringedAt = program.Log.Time().TickCount();
+    ring.start();
+    program.Shown.Refresh(changed);
+  });
+}
+
+void MapPicture::WatchRing() {
+  if (program.Log.Time().TickCount() - ringedAt < map::RingTime) return;
+  ring.stop();
+  if (map::EndRing(program.State.Ties)) program.Shown.Refresh(base::Changed::Plots);
 }
 
 void MapPicture::DrawDuePlots() {
@@ -181,6 +222,7 @@ void MapPicture::TakePointer(QPointF position) {
 
 void MapPicture::mousePressEvent(QMouseEvent* event) {
   Guarded(program.Log, "MouseDown", [this, event] {
+    card->Leave();
     TakePointer(event->position());
     sentTo.reset();
     switch (event->button()) {
@@ -216,6 +258,8 @@ void MapPicture::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void MapPicture::TakeKeyboard() {
+  // Who types into the field over the map goes on typing.
+  if (find->HasKeyboard()) return;
   // Of a window that is not active the toolkit only notes who is to have the keyboard. It is taken from a floating
   // window alone: neither from a dialog nor from another program.
   const bool inUse = QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr;
@@ -233,8 +277,15 @@ void MapPicture::mouseMoveEvent(QMouseEvent* event) {
                                             event->position().y() * map::UnitsPerPixelY,
                                             event->buttons().testFlag(Qt::LeftButton)));
     TellPointer(event->modifiers());
+    if (event->buttons() == Qt::NoButton) {
+      card->PointTo(event->position());
+    } else {
+      card->Leave();
+    }
   });
 }
+
+void MapPicture::leaveEvent(QEvent*) { card->Leave(); }
 
 bool MapPicture::IsOwnMove(QPointF global) {
   // Others may be on their way before it.
@@ -271,6 +322,7 @@ void MapPicture::keyPressEvent(QKeyEvent* event) {
   Guarded(program.Log, "KeyDown", [this, event] {
     core::MapKey(program, VirtualKey(*event), ShiftState(*event));
     if (IsBound(*event)) return;
+    if (event->key() == Qt::Key_F && event->modifiers() == Qt::ControlModifier) return OpenFind();
     Q_EMIT UnboundKey(*event);
     if (event->key() == Qt::Key_Escape && map::ClearTies(program.State.Ties)) {
       program.Shown.Refresh(base::Changed::Plots);

@@ -8,6 +8,8 @@
 #include "core/program.h"
 #include "map/renderer.h"
 #include "shell/map/cursor_line.h"
+#include "shell/map/find_field.h"
+#include "shell/map/hover_card.h"
 #include "shell/map/qt_surface.h"
 
 class QMenu;
@@ -41,6 +43,10 @@ class MapPicture final : public QWidget {
   void CenterMousePointer();
   /// Takes part of a wheel's turn, eighths of a degree; each whole notch is one zoom step.
   void TurnWheel(int angle);
+  /// Opens the field in which an aircraft is looked for.
+  void OpenFind();
+  /// Centres the map on an aircraft and rings it for map::RingTime; nothing for one that is gone.
+  void ShowAircraft(const map::Aircraft& who);
 
   /// Whole repaints since the start.
   std::uint64_t MapDraws() const { return mapDraws; }
@@ -69,6 +75,7 @@ class MapPicture final : public QWidget {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
+  void leaveEvent(QEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
 
@@ -78,6 +85,10 @@ class MapPicture final : public QWidget {
   void FollowTies();
   /// A press with Ctrl. True when it was meant for an aircraft, or the text of a line between two.
   bool PressTies();
+  /// What lies over the map takes what has changed.
+  void FollowOver();
+  /// Takes the ring away when its time is over.
+  void WatchRing();
   void TakePointer(QPointF position);
   /// True for the move that comes of CenterMousePointer, once. It comes when that has long returned.
   bool IsOwnMove(QPointF global);
@@ -98,7 +109,11 @@ class MapPicture final : public QWidget {
   map::TrailLayer trails;  ///< on `surface`
   CursorLine line;
   CursorLine rubber;
+  HoverCard* card;
+  FindField* find;
   QTimer settle;
+  QTimer ring;                 ///< looks whether the ring's time is over
+  std::uint32_t ringedAt = 0;  ///< tick count
   std::uint64_t mapDraws = 0;
   std::uint64_t plotDraws = 0;
   std::uint64_t plotsDrawn = 0;

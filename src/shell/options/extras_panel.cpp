@@ -32,6 +32,7 @@ ExtrasPanel::ExtrasPanel(core::Program& running, OptionControls& controls, QWidg
   AddTies(*left);
   AddThreats(*left);
   AddColors(*right);
+  AddCard(*right);
   for (QVBoxLayout* column : {left, right}) column->addStretch(1);
   Fill();
 }
@@ -81,6 +82,12 @@ void ExtrasPanel::AddColors(QBoxLayout& column) {
       "Friends, foes, players, cursor and bullseye in colors that are told apart with every kind of color blindness",
       core::UseEyeColours);
   cmdFormerColors = add("cmdFormerColors", "Put Back", "The colors that were there before", core::PutColoursBack);
+}
+
+void ExtrasPanel::AddCard(QBoxLayout& column) {
+  QVBoxLayout* rows = NewGroup("Pointer", column, this);
+  rows->addWidget(options.Check("chkPlotCard", Words("Card at the Pointer"),
+                                Words("What is known of the aircraft that the pointer rests on"), this));
 }
 
 }  // namespace kestrel::shell

@@ -23,6 +23,7 @@ class ExtrasPanel final : public QFrame {
   void AddTies(QBoxLayout& column);
   void AddThreats(QBoxLayout& column);
   void AddColors(QBoxLayout& column);
+  void AddCard(QBoxLayout& column);
 
   core::Program& program;
   OptionControls& options;
