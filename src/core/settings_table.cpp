@@ -135,6 +135,13 @@ void AddExtras(std::vector<SettingsRow>& rows, map::Extras& extras) {
   add({section, "PLOTCARD", &extras.PLOTCARD});
 }
 
+void AddHealingKeys(std::vector<SettingsRow>& rows, HealingOptions& options) {
+  for (const auto& [key, field] : {std::pair{"RECONNECT", &options.RECONNECT}, {"RECORDAGAIN", &options.RECORDAGAIN}}) {
+    rows.push_back({"KESTREL", key, field});
+    rows.back().Spared = true;
+  }
+}
+
 }  // namespace
 
 std::vector<SettingsRow> SettingsTable(Station& station) {
@@ -155,6 +162,7 @@ std::vector<SettingsRow> SettingsTable(Station& station) {
   }
   rows.push_back({"IVC_WINDOW_NAME", "NAME", &station.VoiceWindowName});
   AddExtras(rows, station.Extras);
+  AddHealingKeys(rows, station.HealingOptions);
   return rows;
 }
 

@@ -13,6 +13,7 @@
 #include "areas/area_editor.h"
 #include "base/files.h"
 #include "base/picture.h"
+#include "core/healing.h"
 #include "core/shortcuts.h"
 #include "link/link_options.h"
 #include "link/session.h"
@@ -102,6 +103,8 @@ struct Station {
   map::Options MapOptions;
   map::Extras Extras;
   map::Ties Ties;
+  core::HealingOptions HealingOptions;
+  core::Healing Healing;
   std::vector<FormerPlayer> FormerPlayers;  ///< while EYECOLORS
   map::ViewState View;
   FileKeeping ViewFiles;            ///< of the saved views in View

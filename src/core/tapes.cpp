@@ -5,6 +5,7 @@
 #include "base/clock.h"
 #include "base/files.h"
 #include "base/numbers.h"
+#include "core/healing.h"
 #include "core/tell.h"
 #include "core/theater_switch.h"
 #include "theaters/catalogue.h"
@@ -40,6 +41,7 @@ class PlayerDesk final : public tape::PlayerHost {
   }
 
   void LeaveSession() override {
+    StopHealing(program);
     if (program.Link.Open()) program.Link.Disconnect();
   }
 

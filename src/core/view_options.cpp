@@ -6,6 +6,7 @@
 #include "base/numbers.h"
 #include "core/debug_files.h"
 #include "core/friends.h"
+#include "core/healing.h"
 #include "link/roster.h"
 
 namespace kestrel::core {
@@ -98,6 +99,13 @@ void AddExtras(std::vector<OptionRow>& rows, map::Extras& extras) {
                           });
 }
 
+void AddHealingOptions(std::vector<OptionRow>& rows, HealingOptions& options) {
+  rows.insert(rows.end(), {
+                              {"chkReconnect", &options.RECONNECT, Changed::Connection, FollowReconnect},
+                              {"chkRecordAgain", &options.RECORDAGAIN, Changed::Nothing},
+                          });
+}
+
 constexpr std::int16_t scales[] = {2, 3, 4, 5, 6, 8, 10, 12, 16, 20};
 /// There is no shape 23.
 constexpr std::int32_t icons[] = {1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14,
@@ -111,6 +119,7 @@ std::vector<OptionRow> OptionsTable(Station& station) {
   AddOptionsPanel(rows, station);
   AddNavaids(rows, station.MapOptions);
   AddExtras(rows, station.Extras);
+  AddHealingOptions(rows, station.HealingOptions);
   return rows;
 }
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "base/temp_folder.h"
+#include "core/healing.h"
 #include "core/tapes.h"
 #include "core/theater_switch.h"
 #include "station_folder.h"
@@ -27,9 +28,14 @@ inline const std::string NewPlayer(
 class TapeHost final : public link::SessionHost {
  public:
   std::optional<std::uint8_t> ChooseChannel(std::uint8_t) override { return 0; }
-  void Refresh(base::Changed what) override { Owner->Shown.Refresh(what); }
+  void Refresh(base::Changed what) override {
+    LookAtLink(*Owner);
+    Owner->Shown.Refresh(what);
+  }
   void ComputeRecData() override { core::ComputeRecData(*Owner); }
   void RecordingEnd() override { core::RecordingEnd(*Owner); }
+  bool LinkLost(const std::string& why) override { return core::LinkLost(*Owner, why); }
+  void LinkLeft() override { core::LinkLeft(*Owner); }
   Program* Owner = nullptr;
 };
 

@@ -33,6 +33,7 @@ ExtrasPanel::ExtrasPanel(core::Program& running, OptionControls& controls, QWidg
   AddThreats(*left);
   AddColors(*right);
   AddCard(*right);
+  AddHealing(*right);
   for (QVBoxLayout* column : {left, right}) column->addStretch(1);
   Fill();
 }
@@ -88,6 +89,14 @@ void ExtrasPanel::AddCard(QBoxLayout& column) {
   QVBoxLayout* rows = NewGroup("Pointer", column, this);
   rows->addWidget(options.Check("chkPlotCard", Words("Card at the Pointer"),
                                 Words("What is known of the aircraft that the pointer rests on"), this));
+}
+
+void ExtrasPanel::AddHealing(QBoxLayout& column) {
+  QVBoxLayout* rows = NewGroup("Lost Connection", column, this);
+  rows->addWidget(options.Check("chkReconnect", Words("Reconnect by Itself"),
+                                Words("Call a lost server again and again until there is data"), this));
+  rows->addWidget(options.Check("chkRecordAgain", Words("Go on Recording"),
+                                Words("Begin a new tape when a lost connection has ended one and is back"), this));
 }
 
 }  // namespace kestrel::shell

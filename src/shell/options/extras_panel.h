@@ -24,6 +24,7 @@ class ExtrasPanel final : public QFrame {
   void AddThreats(QBoxLayout& column);
   void AddColors(QBoxLayout& column);
   void AddCard(QBoxLayout& column);
+  void AddHealing(QBoxLayout& column);
 
   core::Program& program;
   OptionControls& options;

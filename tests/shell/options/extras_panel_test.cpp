@@ -44,6 +44,18 @@ TEST_F(ExtrasPage, EachControlStoresItsSettingAndRedrawsWhatMoves) {
   EXPECT_EQ(Saved("THREATRING", "KESTREL"), "missing") << "as it ships";
 }
 
+TEST_F(ExtrasPage, LostConnectionIsLeftToThePersonAsTheStationShips) {
+  const std::pair<const char*, const char*> boxes[] = {{"chkReconnect", "RECONNECT"},
+                                                       {"chkRecordAgain", "RECORDAGAIN"}};
+  for (const auto& [control, key] : boxes) {
+    EXPECT_EQ(Saved(key, "KESTREL"), "missing");
+    Press(control);
+    EXPECT_EQ(Saved(key, "KESTREL"), "1");
+    Press(control);
+    EXPECT_EQ(Saved(key, "KESTREL"), "missing");
+  }
+}
+
 TEST_F(ExtrasPage, ColorsForEveryEyeAreTakenAndPutBack) {
   auto& back = Part<QPushButton>("cmdFormerColors");
   EXPECT_FALSE(back.isEnabled());
