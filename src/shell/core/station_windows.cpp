@@ -2,8 +2,10 @@
 
 #include <QApplication>
 
+#include "core/healing.h"
 #include "core/tapes.h"
 #include "shell/link/select_channel_dialog.h"
+#include "shell/map/lost_link.h"
 #include "shell/parts/dialogs.h"
 #include "shell/radio/freq_frm.h"
 
@@ -86,5 +88,18 @@ std::optional<std::uint8_t> StationWindows::ChooseChannel(std::uint8_t present) 
 void StationWindows::ComputeRecData() { core::ComputeRecData(*program); }
 
 void StationWindows::RecordingEnd() { core::RecordingEnd(*program); }
+
+bool StationWindows::LinkLost(const std::string& why) {
+  // The last picture with what there was, not that of a call that has failed.
+  const bool keep = program->State.Healing.Trouble != core::LinkTrouble::Lost && frame && !unloaded;
+  const bool goesOn = core::LinkLost(*program, why);
+  if (keep) frame->Lost().KeepPicture();
+  return goesOn;
+}
+
+void StationWindows::LinkLeft() {
+  core::LinkLeft(*program);
+  if (frame && !unloaded) frame->Lost().Follow();
+}
 
 }  // namespace kestrel::shell

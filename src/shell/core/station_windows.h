@@ -38,6 +38,8 @@ class StationWindows final : public core::Windows, public core::EarlyWindows, pu
   std::optional<std::uint8_t> ChooseChannel(std::uint8_t present) override;
   void ComputeRecData() override;
   void RecordingEnd() override;
+  bool LinkLost(const std::string& why) override;
+  void LinkLeft() override;
 
  private:
   ModalCount& modal;

@@ -28,6 +28,7 @@
 #include "shell/link/frm_conn_port.h"
 #include "shell/link/prefer_form.h"
 #include "shell/link/vld_from2.h"
+#include "shell/map/lost_link.h"
 #include "shell/parts/dialogs.h"
 #include "shell/parts/guard.h"
 #include "shell/parts/plain_text.h"
@@ -64,6 +65,8 @@ MDIForm1::MDIForm1(core::Program& running, ModalCount& dialogs) : program(runnin
   statusBar()->setSizeGripEnabled(false);
   statusBar()->setContentsMargins(0, 0, 0, 0);
   statusBar()->addPermanentWidget(strip, 1);
+  lost = new LostLink(running, map->Picture());
+  connect(lost, &LostLink::Silent, strip, &StatusStrip::ShowSilence);
   bullseyes = new BullseyeWindows(running, modal, *this);
   for (const char* name : {"mnuDisconnect", "mnuStartRec", "mnuStopRecording"}) Entry(name).setEnabled(false);
   // What a window manager adds around it is not known yet: a title bar's height is left above and a little below.
@@ -260,6 +263,7 @@ void MDIForm1::Refresh(base::Changed what) {
       {Changed::ConnectionMenus, [](MDIForm1& frame) { frame.LoadConnectionMenus(); }},
       {Changed::CursorLine, [](MDIForm1& frame) { frame.ShowPointer(); }},
       {Changed::Map | Changed::Plots, [](MDIForm1& frame) { frame.ShowThreats(); }},
+      {Changed::Connection | Changed::Activity | Changed::Options, [](MDIForm1& frame) { frame.lost->Follow(); }},
   };
   // The map draws what moves in either case.
   if (Has(what, Changed::Map)) {

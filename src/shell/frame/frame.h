@@ -23,6 +23,7 @@ namespace kestrel::shell {
 class AreaWindows;
 class BullseyeWindows;
 class FalconWindows;
+class LostLink;
 
 /// The frame: menus, the map window and the status strip. Its menus come from the tables of menu_table.h; a menu entry
 /// is a QAction named as the entry, an item of a row as the row with "_" and the number of its element.
@@ -39,6 +40,7 @@ class MDIForm1 final : public QMainWindow {
   BullseyeWindows& Bullseyes() { return *bullseyes; }
   AreaWindows& Areas() { return *areas; }
   FalconWindows& Falcon() { return *falcon; }
+  LostLink& Lost() { return *lost; }
   /// True from the moment the closing begins.
   bool Closing() const { return closing; }
   /// A pop-up menu by its name, e.g. "PopUp3".
@@ -115,6 +117,7 @@ class MDIForm1 final : public QMainWindow {
   AreaWindows* areas = nullptr;
   FalconWindows* falcon = nullptr;
   StatusStrip* strip = nullptr;
+  LostLink* lost = nullptr;
   std::unique_ptr<ToolWindows> tools;
   EnterKey enter;
   FocusFilter focus;

@@ -57,7 +57,7 @@ StatusStrip::StatusStrip(QWidget* owner) : QWidget(owner) {
   TimerAct.setInterval(TickMs);
   connect(&TimerAct, &QTimer::timeout, this, [this] { Tick(); });
   ShowConnected(false);
-  StatPic_Act->Set(false, QStringLiteral("No data"));
+  ShowActivity();
   StatPic_Rec->Set(false, QStringLiteral("Not recording"));
   ShowTransmit({});
 }
@@ -154,8 +154,21 @@ void StatusStrip::ActivityPulse() {
 
 void StatusStrip::Tick() {
   ActivityOn = !ActivityOn;
-  StatPic_Act->Set(ActivityOn, ActivityOn ? QStringLiteral("Data") : QStringLiteral("No data"));
+  ShowActivity();
   if (!ActivityOn) TimerAct.stop();
+}
+
+void StatusStrip::ShowActivity() {
+  if (!ActivityOn && !silence.isEmpty()) {
+    StatPic_Act->SetFailed(LampColoursOf(palette()).Recording, silence);
+  } else {
+    StatPic_Act->Set(ActivityOn, ActivityOn ? QStringLiteral("Data") : QStringLiteral("No data"));
+  }
+}
+
+void StatusStrip::ShowSilence(const QString& text) {
+  silence = text;
+  if (!TimerAct.isActive()) ShowActivity();
 }
 
 void StatusStrip::ShowTransmit(const radio::Transmission& keys) {

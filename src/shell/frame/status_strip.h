@@ -30,6 +30,8 @@ class StatusStrip final : public QWidget {
   void ShowRecording(bool recording, const QString& toolTip);
   /// A command came or went: the activity lamp lights for one tick.
   void ActivityPulse();
+  /// What the dark activity lamp says of a link without data; empty: that there is none, as ever.
+  void ShowSilence(const QString& text);
   /// How many players have a hostile aircraft near them; nothing takes the mark away.
   void ShowThreats(std::optional<std::size_t> threats);
   /// The lamps of the transmit keys.
@@ -49,6 +51,7 @@ class StatusStrip final : public QWidget {
  private:
   QToolButton* CheckButton(const char* name, const QString& caption);
   void Tick();
+  void ShowActivity();
   QLabel* ReadOut(const char* name, const QString& longest);
 
   std::array<Lamp*, 6> Lamps() const;
@@ -74,6 +77,7 @@ class StatusStrip final : public QWidget {
   int fixedWidth = 0;  ///< everything but the read-outs, with the lamps' words, pixels
   QTimer TimerAct{this};
   bool ActivityOn = false;
+  QString silence;  ///< empty while there is none
 };
 
 }  // namespace kestrel::shell

@@ -112,6 +112,17 @@ void MapPicture::DrawMap() {
   ShowDirty();
   FollowOver();
   TellPointer(QGuiApplication::keyboardModifiers());
+  Q_EMIT Drawn();
+}
+
+const QImage& MapPicture::ShownImage() {
+  DrawDuePlots();
+  return surface.Image();
+}
+
+void MapPicture::PaintLines(QPainter& painter) const {
+  line.Paint(painter);
+  rubber.Paint(painter);
 }
 
 void MapPicture::RedrawPlots() {
@@ -203,8 +214,7 @@ void MapPicture::paintEvent(QPaintEvent* event) {
   const QRegion beyond = event->region() - QRect(QPoint(), QSize(int(shown.width()), int(shown.height())));
   for (const QRect& part : beyond) painter.fillRect(part, MapSurround(palette()));
   painter.drawImage(QPointF(), surface.Image());
-  line.Paint(painter);
-  rubber.Paint(painter);
+  PaintLines(painter);
   Q_EMIT Painted();
 }
 

@@ -48,6 +48,11 @@ class MapPicture final : public QWidget {
   /// Centres the map on an aircraft and rings it for map::RingTime; nothing for one that is gone.
   void ShowAircraft(const map::Aircraft& who);
 
+  /// The picture as the next paint shows it, without the lines that follow the pointer.
+  const QImage& ShownImage();
+  /// Those lines, over whatever lies over the map.
+  void PaintLines(QPainter& painter) const;
+
   /// Whole repaints since the start.
   std::uint64_t MapDraws() const { return mapDraws; }
   /// Repaints of what moves that have been asked for, and those that were drawn.
@@ -62,6 +67,8 @@ class MapPicture final : public QWidget {
   void PointerMoved(double mapX, double mapY, Qt::KeyboardModifiers keys);
   /// A key has been pressed that runs no command here.
   void UnboundKey(const QKeyEvent& key);
+  /// The whole map has been drawn anew.
+  void Drawn();
   /// A part of the map has been painted.
   void Painted();
 
