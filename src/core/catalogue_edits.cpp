@@ -6,6 +6,7 @@
 
 #include "base/code_page.h"
 #include "base/files.h"
+#include "core/bullseye_steps.h"
 #include "core/settings.h"
 #include "core/tell.h"
 #include "core/theater_switch.h"
@@ -128,6 +129,7 @@ bool StoreBullseye(Program& program, std::size_t row, const theaters::Bullseye& 
     return false;
   }
   theaters::Theater& theater = program.State.Catalogue.Current();
+  const BullseyeStep before = PresentBullseye(program.State);
   try {
     if (row == 0) {
       theaters::AddBullseye(theater, bullseye);
@@ -138,6 +140,7 @@ bool StoreBullseye(Program& program, std::size_t row, const theaters::Bullseye& 
     TellFailure(program, "The bullseye could not be stored: ", failure);
     return false;
   }
+  KeepBullseye(program.State, before);
   program.Shown.Refresh(ReloadBulls(program.State) | base::Changed::NameMenus);
   return true;
 }
@@ -152,6 +155,7 @@ bool DeleteBullseye(Program& program, std::size_t row) {
   const std::string name = theater.Bulls[row].Name;
   if (!IsSure(program, "Are you sure you want to delete the " + name + " Bullseye?", title)) return false;
   theaters::RemoveBullseye(theater, row);
+  ForgetBullseye(program.State, row);
   program.Shown.Refresh(base::Changed::NameMenus);
   return true;
 }

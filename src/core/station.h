@@ -84,6 +84,12 @@ struct FormerPlayer {
   base::Colour Color = 0;
 };
 
+/// What the current bullseye was before a change during a session.
+struct BullseyeStep {
+  std::size_t Index = 0;                     ///< of the current theater's
+  std::optional<theaters::Bullseye> Edited;  ///< as it was, when it was edited and not another one chosen
+};
+
 /// The state of the whole station: made once in main.cpp and handed on by reference. Procedures take the records that
 /// they read and write, not all of this; only start, stop and theater switch take it whole.
 struct Station {
@@ -128,6 +134,7 @@ struct Station {
   std::string VoiceWindowName = "IVC Client";  ///< caption of the voice program's window
   bool FolderReadOnly = false;                 ///< AppPath could not be written at the start; the person has been told
   bool Loading = false;                        ///< while windows are being placed at the start: nothing is drawn
+  std::vector<BullseyeStep> BullseyeSteps;     ///< of the current theater, the latest last
   std::vector<std::string> Notes;  ///< what was put right while reading settings; written to the log once it is open
 };
 

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "base/picture_replacement.h"
+#include "core/bullseye_steps.h"
 #include "core/early_windows.h"
 #include "core/settings.h"
 #include "core/theater_data.h"
@@ -83,6 +84,7 @@ base::Changed ResetTheaterData(Program& program) {
   ReloadBulls(station);
   station.AreaSteps.Clear();
   station.FrequencySteps.Clear();
+  station.BullseyeSteps.clear();
   const base::Changed shows = LoadTheaterData(program);
   map::ResetResolution(station.View);
   return shows | base::Changed::Map | base::Changed::MiniMap | base::Changed::Zoom | base::Changed::CursorLine;
@@ -110,7 +112,9 @@ void ReloadEditedTheater(Program& program) {
 base::Changed SelectBullseye(Program& program, std::size_t index) {
   theaters::Theater& theater = program.State.Catalogue.Current();
   if (index == 0 || index > theater.Bulls.UpperBound()) return base::Changed::Nothing;
+  const BullseyeStep before = PresentBullseye(program.State);
   theater.CurrentBull = static_cast<std::int16_t>(index);
+  KeepBullseye(program.State, before);
   return ReloadBulls(program.State) | base::Changed::NameMenus;
 }
 

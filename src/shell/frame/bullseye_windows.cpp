@@ -1,12 +1,16 @@
 #include "shell/frame/bullseye_windows.h"
 
+#include <QMenu>
 #include <QMenuBar>
 
+#include "core/bullseye_steps.h"
 #include "core/catalogue_edits.h"
 #include "core/tell.h"
 #include "shell/frame/frame.h"
 #include "shell/parts/dialogs.h"
 #include "shell/parts/guard.h"
+#include "shell/parts/plain_text.h"
+#include "shell/parts/unicode_text.h"
 #include "shell/theaters/mdf_bulls_frm.h"
 
 namespace kestrel::shell {
@@ -25,6 +29,25 @@ void BullseyeWindows::CreateAtPointer() { ShowDetails(0, BullsDetailsFrm::Start:
 void BullseyeWindows::GetFromCampaignFile() {
   const auto file = core::ChooseFile(program, "Open Campaign File", "Falcon tac/cam/trn files|*.tac;*.cam;*.trn");
   if (file) core::AddCampaignBullseye(program, *file);
+}
+
+void BullseyeWindows::Undo() { program.Shown.Refresh(core::UndoBullseye(program)); }
+
+void BullseyeWindows::SayInMenus(QMenu& menu) {
+  const QString note = program.State.Session.Connected ? FromBytes(core::BullseyeNote) : QString();
+  QMenu& mapMenu = frame.PopUp("PopUp2");
+  auto* undoOnMap = mapMenu.findChild<QAction*>(QStringLiteral("mnuUndoNewBulls"));
+  const std::optional<std::string> before = core::BullseyeBefore(program.State);
+  undoOnMap->setVisible(before.has_value());
+  QList<QAction*> said = menu.actions() << frame.findChild<QAction*>(QStringLiteral("mnuSetNewBulls"));
+  for (QAction* action : said) action->setToolTip(note);
+  for (QMenu* each : {&menu, &mapMenu}) each->setToolTipsVisible(!note.isEmpty());
+  if (!before) return;
+  undoOnMap->setText(AsCaption(QStringLiteral("Undo: Back to ") + FromBytes(*before)));
+  menu.addSeparator();
+  QAction* undo = menu.addAction(undoOnMap->text());
+  undo->setObjectName(QStringLiteral("mnuUndoBullseye"));
+  connect(undo, &QAction::triggered, this, [this] { Guarded(program.Log, "mnuUndoBullseye", [this] { Undo(); }); });
 }
 
 void BullseyeWindows::ShowDetails(std::size_t index, BullsDetailsFrm::Start start) {

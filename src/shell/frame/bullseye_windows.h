@@ -7,6 +7,8 @@
 #include "shell/parts/modal_count.h"
 #include "shell/theaters/bulls_details_frm.h"
 
+class QMenu;
+
 namespace kestrel::shell {
 
 class MDIForm1;
@@ -25,6 +27,10 @@ class BullseyeWindows final : public QObject {
   void CreateAtPointer();
   /// mnuGetBullseyFromTac.
   void GetFromCampaignFile();
+  /// mnuUndoBullseye and mnuUndoNewBulls: back to the bullseye before.
+  void Undo();
+  /// While a session is on, `menu` of the bullseyes and the map's say what another one does, and offer the undo.
+  void SayInMenus(QMenu& menu);
 
  private:
   void ShowDetails(std::size_t index, BullsDetailsFrm::Start start);

@@ -192,7 +192,7 @@ void MDIForm1::ReloadNameMenu() {
       ReloadNameMenu();
     });
   }
-  ClearItems("mnuBullseyesName");
+  QMenu& bullseyeMenu = ClearItems("mnuBullseyesName");
   const theaters::Theater& theater = catalogue.Current();
   for (std::size_t index = 1; index <= theater.Bulls.UpperBound(); ++index) {
     QAction& item = AddItem("mnuBullseyesName", index, theater.Bulls[index].Name);
@@ -204,6 +204,7 @@ void MDIForm1::ReloadNameMenu() {
       ReloadNameMenu();
     });
   }
+  bullseyes->SayInMenus(bullseyeMenu);
 }
 
 void MDIForm1::ShowConnection() {
@@ -259,7 +260,7 @@ void MDIForm1::Refresh(base::Changed what) {
       {Changed::Connection | Changed::Tape, [](MDIForm1& frame) { frame.ShowTape(); }},
       {Changed::Activity, [](MDIForm1& frame) { frame.strip->ActivityPulse(); }},
       {Changed::Transmit, [](MDIForm1& frame) { frame.strip->ShowTransmit(frame.program.State.Transmit); }},
-      {Changed::NameMenus, [](MDIForm1& frame) { frame.ReloadNameMenu(); }},
+      {Changed::NameMenus | Changed::Connection, [](MDIForm1& frame) { frame.ReloadNameMenu(); }},
       {Changed::ConnectionMenus, [](MDIForm1& frame) { frame.LoadConnectionMenus(); }},
       {Changed::CursorLine, [](MDIForm1& frame) { frame.ShowPointer(); }},
       {Changed::Map | Changed::Plots, [](MDIForm1& frame) { frame.ShowThreats(); }},

@@ -4,7 +4,7 @@
 
 namespace kestrel::shell {
 
-/// Bearing and range from the bullseye to the pointer.
+/// Bearing and range from the bullseye to the pointer, and which bullseye that is.
 class BullsFrm final : public ToolFrm {
   Q_OBJECT
  public:
@@ -14,8 +14,9 @@ class BullsFrm final : public ToolFrm {
   void ShowChanged(base::Changed what) override;
 
  private:
-  QLabel* Label2;  ///< bearing
-  QLabel* Label3;  ///< range
+  QLabel* Label2;    ///< bearing
+  QLabel* Label3;    ///< range
+  QLabel* lblBulls;  ///< which bullseye
 };
 
 }  // namespace kestrel::shell

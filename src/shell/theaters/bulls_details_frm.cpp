@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "base/numbers.h"
+#include "core/bullseye_steps.h"
 #include "core/catalogue_edits.h"
 #include "shell/parts/character_filter.h"
 #include "shell/parts/guard.h"
@@ -20,6 +21,8 @@ BullsDetailsFrm::BullsDetailsFrm(core::Program& running, std::size_t index, Star
   // Left of and below its corner the map has places that a click may fill in, but nobody types.
   for (QLineEdit* field : {form->txtX, form->txtY}) new CharacterFilter(DigitsAndPoint(), *field);
   const core::Station& station = running.State;
+  form->lblSession->setText(FromBytes(core::BullseyeNote) + u'.');
+  form->lblSession->setVisible(station.Session.Connected);
   if (index != 0) {
     const theaters::Bullseye& bullseye = station.Catalogue.Current().Bulls[index];
     setWindowTitle(AsTitle(QStringLiteral("Bullseye: ") + FromBytes(bullseye.Name)));
