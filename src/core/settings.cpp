@@ -12,6 +12,7 @@
 #include "base/numbers.h"
 #include "base/profile_file.h"
 #include "base/program_title.h"
+#include "core/callsign_file.h"
 #include "falcon/written_installs.h"
 #include "theaters/catalogue.h"
 #include "theaters/theater_file.h"
@@ -249,6 +250,11 @@ std::vector<std::string> LoadSavedVars(Station& station, const std::filesystem::
   ReadRows(ini, station);
   std::vector<std::string> gone = ReadTheaters(ini, station);
   ReadPhonebook(ini, station);
+  try {
+    LoadCallsigns(station);
+  } catch (const base::RuntimeFailure& failure) {
+    station.Notes.push_back(std::string("The callsigns are left out: ") + failure.what());
+  }
   return gone;
 }
 
@@ -267,6 +273,7 @@ void SaveVars(const Station& station) {
       theaters::WriteTheaterFile(theater, base::Banner("Theater")).Save(TheaterPath(station, theater.TheaterFile));
     });
   }
+  attempt([&] { SaveCallsigns(station); });
   attempt([&] { MainFile(station).Save(MainIniFile(station)); });
   if (firstFailure) throw *firstFailure;
 }

@@ -46,18 +46,18 @@ std::filesystem::path MainIniFile(const Station& station);
 /// `name` below the folder "Theaters". RuntimeFailure for a name that leaves that folder or is absolute.
 std::filesystem::path TheaterPath(const Station& station, std::string_view name);
 
-/// Reads "KESTREL.ini" and all theater files into `station`; a missing file gives the defaults. A number that does not
-/// fit its field gives the key's default, counts that promise more than there is give what is there, a CURRENTMAP that
-/// names no theater becomes 1, a theater file outside the folder "Theaters" is skipped: each with a line in Notes.
-/// Returns the names of the theater files that are gone: their theaters are left out, unless no listed file is there.
-/// RuntimeFailure for a file that cannot be read. No theater is no failure here.
+/// Reads "KESTREL.ini", all theater files and the callsigns into `station`; a missing file gives the defaults. A number
+/// that does not fit its field gives the key's default, counts that promise more than there is give what is there, a
+/// CURRENTMAP that names no theater becomes 1, a theater file outside the folder "Theaters" is skipped: each with a
+/// line in Notes. Returns the names of the theater files that are gone: their theaters are left out, unless no listed
+/// file is there. RuntimeFailure for a file that cannot be read. No theater is no failure here.
 std::vector<std::string> LoadSavedVars(Station& station);
 /// The same of another main file.
 std::vector<std::string> LoadSavedVars(Station& station, const std::filesystem::path& mainFile);
 
-/// Writes every theater file and "KESTREL.ini", each whole or not at all. The section of installations that a person
-/// has written by hand stays as it is on the disk. RuntimeFailure naming the first file that failed; the others have
-/// been tried.
+/// Writes every theater file, the callsigns and "KESTREL.ini", each whole or not at all. The section of installations
+/// that a person has written by hand stays as it is on the disk. RuntimeFailure naming the first file that failed; the
+/// others have been tried.
 void SaveVars(const Station& station);
 
 /// The phonebook alone: NUM and the CONNLIST<n> sections, leaving the rest of the file as it is. RuntimeFailure.

@@ -142,6 +142,12 @@ void AddHealingKeys(std::vector<SettingsRow>& rows, HealingOptions& options) {
   }
 }
 
+/// Of them, what is about sessions.
+void AddSessionExtras(std::vector<SettingsRow>& rows, Station& station) {
+  rows.push_back({"KESTREL", "REMEMBERCALLSIGNS", &station.Plots.Given.REMEMBERCALLSIGNS});
+  rows.back().Spared = true;
+}
+
 }  // namespace
 
 std::vector<SettingsRow> SettingsTable(Station& station) {
@@ -163,6 +169,7 @@ std::vector<SettingsRow> SettingsTable(Station& station) {
   rows.push_back({"IVC_WINDOW_NAME", "NAME", &station.VoiceWindowName});
   AddExtras(rows, station.Extras);
   AddHealingKeys(rows, station.HealingOptions);
+  AddSessionExtras(rows, station);
   return rows;
 }
 

@@ -106,6 +106,14 @@ void AddHealingOptions(std::vector<OptionRow>& rows, HealingOptions& options) {
                           });
 }
 
+/// What comes back with players comes back at once.
+void RecallLooks(Program& program) { link::RecallLooks(program.State.Plots); }
+
+void AddSessionExtras(std::vector<OptionRow>& rows, Station& station) {
+  bool& remember = station.Plots.Given.REMEMBERCALLSIGNS;
+  rows.push_back({"chkRememberCallsigns", &remember, Changed::Plots | Changed::Roster, RecallLooks});
+}
+
 constexpr std::int16_t scales[] = {2, 3, 4, 5, 6, 8, 10, 12, 16, 20};
 /// There is no shape 23.
 constexpr std::int32_t icons[] = {1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14,
@@ -120,6 +128,7 @@ std::vector<OptionRow> OptionsTable(Station& station) {
   AddNavaids(rows, station.MapOptions);
   AddExtras(rows, station.Extras);
   AddHealingOptions(rows, station.HealingOptions);
+  AddSessionExtras(rows, station);
   return rows;
 }
 

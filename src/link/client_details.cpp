@@ -75,6 +75,7 @@ Changed SetCallsign(std::string_view Label, Tables& tables, SessionState& sessio
   PlotRecord* client = EditedClient(tables, session);
   if (client == nullptr) return Changed::Nothing;
   client->Label = Label;
+  tables.Given.GiveLabel(client->Name, Label == IdLabel(client->Id) ? std::string_view() : Label);
   session.Details.Label = Label;
   return Changed::Plots;
 }
@@ -83,6 +84,7 @@ Changed SetColor(base::Colour Color, Tables& tables, SessionState& session) {
   PlotRecord* client = EditedClient(tables, session);
   if (client == nullptr) return Changed::Nothing;
   client->Color = Color;
+  tables.Given.GiveColor(client->Name, Color);
   session.Details.Color = Color;
   return Changed::Plots;
 }

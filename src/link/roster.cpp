@@ -24,14 +24,19 @@ ClientFields ReadClient(std::string_view Data) {
   return {base::Int16FromText(id), base::Trim(name), info, status};
 }
 
-void Store(const ClientFields& fields, PlotRecord& client) {
-  client.Label = "Airplane ";
-  base::AppendFormat(client.Label, fields.Id, "0");
+void Store(const ClientFields& fields, const Callsigns& given, PlotRecord& client) {
+  // A player's colour goes with his record until somebody of another name has it.
+  const bool another = client.Name != fields.Name;
+  client.Label = IdLabel(fields.Id);
   client.Id = fields.Id;
   client.ClientId = fields.Id;
   client.Name = fields.Name;
   client.Info = fields.Info;
   client.Status = fields.Status;
+  const GivenLook* look = given.Recall(fields.Name);
+  if (look == nullptr) return;
+  if (!look->Label.empty()) client.Label = look->Label;
+  if (another && look->Color != 0) client.Color = look->Color;
 }
 
 /// True when `name` is `entry` followed by one digit.
@@ -42,10 +47,16 @@ bool IsEntryWithDigit(std::string_view name, std::string_view entry) {
 
 }  // namespace
 
+std::string IdLabel(std::int16_t Id) {
+  std::string label = "Airplane ";
+  base::AppendFormat(label, Id, "0");
+  return label;
+}
+
 void AddAWASCClient(std::string_view Data, bool showLabel, Tables& tables) {
   if (tables.Clients.UpperBound() >= MaxClients) throw base::RuntimeFailure("the table of clients is full");
   PlotRecord client;
-  Store(ReadClient(Data), client);
+  Store(ReadClient(Data), tables.Given, client);
   client.ShowLabel = showLabel;
   client.PlotVisible = true;
   tables.Clients.Append(std::move(client));
@@ -56,7 +67,7 @@ bool UpdateClientStatus(std::string_view Data, Tables& tables) {
   const ClientFields fields = ReadClient(Data);
   const std::size_t index = tables.FindClient(fields.Id);
   if (index == 0) return false;
-  Store(fields, tables.Clients[index]);
+  Store(fields, tables.Given, tables.Clients[index]);
   tables.Touch(index);
   return true;
 }
@@ -67,6 +78,16 @@ std::size_t DelAWACSClient(std::string_view Data, Tables& tables) {
   if (index == 0) return 0;
   tables.TakeOut(index);
   return index;
+}
+
+void RecallLooks(Tables& tables) {
+  for (PlotRecord& client : tables.Clients.Live()) {
+    const GivenLook* look = tables.Given.Recall(client.Name);
+    if (look == nullptr) continue;
+    if (!look->Label.empty()) client.Label = look->Label;
+    // Another than black has come to him since.
+    if (client.Color == 0) client.Color = look->Color;
+  }
 }
 
 void ShowLabels(bool shown, Tables& tables) {

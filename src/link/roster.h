@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "link/tables.h"
@@ -14,17 +15,24 @@ namespace kestrel::link {
 /// bounds them.
 inline constexpr std::size_t MaxClients = 32767;
 
-/// NEWCLT: appends a client. No check for an Id that is there already is made. `showLabel` comes from the bullseye
-/// option, not from the one for labels of real players: this cross-over stands.
+/// The callsign of a client who has been given none.
+std::string IdLabel(std::int16_t Id);
+
+/// NEWCLT: appends a client, with the callsign and colour that his name has been given if they are to come back. No
+/// check for an Id that is there already is made. `showLabel` comes from the bullseye option, not from the one for
+/// labels of real players: this cross-over stands.
 void AddAWASCClient(std::string_view Data, bool showLabel, Tables& tables);
 
-/// PLSUPD: sets callsign (an edited one is lost: this stands), name, info and status of a client. False when nobody
-/// holds the Id.
+/// PLSUPD: sets callsign (an edited one is lost, unless it is to come back: this stands), name, info and status of a
+/// client. False when nobody holds the Id.
 bool UpdateClientStatus(std::string_view Data, Tables& tables);
 
 /// DELCLT: takes the client out. Returns the index that it had, 0 when nobody holds the Id. RuntimeFailure also for
 /// fields behind the Id.
 std::size_t DelAWACSClient(std::string_view Data, Tables& tables);
+
+/// Gives every client at once what his name has been given.
+void RecallLooks(Tables& tables);
 
 /// Sets ShowLabel of every client that has a ClientId.
 void ShowLabels(bool shown, Tables& tables);

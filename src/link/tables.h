@@ -7,6 +7,7 @@
 #include "base/colour.h"
 #include "base/steady_table.h"
 #include "base/table.h"
+#include "link/callsigns.h"
 #include "link/position_text.h"
 #include "link/snapshot_names.h"
 
@@ -79,6 +80,7 @@ struct Tables {
   base::Table<AIPlotRecord> AIPlots;
   base::Table<AIHistoryPoint> AIHistory;
   base::Table<std::string> FriendlyList;  ///< names that count as friendly, slot 0 unused
+  Callsigns Given;                        ///< callsigns and colours that come back with their players
   SnapshotNames LastSnapshot;             ///< what the next one may have in common with it
 
   /// Index in Clients of the first record with this Id, 0 when none: what a scan from slot 1 finds.
@@ -93,7 +95,7 @@ struct Tables {
   void TakeOut(std::size_t index);
   /// Another number when clients may have gone, moved or got other histories; appending a client or a point keeps it.
   std::uint64_t Edition() const { return edition; }
-  /// Empties Clients, AIPlots and AIHistory, not FriendlyList.
+  /// Empties Clients, AIPlots and AIHistory, neither FriendlyList nor Given.
   void Clear();
 
   /// What the list of the clients need not look at: untouched since this was last asked. One asks, the model of the

@@ -34,6 +34,7 @@ ExtrasPanel::ExtrasPanel(core::Program& running, OptionControls& controls, QWidg
   AddColors(*right);
   AddCard(*right);
   AddHealing(*right);
+  AddSessions(*right);
   for (QVBoxLayout* column : {left, right}) column->addStretch(1);
   Fill();
 }
@@ -97,6 +98,13 @@ void ExtrasPanel::AddHealing(QBoxLayout& column) {
                                 Words("Call a lost server again and again until there is data"), this));
   rows->addWidget(options.Check("chkRecordAgain", Words("Go on Recording"),
                                 Words("Begin a new tape when a lost connection has ended one and is back"), this));
+}
+
+void ExtrasPanel::AddSessions(QBoxLayout& column) {
+  QVBoxLayout* rows = NewGroup("Sessions", column, this);
+  rows->addWidget(options.Check("chkRememberCallsigns", Words("Remember My Callsigns"),
+                                Words("A callsign and a color that a player has been given come back with his name"),
+                                this));
 }
 
 }  // namespace kestrel::shell

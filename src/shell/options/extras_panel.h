@@ -25,6 +25,7 @@ class ExtrasPanel final : public QFrame {
   void AddColors(QBoxLayout& column);
   void AddCard(QBoxLayout& column);
   void AddHealing(QBoxLayout& column);
+  void AddSessions(QBoxLayout& column);
 
   core::Program& program;
   OptionControls& options;
