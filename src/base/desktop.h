@@ -23,6 +23,11 @@ class Desktop {
   /// is. `enter`, one of `buttons`, is what the Enter key answers: No where a Yes cannot be undone.
   virtual Answer Ask(std::string_view title, std::string_view text, MessageIcon icon, MessageButtons buttons,
                      Answer enter) = 0;
+  /// As Ask with Yes and No, with the box "Do not ask again". `never` becomes true when the person ticks it.
+  virtual Answer AskUnlessTold(std::string_view title, std::string_view text, bool& never) {
+    never = false;
+    return Ask(title, text, MessageIcon::Question, MessageButtons::YesNo, Answer::No);
+  }
   /// Lets pending window events run once.
   virtual void LetEventsRun() = 0;
   /// Starts a file with an argument in a folder as the system's "open" verb does; both are text as of base::TextOfPath,

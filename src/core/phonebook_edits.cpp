@@ -66,9 +66,13 @@ void ReplaceEntry(Program& program, std::size_t index, link::ConnEntry entry) {
   KeepPhonebook(program);
 }
 
-void ChangeConnPort(Program& program, std::int32_t port) {
+void StoreConnPort(Program& program, std::int32_t port) {
   program.State.LinkOptions.CONNPORT = port;
   for (const Unsaved& failure : SaveAll(program.State)) TellUnsaved(program, failure);
+}
+
+void ChangeConnPort(Program& program, std::int32_t port) {
+  StoreConnPort(program, port);
   program.Link.DropSocket();
 }
 

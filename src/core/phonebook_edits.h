@@ -22,6 +22,8 @@ void RemoveEntry(Program& program, std::size_t index);
 /// Puts `entry` in the place of entry `index`; the same follows.
 void ReplaceEntry(Program& program, std::size_t index, link::ConnEntry entry);
 
+/// Sets the remote port (1..65535) of the next connect and saves the settings.
+void StoreConnPort(Program& program, std::int32_t port);
 /// Sets the remote port (1..65535), saves the settings and drops an open socket.
 void ChangeConnPort(Program& program, std::int32_t port);
 

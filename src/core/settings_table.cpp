@@ -146,6 +146,8 @@ void AddHealingKeys(std::vector<SettingsRow>& rows, HealingOptions& options) {
 void AddSessionExtras(std::vector<SettingsRow>& rows, Station& station) {
   rows.push_back({"KESTREL", "REMEMBERCALLSIGNS", &station.Plots.Given.REMEMBERCALLSIGNS});
   rows.back().Spared = true;
+  rows.push_back({"KESTREL", "ASKTOLEAVE", &station.SessionExtras.ASKTOLEAVE});
+  rows.back().Spared = true;
 }
 
 }  // namespace

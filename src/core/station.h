@@ -90,6 +90,20 @@ struct BullseyeStep {
   std::optional<theaters::Bullseye> Edited;  ///< as it was, when it was edited and not another one chosen
 };
 
+/// Where a session was asked for.
+struct Server {
+  std::string Name;          ///< in the phonebook; may be empty
+  std::string Host;          ///< address or host name
+  std::int32_t Port = 0;     ///< at that time
+  bool NewEntry = false;     ///< its entry was made for this connect
+  bool HasAnswered = false;  ///< there was a connection
+};
+
+/// Settings of sessions that other stations do not know; fields named as their keys. Off as the station ships.
+struct SessionExtras {
+  bool ASKTOLEAVE = false;  ///< before a session ends for a tape, another entry or another address
+};
+
 /// The state of the whole station: made once in main.cpp and handed on by reference. Procedures take the records that
 /// they read and write, not all of this; only start, stop and theater switch take it whole.
 struct Station {
@@ -134,6 +148,10 @@ struct Station {
   std::string VoiceWindowName = "IVC Client";  ///< caption of the voice program's window
   bool FolderReadOnly = false;                 ///< AppPath could not be written at the start; the person has been told
   bool Loading = false;                        ///< while windows are being placed at the start: nothing is drawn
+  core::SessionExtras SessionExtras;
+  std::optional<Server> LastServer;            ///< where the latest connect went
+  std::optional<Server> LeftForTape;           ///< whose session ended for a tape, until the next connect
+  std::vector<link::ConnEntry> FailedEntries;  ///< new in the phonebook and never connected
   std::vector<BullseyeStep> BullseyeSteps;     ///< of the current theater, the latest last
   std::vector<std::string> Notes;  ///< what was put right while reading settings; written to the log once it is open
 };

@@ -5,6 +5,7 @@
 #include "base/clock.h"
 #include "base/files.h"
 #include "base/numbers.h"
+#include "core/connecting.h"
 #include "core/healing.h"
 #include "core/tell.h"
 #include "core/theater_switch.h"
@@ -43,6 +44,9 @@ class PlayerDesk final : public tape::PlayerHost {
   void LeaveSession() override {
     StopHealing(program);
     if (program.Link.Open()) program.Link.Disconnect();
+    if (!program.Link.Open()) return;
+    if (program.State.Session.Connected) program.State.LeftForTape = program.State.LastServer;
+    program.Link.Disconnect();
   }
 
   void ShowLoading(int percent) override { program.Shown.ShowLoading(percent); }
@@ -187,6 +191,7 @@ std::string RecordingTip(const Station& station) {
 }
 
 void LoadTape(Program& program) {
+  if (MayLoadTape(program.State) && !MayLeaveSession(program)) return;
   OnPlayer(program, [&program](tape::Player& player, const tape::PlayerAround& around) {
     player.Load(around, TapesFolder(program.State), program.State.Tapes.Recorder.Recording());
   });

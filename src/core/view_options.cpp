@@ -112,6 +112,7 @@ void RecallLooks(Program& program) { link::RecallLooks(program.State.Plots); }
 void AddSessionExtras(std::vector<OptionRow>& rows, Station& station) {
   bool& remember = station.Plots.Given.REMEMBERCALLSIGNS;
   rows.push_back({"chkRememberCallsigns", &remember, Changed::Plots | Changed::Roster, RecallLooks});
+  rows.push_back({"chkAskToLeave", &station.SessionExtras.ASKTOLEAVE, Changed::Nothing});
 }
 
 constexpr std::int16_t scales[] = {2, 3, 4, 5, 6, 8, 10, 12, 16, 20};

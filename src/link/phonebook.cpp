@@ -46,4 +46,18 @@ std::optional<std::int32_t> PortFromText(std::string_view text) {
   return base::ToInt32(port);
 }
 
+std::optional<HostAndPort> SplitPort(std::string_view address) {
+  const std::size_t colon = address.rfind(':');
+  if (colon == std::string_view::npos || colon == 0) return std::nullopt;
+  std::string_view host = address.substr(0, colon);
+  if (host.size() > 2 && host.front() == '[' && host.back() == ']') {
+    host = host.substr(1, host.size() - 2);
+  } else if (host.find_first_of(":[]") != std::string_view::npos) {
+    return std::nullopt;
+  }
+  const std::optional<std::int32_t> port = PortFromText(address.substr(colon + 1));
+  if (!port) return std::nullopt;
+  return HostAndPort{std::string(host), *port};
+}
+
 }  // namespace kestrel::link

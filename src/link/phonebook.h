@@ -34,4 +34,13 @@ EntryMatch ValidateEntry(const ConnEntry& entry, const base::Table<ConnEntry>& l
 /// The port that was typed, blanks at its ends aside: digits only, 1..65535. Nothing otherwise.
 std::optional<std::int32_t> PortFromText(std::string_view text);
 
+/// An address that was typed with its port behind it.
+struct HostAndPort {
+  std::string Host;
+  std::int32_t Port = 0;
+};
+/// Takes "host:5557" or "[::1]:5557" apart. Nothing for an address without a port, of which the one with more than one
+/// colon outside of brackets is.
+std::optional<HostAndPort> SplitPort(std::string_view address);
+
 }  // namespace kestrel::link

@@ -45,6 +45,8 @@ class SessionHost {
   virtual void Refresh(base::Changed what) = 0;
   /// SYNCRO has come and its times are in the state. A host without tapes does nothing.
   virtual void ComputeRecData() {}
+  /// A connect has failed, or a connection: what is told of that below the system's words, with the line end before it.
+  virtual std::string FailureAdvice() { return {}; }
   /// The session has ended: its tables are empty and its times 0. Comes again when ConnectionEnd does.
   virtual void RecordingEnd() {}
   /// The link has ended without the person's wish, or calling it again has failed: `why` in a sentence. The tables are

@@ -60,6 +60,12 @@ class ScriptedDesktop final : public base::Desktop {
     return base::Answer::Ok;
   }
 
+  base::Answer AskUnlessTold(std::string_view title, std::string_view text, bool& never) override {
+    const base::Answer answer = base::Desktop::AskUnlessTold(title, text, never);
+    never = Never;
+    return answer;
+  }
+
   void LetEventsRun() override {
     ++EventRuns;
     if (WhenEventsRun) WhenEventsRun();
@@ -95,6 +101,7 @@ class ScriptedDesktop final : public base::Desktop {
   std::deque<base::Answer> Answers;     ///< used up from the front
   std::vector<Opened> Files;            ///< what Open was called with
   int EventRuns = 0;                    ///< calls of LetEventsRun
+  bool Never = false;                   ///< "Do not ask again" is ticked
   std::function<void()> WhileOpen;      ///< run while a box is on the screen
   std::function<void()> WhenEventsRun;  ///< run inside LetEventsRun
 

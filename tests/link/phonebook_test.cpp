@@ -86,5 +86,29 @@ TEST(ConnPort, EverythingElseIsRefused) {
   EXPECT_EQ(PortFromText(std::string(1000, '9')), std::nullopt);
 }
 
+TEST(AddressWithPort, IsTakenApart) {
+  const struct {
+    const char* Typed;
+    const char* Host;
+    std::int32_t Port;
+  } cases[] = {{"10.0.0.1:5557", "10.0.0.1", 5557},
+               {"host.example:1", "host.example", 1},
+               {"[::1]:65535", "::1", 65535},
+               {"a:080", "a", 80}};
+  for (const auto& each : cases) {
+    const std::optional<HostAndPort> apart = SplitPort(each.Typed);
+    ASSERT_TRUE(apart) << each.Typed;
+    EXPECT_EQ(apart->Host, each.Host);
+    EXPECT_EQ(apart->Port, each.Port);
+  }
+}
+
+TEST(AddressWithPort, EverythingElseIsAnAddress) {
+  for (const char* text : {"", ":", ":5557", "host", "host:", "host:0", "host:65536", "host:http", "::1",
+                           "fe80::1:5557", "[::1]", "[]:5557", "a:b:5557", "host:55 57"}) {
+    EXPECT_FALSE(SplitPort(text)) << text;
+  }
+}
+
 }  // namespace
 }  // namespace kestrel::link

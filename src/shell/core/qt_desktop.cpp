@@ -1,6 +1,7 @@
 #include "shell/core/qt_desktop.h"
 
 #include <QAbstractButton>
+#include <QCheckBox>
 #include <QColorDialog>
 #include <QCoreApplication>
 #include <QDesktopServices>
@@ -109,12 +110,27 @@ QString ExtensionOf(const QString& nameFilter) {
 
 base::Answer QtDesktop::Ask(std::string_view title, std::string_view text, base::MessageIcon icon,
                             base::MessageButtons buttons, base::Answer enter) {
+  return AskWith(nullptr, title, text, icon, buttons, enter);
+}
+
+base::Answer QtDesktop::AskUnlessTold(std::string_view title, std::string_view text, bool& never) {
+  auto* box = new QCheckBox(QStringLiteral("&Do not ask again"));
+  box->setObjectName(QStringLiteral("chkNever"));
+  // The box of the message owns it for as long as that stands.
+  QObject::connect(box, &QCheckBox::toggled, box, [&never](bool on) { never = on; });
+  never = false;
+  return AskWith(box, title, text, base::MessageIcon::Question, base::MessageButtons::YesNo, base::Answer::No);
+}
+
+base::Answer QtDesktop::AskWith(QCheckBox* check, std::string_view title, std::string_view text, base::MessageIcon icon,
+                                base::MessageButtons buttons, base::Answer enter) {
   QMessageBox box(owner);
   box.setObjectName(QStringLiteral("MessageBox"));
   box.setWindowTitle(AsTitle(FromBytes(title)));
   box.setTextFormat(Qt::PlainText);
   box.setText(FromBytes(text));
   box.setIcon(IconOf(icon));
+  if (check != nullptr) box.setCheckBox(check);
   const std::vector<BoxButton> offered = ButtonsOf(buttons);
   for (const BoxButton& each : offered) {
     box.addButton(each.Standard)->setObjectName(QString::fromLatin1(each.Name));

@@ -8,6 +8,7 @@
 #include "base/desktop.h"
 #include "shell/parts/modal_count.h"
 
+class QCheckBox;
 class QFileDialog;
 
 namespace kestrel::shell {
@@ -23,6 +24,8 @@ class QtDesktop final : public base::Desktop {
 
   base::Answer Ask(std::string_view title, std::string_view text, base::MessageIcon icon, base::MessageButtons buttons,
                    base::Answer enter) override;
+  /// The box to be ticked is "chkNever".
+  base::Answer AskUnlessTold(std::string_view title, std::string_view text, bool& never) override;
   void MessageSoon(std::string_view title, std::string_view text, base::MessageIcon icon) override;
   void LetEventsRun() override;
   /// A file with an argument is started as a program when it exists; anything else (a page, a document) is handed to
@@ -39,6 +42,9 @@ class QtDesktop final : public base::Desktop {
   std::optional<base::FontRecord> PickFont(const base::FontRecord& present, bool withColour) override;
 
  private:
+  /// Ask, with a check box below the text unless that is null.
+  base::Answer AskWith(QCheckBox* check, std::string_view title, std::string_view text, base::MessageIcon icon,
+                       base::MessageButtons buttons, base::Answer enter);
   /// What is asked for about a file.
   struct FileQuestion {
     std::string_view Title, Filter;

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 
+#include "core/connecting.h"
 #include "core/healing.h"
 #include "core/tapes.h"
 #include "shell/link/select_channel_dialog.h"
@@ -80,10 +81,13 @@ void StationWindows::UnloadWindows() {
 }
 
 std::optional<std::uint8_t> StationWindows::ChooseChannel(std::uint8_t present) {
+  core::ServerAnswered(program->State);
   frmSelectChannel dialog(present, frame.get());
   if (RunDialog(dialog, modal) != QDialog::Accepted) return std::nullopt;
   return dialog.Channel();
 }
+
+std::string StationWindows::FailureAdvice() { return core::FailureAdvice(*program); }
 
 void StationWindows::ComputeRecData() { core::ComputeRecData(*program); }
 

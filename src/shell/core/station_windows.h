@@ -36,6 +36,7 @@ class StationWindows final : public core::Windows, public core::EarlyWindows, pu
   areas::TextMeasure& Texts() override { return texts; }
   void UnloadWindows() override;
   std::optional<std::uint8_t> ChooseChannel(std::uint8_t present) override;
+  std::string FailureAdvice() override;
   void ComputeRecData() override;
   void RecordingEnd() override;
   bool LinkLost(const std::string& why) override;

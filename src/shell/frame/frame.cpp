@@ -10,6 +10,7 @@
 
 #include "base/failure.h"
 #include "core/acmi_export.h"
+#include "core/connecting.h"
 #include "core/side_files.h"
 #include "core/tapes.h"
 #include "core/tell.h"
@@ -175,7 +176,22 @@ void MDIForm1::LoadConnectionMenus() {
   const auto& entries = program.State.LinkOptions.ConnList;
   for (std::size_t index = 1; index <= entries.UpperBound(); ++index) {
     connect(&AddItem("mnuConnList", index, entries[index].Name), &QAction::triggered, this, [this, index] {
-      Guarded(program.Log, "mnuConnList", [this, index] { program.Link.ConnectToEntry(index); });
+      Guarded(program.Log, "mnuConnList", [this, index] { core::ConnectToEntry(program, index); });
+    });
+  }
+  AddDrops();
+}
+
+void MDIForm1::AddDrops() {
+  const std::vector<link::ConnEntry>& failed = program.State.FailedEntries;
+  QMenu& menu = *qobject_cast<QMenu*>(Entry("mnuConnList").parent());
+  if (!failed.empty()) menu.addSeparator();
+  for (std::size_t which = 0; which < failed.size(); ++which) {
+    const QString name = FromBytes(failed[which].Name.empty() ? failed[which].Ip : failed[which].Name);
+    QAction* item = menu.addAction(AsCaption(QStringLiteral("Drop ") + name + QStringLiteral(" (never connected)")));
+    item->setObjectName(ItemName("mnuDropEntry", which + 1));
+    connect(item, &QAction::triggered, this, [this, which] {
+      Guarded(program.Log, "mnuDropEntry", [this, which] { core::DropFailedEntry(program, which); });
     });
   }
 }

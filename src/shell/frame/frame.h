@@ -87,6 +87,8 @@ class MDIForm1 final : public QMainWindow {
  private:
   /// One item for each entry of the phonebook.
   void LoadConnectionMenus();
+  /// Behind them: what takes out an entry that is new and never connected.
+  void AddDrops();
   /// One item for each theater and each bullseye of the current one; only the current ones are checked.
   void ReloadNameMenu();
   /// Caption, lamp and mnuDisconnect.

@@ -21,6 +21,8 @@ class VldFrom2 final : public QDialog {
 
  private:
   void Connect();
+  /// Says that the address brings a port along.
+  void ShowPort();
 
   core::Program& program;
   std::unique_ptr<Ui::VldFrom2> form;

@@ -105,6 +105,8 @@ void ExtrasPanel::AddSessions(QBoxLayout& column) {
   rows->addWidget(options.Check("chkRememberCallsigns", Words("Remember My Callsigns"),
                                 Words("A callsign and a color that a player has been given come back with his name"),
                                 this));
+  rows->addWidget(options.Check("chkAskToLeave", Words("Ask Before a Session Ends"),
+                                Words("For a tape, for another entry of the phonebook or another address"), this));
 }
 
 }  // namespace kestrel::shell

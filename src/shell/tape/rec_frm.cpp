@@ -6,6 +6,7 @@
 #include <QSignalBlocker>
 
 #include "base/clock.h"
+#include "core/connecting.h"
 #include "core/tapes.h"
 #include "shell/parts/guard.h"
 #include "shell/parts/line_icon.h"
@@ -50,7 +51,7 @@ void SetDigits(QLabel& label, double larger, const QString& longest) {
 
 RecFrm::RecFrm(core::Program& running, QWidget* frame)
     : ToolFrm(running, core::ToolWindow::Rec, QStringLiteral("RecFrm"), QStringLiteral("PLAYBACK"), frame,
-              base::Changed::Tape),
+              base::Changed::Tape | base::Changed::Connection),
       form(std::make_unique<Ui::RecFrm>()) {
   form->setupUi(&Body());
   LookAlike();
@@ -93,11 +94,10 @@ void RecFrm::Connect() {
     QAbstractButton* Button;
     const char* Name;
     void (*Run)(core::Program&);
-  } buttons[] = {{form->Command1, "Command1", core::LoadTape},
-                 {form->Command2, "Command2", core::PlayTape},
-                 {form->Command3, "Command3", core::PauseTape},
-                 {form->Command5, "Command5", core::StopTape},
-                 {form->Command6, "Command6", core::CloseTape}};
+  } buttons[] = {
+      {form->Command1, "Command1", core::LoadTape},  {form->Command2, "Command2", core::PlayTape},
+      {form->Command3, "Command3", core::PauseTape}, {form->Command5, "Command5", core::StopTape},
+      {form->Command6, "Command6", core::CloseTape}, {form->cmdBackToSession, "cmdBackToSession", core::BackToSession}};
   for (const auto& each : buttons) {
     connect(each.Button, &QAbstractButton::clicked, this,
             [this, name = each.Name, run = each.Run] { Guarded(program.Log, name, [this, run] { run(program); }); });
@@ -145,9 +145,22 @@ void RecFrm::ShowButtons() {
     if (!each.Usable && player.Loaded() && focusWidget() == each.Button) form->HScroll1->setFocus();
     each.Button->setEnabled(each.Usable);
   }
+  ShowWayBack();
   const QString title = player.FileTitle.empty() ? QLatin1String(NoFile) : FromBytes(player.FileTitle);
   form->Label2->setText(form->Label2->fontMetrics().elidedText(title, Qt::ElideMiddle, form->Label2->width() - 2));
   form->Label2->setToolTip(title);
+}
+
+void RecFrm::ShowWayBack() {
+  const bool open = core::MayGoBack(program.State);
+  if (open) {
+    const core::Server& server = *program.State.LeftForTape;
+    form->cmdBackToSession->setToolTip(QStringLiteral("Closes the tape and connects again to ") +
+                                       FromBytes(server.Name.empty() ? server.Host : server.Name));
+  }
+  if (form->cmdBackToSession->isHidden() != open) return;
+  form->cmdBackToSession->setVisible(open);
+  FitBody();
 }
 
 void RecFrm::ShowTimes() {

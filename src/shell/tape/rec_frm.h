@@ -34,6 +34,8 @@ class RecFrm final : public ToolFrm {
   void LookAlike();
   void Connect();
   void ShowButtons();
+  /// The way back to the session that was left for a tape, while there is one.
+  void ShowWayBack();
   void ShowTimes();
   void ShowBar();
   void ShowSpeed();

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QColorDialog>
 #include <QDesktopServices>
 #include <QDir>
@@ -50,6 +51,24 @@ class Desktop : public testing::Test {
   QtDesktop desktop{dialogs};
   bool modalWhileShown = false;
 };
+
+TEST_F(Desktop, QuestionCanBeToldToComeNoMore) {
+  for (const bool tick : {true, false}) {
+    InBox([tick](QMessageBox& box) {
+      auto* never = box.findChild<QCheckBox*>(QStringLiteral("chkNever"));
+      ASSERT_NE(never, nullptr);
+      EXPECT_EQ(box.windowTitle(), QStringLiteral("Connection"));
+      EXPECT_EQ(box.text(), QStringLiteral("Leave <b>it</b>?"));
+      EXPECT_EQ(box.defaultButton()->objectName(), QStringLiteral("cmdNo"));
+      if (tick) QTest::mouseClick(never, Qt::LeftButton, {}, QPoint(8, never->height() / 2));
+      QTest::mouseClick(box.findChild<QPushButton*>(QStringLiteral("cmdYes")), Qt::LeftButton);
+    });
+    bool never = !tick;
+    EXPECT_EQ(desktop.AskUnlessTold("Connection", "Leave <b>it</b>?", never), Answer::Yes);
+    EXPECT_EQ(never, tick);
+    EXPECT_TRUE(modalWhileShown);
+  }
+}
 
 TEST_F(Desktop, EachButtonGivesItsAnswer) {
   struct Case {
