@@ -30,6 +30,7 @@
 #include "shell/link/prefer_form.h"
 #include "shell/link/vld_from2.h"
 #include "shell/map/lost_link.h"
+#include "shell/map/replay_sign.h"
 #include "shell/parts/dialogs.h"
 #include "shell/parts/guard.h"
 #include "shell/parts/plain_text.h"
@@ -62,6 +63,7 @@ MDIForm1::MDIForm1(core::Program& running, ModalCount& dialogs) : program(runnin
   BuildMenus(PopUpEntries());
   map = new MainFrm(running, PopUp("PopUp2"), this);
   setCentralWidget(map);
+  replay = new ReplaySign(&map->Picture());
   strip = new StatusStrip(this);
   statusBar()->setSizeGripEnabled(false);
   statusBar()->setContentsMargins(0, 0, 0, 0);
@@ -232,6 +234,7 @@ void MDIForm1::ShowConnection() {
 
 void MDIForm1::ShowTape() {
   const core::Tapes& tapes = program.State.Tapes;
+  replay->ShowPlayer(tapes.Player.State());
   strip->ShowRecording(tapes.Recorder.Recording(), FromBytes(core::RecordingTip(program.State)));
   Entry("mnuStartRec").setEnabled(core::MayRecord(program));
   Entry("mnuStopRecording").setEnabled(tapes.Recorder.Recording());

@@ -24,6 +24,7 @@ class AreaWindows;
 class BullseyeWindows;
 class FalconWindows;
 class LostLink;
+class ReplaySign;
 
 /// The frame: menus, the map window and the status strip. Its menus come from the tables of menu_table.h; a menu entry
 /// is a QAction named as the entry, an item of a row as the row with "_" and the number of its element.
@@ -115,6 +116,7 @@ class MDIForm1 final : public QMainWindow {
   core::Program& program;
   ModalCount& modal;
   MainFrm* map = nullptr;
+  ReplaySign* replay = nullptr;
   BullseyeWindows* bullseyes = nullptr;
   AreaWindows* areas = nullptr;
   FalconWindows* falcon = nullptr;

@@ -5,6 +5,7 @@
 #include <QPushButton>
 
 #include "shell/link/vld_from2.h"
+#include "shell/map/replay_sign.h"
 #include "shell/station_fixture.h"
 #include "shell/tape/rec_frm.h"
 
@@ -22,6 +23,7 @@ class Leaving : public StationTest {
   }
   RecFrm& Rec() { return Frame().Tools().The<RecFrm>(); }
   QPushButton& WayBack() { return *Rec().findChild<QPushButton*>(QStringLiteral("cmdBackToSession")); }
+  ReplaySign& Sign() { return *Picture().findChild<ReplaySign*>(); }
   void PressInRec(const char* name) {
     QTest::mouseClick(Rec().findChild<QAbstractButton*>(QString::fromLatin1(name)), Qt::LeftButton);
   }
@@ -47,6 +49,26 @@ class Leaving : public StationTest {
     return !dialog.isVisible();
   }
 };
+
+TEST_F(Leaving, MapSaysReplayWithTheTimeOfTheRecord) {
+  EXPECT_TRUE(Sign().isHidden());
+  RecordAndLoad();
+  ASSERT_TRUE(Sign().isVisible());
+  EXPECT_EQ(Sign().text(), QStringLiteral("REPLAY 12:00:01"));
+  EXPECT_EQ(Sign().geometry().right() + 1, Picture().width() - 8);
+  EXPECT_EQ(Sign().geometry().top(), 8);
+  EXPECT_GE(Sign().width(), Sign().sizeHint().width());
+  PressInRec("Command2");
+  PressInRec("Command3");
+  QTest::keyClick(Rec().findChild<QWidget*>(QStringLiteral("HScroll1")), Qt::Key_End);
+  EXPECT_EQ(Sign().text(), QStringLiteral("REPLAY 12:00:03"));
+  Frame().resize(Frame().size() - QSize(100, 50));
+  ASSERT_TRUE(QTest::qWaitFor([this] { return Sign().geometry().right() + 1 == Picture().width() - 8; }));
+  // The mouse goes through it to the map.
+  EXPECT_EQ(Picture().childAt(Sign().geometry().center()), nullptr);
+  PressInRec("Command6");
+  EXPECT_TRUE(Sign().isHidden());
+}
 
 TEST_F(Leaving, PlaybackHasTheWayBackToTheSessionThatWasLeft) {
   EXPECT_TRUE(WayBack().isHidden());
