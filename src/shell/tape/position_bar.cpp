@@ -1,6 +1,7 @@
 #include "shell/tape/position_bar.h"
 
 #include <QMouseEvent>
+#include <QPainter>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QStyleOptionSlider>
@@ -14,6 +15,24 @@ void PositionBar::PutTo(int value) {
   const QSignalBlocker quiet(this);
   LetGo();
   setValue(value);
+}
+
+void PositionBar::paintEvent(QPaintEvent* event) {
+  QSlider::paintEvent(event);
+  if (tickPosition() == NoTicks) return;
+  // Those of the style can hardly be seen.
+  constexpr int length = 4;
+  QStyleOptionSlider option;
+  initStyleOption(&option);
+  const QRect groove = style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderGroove, this);
+  const int handle = style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, this).width();
+  QPainter painter(this);
+  painter.setPen(palette().color(QPalette::PlaceholderText));
+  for (int value = minimum(); value <= maximum(); value += qMax(1, tickInterval())) {
+    const int x = groove.left() + handle / 2 +
+                  QStyle::sliderPositionFromValue(minimum(), maximum(), value, groove.width() - handle);
+    painter.drawLine(x, height() - length, x, height() - 1);
+  }
 }
 
 void PositionBar::LetGo() {

@@ -13,6 +13,8 @@ class PositionBar final : public QSlider {
   void PutTo(int value);
 
  protected:
+  /// With marks where there are ticks.
+  void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
 
  private:

@@ -86,6 +86,8 @@ void RecFrm::LookAlike() {
   // The longest name does not widen the window.
   form->Label2->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   form->Slider1->setRange(0, tape::Player::MaxSpeedStep);
+  form->Slider1->setTickPosition(QSlider::TicksBelow);
+  form->Slider1->setTickInterval(1);
   form->lblFastest->setText(QStringLiteral("x%1").arg(1 << tape::Player::MaxSpeedStep));
 }
 
