@@ -138,6 +138,8 @@ void RecordingStart(Program& program) {
 void RecordingEnd(Program& program) {
   if (!program.State.Tapes.Recorder.Recording()) return;
   const std::optional<std::string> trouble = EndTape(program.State);
+  const tape::Recorder& recorder = program.State.Tapes.Recorder;
+  program.Log.LogTimed("Recorded: " + base::NameForMessage(recorder.Path()) + ", " + CountText(recorder.RecordCount()));
   program.Shown.Refresh(Changed::Tape);
   if (trouble) TellRecording(program, *trouble);
 }
@@ -183,7 +185,10 @@ std::string SizeText(std::uint64_t bytes) {
 }
 
 std::string RecordingTip(const Station& station) {
-  if (!station.Tapes.Recorder.Recording()) return "Not recording";
+  if (!station.Tapes.Recorder.Recording()) {
+    const std::string last = base::NameForMessage(station.Tapes.Recorder.Path());
+    return last.empty() ? "Not recording" : "Not recording; the last tape is " + last;
+  }
   std::string tip = "Recording: " + SizeText(station.Tapes.Recorder.Bytes()) + " on the tape";
   if (station.Tapes.FreeBytes) tip += ", " + SizeText(*station.Tapes.FreeBytes) + " free";
   if (station.Tapes.FullAt) tip += ", full at " + HourText(*station.Tapes.FullAt);

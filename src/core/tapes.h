@@ -27,8 +27,8 @@ void ComputeRecData(Program& program);
 bool MayRecord(const Program& program);
 /// True while RecFrm may load a tape: none is loaded and nothing is recorded.
 bool MayLoadTape(const Station& station);
-/// The tip of the recording lamp: the tape's size, the free space and, when that is less than a day ahead, the hour at
-/// which the disk will be full.
+/// The tip of the recording lamp: the name of the tape that was recorded last; while one is, the tape's size, the free
+/// space and, when that is less than a day ahead, the hour at which the disk will be full.
 std::string RecordingTip(const Station& station);
 /// A number of bytes for people: "0 bytes", "12.4 MB". 1 MB is a million bytes.
 std::string SizeText(std::uint64_t bytes);

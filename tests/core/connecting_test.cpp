@@ -151,5 +151,12 @@ TEST_F(Connecting, TapeWithoutASessionBeforeLeavesNoWayBack) {
   EXPECT_TRUE(State.Tapes.Player.State().Loaded());
 }
 
+TEST_F(Connecting, RecordedTapeIsNamedInTheLogAndInTheTipOfTheLamp) {
+  Log.File.Open(folder.Path / "log.txt");
+  RecordTape(3);
+  EXPECT_NE(folder.Read("log.txt").find("Recorded: 21-11-26_120000.tap, 3 records"), std::string::npos);
+  EXPECT_EQ(RecordingTip(State), "Not recording; the last tape is 21-11-26_120000.tap");
+}
+
 }  // namespace
 }  // namespace kestrel::core
