@@ -38,21 +38,22 @@ Changed Run(Program& program, const Shortcut& shortcut) {
     case ShortcutAct::Transmit:
       radio::PressTransmit(program.State.Transmit, program.Voice, TransmitOf(shortcut));
       return Changed::Transmit;
+    case ShortcutAct::Menu:
+      program.Shown.RunEntry(shortcut.Option);
+      return Changed::Nothing;
   }
   return Changed::Nothing;
 }
 
-bool IsCommand(std::int32_t index) { return index >= 0 && index < static_cast<std::int32_t>(ShortcutCount); }
-
 }  // namespace
 
 void ExecuteShortcut(Program& program, std::int32_t index) {
-  if (!IsCommand(index)) return;
-  program.Shown.Refresh(Run(program, Shortcuts[static_cast<std::size_t>(index)]));
+  const Shortcut* shortcut = ShortcutOf(index);
+  if (shortcut != nullptr) program.Shown.Refresh(Run(program, *shortcut));
 }
 
 void MapKey(Program& program, std::int32_t keyCode, std::int32_t shift) {
-  ExecuteShortcut(program, MapShortcut(program.State.ShortcutKeys, keyCode, shift));
+  ExecuteShortcut(program, MapShortcut(program.State.ShortcutKeys, program.State.OwnKeys, keyCode, shift));
 }
 
 void HookedKey(Program& program, const GlobalKey& key) {

@@ -115,6 +115,14 @@ void AddEditorPositions(std::vector<SettingsRow>& rows, EditorPositions& last) {
                           });
 }
 
+/// The keys of the commands that other stations do not know.
+void AddOwnKeys(std::vector<SettingsRow>& rows, OwnBindings& keys) {
+  for (std::size_t at = 0; at < keys.size(); ++at) {
+    rows.push_back({"KESTREL", std::string(OwnShortcutKeys[at]), &keys[at]});
+    rows.back().Spared = true;
+  }
+}
+
 /// What other stations do not know.
 void AddExtras(std::vector<SettingsRow>& rows, map::Extras& extras) {
   const std::string section = "KESTREL";
@@ -172,6 +180,7 @@ std::vector<SettingsRow> SettingsTable(Station& station) {
   AddExtras(rows, station.Extras);
   AddHealingKeys(rows, station.HealingOptions);
   AddSessionExtras(rows, station);
+  AddOwnKeys(rows, station.OwnKeys);
   return rows;
 }
 

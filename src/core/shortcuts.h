@@ -33,6 +33,7 @@ enum class ShortcutAct {
   SaveView,   ///< SaveViewShortcut; Argument: its slot
   Cursor,     ///< the other state of the static cursor
   Transmit,   ///< a radio's transmit key; Argument: 1 UHF, 2 VHF, 3 Guard
+  Menu,       ///< runs a menu entry; Option: its name
 };
 
 struct Shortcut {
@@ -71,14 +72,36 @@ inline constexpr std::array<Shortcut, ShortcutCount> Shortcuts = {{
     {"Transm GUARD", 114, ShortcutAct::Transmit, 3},
 }};
 
+/// Commands that other stations do not have, for the map window. They are numbered from here, their bindings are
+/// settings of their own.
+inline constexpr std::int32_t FirstOwnShortcut = 100;
+inline constexpr std::array<Shortcut, 3> OwnShortcuts = {{
+    {"AI Names", 0, ShortcutAct::Toggle, 0, "Check8"},
+    {"Connect to...", 200075, ShortcutAct::Menu, 0, "mnuConnCustom"},
+    {"Phonebook", 200080, ShortcutAct::Menu, 0, "mnuPhonebookEdit"},
+}};
+/// Their settings in section [KESTREL], in the order of the table.
+inline constexpr std::array<std::string_view, OwnShortcuts.size()> OwnShortcutKeys = {"KEY_AINAMES", "KEY_CONNECT",
+                                                                                      "KEY_PHONEBOOK"};
+
 /// Bindings, one for each command, in the order of the table.
 using Bindings = std::array<std::int32_t, ShortcutCount>;
+using OwnBindings = std::array<std::int32_t, OwnShortcuts.size()>;
 
 constexpr Bindings DefaultBindings() {
   Bindings keys{};
   for (std::size_t index = 0; index < ShortcutCount; ++index) keys[index] = Shortcuts[index].Default;
   return keys;
 }
+
+constexpr OwnBindings DefaultOwnBindings() {
+  OwnBindings keys{};
+  for (std::size_t at = 0; at < keys.size(); ++at) keys[at] = OwnShortcuts[at].Default;
+  return keys;
+}
+
+/// The command of an index, also of our own; null for an index outside both tables.
+const Shortcut* ShortcutOf(std::int32_t index);
 
 /// Gives the commands from `first` to before `end` their defaults: 0 to SecondHalf, SecondHalf to ShortcutCount.
 void LoadDefaults(Bindings& keys, std::size_t first, std::size_t end);
@@ -98,6 +121,9 @@ std::int32_t FindShortcut(const Bindings& keys, std::int32_t keyCode, std::int32
 /// The command that a key runs in the map window; -1 for none: modifiers alone, and the transmit keys, which are heard
 /// system-wide.
 std::int32_t MapShortcut(const Bindings& keys, std::int32_t keyCode, std::int32_t shift);
+
+/// The same with the commands of our own, which act where no command of the first table has the key.
+std::int32_t MapShortcut(const Bindings& keys, const OwnBindings& own, std::int32_t keyCode, std::int32_t shift);
 
 /// The transmit key's command that a key of the whole system means; -1 for every other key.
 std::int32_t GlobalShortcut(const Bindings& keys, std::int32_t keyCode, std::int32_t shift);

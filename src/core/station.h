@@ -142,6 +142,7 @@ struct Station {
   std::array<ToolWindowState, ToolWindowCount> ToolWindows = {};
   EditorPositions Editors;
   Bindings ShortcutKeys = DefaultBindings();
+  OwnBindings OwnKeys = DefaultOwnBindings();
   bool HookInstalled = false;  ///< the system's keys are heard
   bool Closing = false;        ///< the closing has begun
   radio::Transmission Transmit;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string_view>
 
 #include "areas/area_bounds.h"
 #include "base/changed.h"
@@ -26,6 +27,8 @@ class Windows {
   virtual void ShowLoading(std::optional<int> percent) = 0;
   /// How large a text is on the map, for the boxes of areas; good as long as the windows.
   virtual areas::TextMeasure& Texts() = 0;
+  /// Runs a menu entry by its name, as if it were chosen; nothing while it cannot be.
+  virtual void RunEntry(std::string_view /*entry*/) {}
   /// Unloads every open window except the frame.
   virtual void UnloadWindows() = 0;
 };

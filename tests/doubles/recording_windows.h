@@ -3,6 +3,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/windows.h"
@@ -33,6 +34,7 @@ class RecordingWindows final : public core::Windows {
   void ShowSavingMessage(bool shown) override { Calls.push_back(shown ? "saving message" : "no saving message"); }
   void ShowLoading(std::optional<int> percent) override { Loading.push_back(percent); }
   areas::TextMeasure& Texts() override { return Letters; }
+  void RunEntry(std::string_view entry) override { Calls.push_back("menu " + std::string(entry)); }
   void UnloadWindows() override {
     Calls.push_back("UnloadWindows");
     if (WhenUnloaded) WhenUnloaded();

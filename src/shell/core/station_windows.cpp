@@ -70,6 +70,10 @@ void StationWindows::ShowLoading(std::optional<int> percent) {
   if (frame && !unloaded) frame->Map().ShowLoading(percent);
 }
 
+void StationWindows::RunEntry(std::string_view entry) {
+  if (frame && !unloaded) frame->RunEntry(entry);
+}
+
 void StationWindows::UnloadWindows() {
   unloaded = true;
   if (frame) frame->Tools().Unload();

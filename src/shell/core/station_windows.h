@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <string_view>
 
 #include "core/early_windows.h"
 #include "core/program.h"
@@ -34,6 +35,7 @@ class StationWindows final : public core::Windows, public core::EarlyWindows, pu
   void ShowSavingMessage(bool shown) override;
   void ShowLoading(std::optional<int> percent) override;
   areas::TextMeasure& Texts() override { return texts; }
+  void RunEntry(std::string_view entry) override;
   void UnloadWindows() override;
   std::optional<std::uint8_t> ChooseChannel(std::uint8_t present) override;
   std::string FailureAdvice() override;

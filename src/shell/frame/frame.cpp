@@ -24,6 +24,7 @@
 #include "shell/frame/area_windows.h"
 #include "shell/frame/bullseye_windows.h"
 #include "shell/frame/falcon_windows.h"
+#include "shell/frame/open_menus.h"
 #include "shell/frame/tool_table.h"
 #include "shell/link/clients_frm.h"
 #include "shell/link/frm_conn_port.h"
@@ -61,6 +62,8 @@ MDIForm1::MDIForm1(core::Program& running, ModalCount& dialogs) : program(runnin
   setContextMenuPolicy(Qt::PreventContextMenu);
   BuildMenus(MenuBarEntries());
   BuildMenus(PopUpEntries());
+  DressOpenMenus(MenuBarEntries(), running.State, *this);
+  OpenByF10(*menuBar());
   map = new MainFrm(running, PopUp("PopUp2"), this);
   setCentralWidget(map);
   replay = new ReplaySign(&map->Picture());
@@ -298,6 +301,11 @@ void MDIForm1::Refresh(base::Changed what) {
 }
 
 void MDIForm1::ShowAutoUpdate() { Entry("mnuAutoUpdate").setChecked(program.State.AutoUpdate); }
+
+void MDIForm1::RunEntry(std::string_view name) {
+  auto* entry = findChild<QAction*>(QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size())));
+  if (entry != nullptr && MayChoose(*entry)) entry->trigger();
+}
 
 void MDIForm1::Disconnect() { program.Link.Disconnect(); }
 

@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <memory>
 #include <span>
+#include <string_view>
 
 #include "core/program.h"
 #include "shell/frame/enter_key.h"
@@ -50,6 +51,8 @@ class MDIForm1 final : public QMainWindow {
   /// Refreshes each marked view once: the map, the frame's own, the floating windows.
   void Refresh(base::Changed what);
   void ShowAutoUpdate();
+  /// Runs the menu entry of a name, unless it or its menu is disabled.
+  void RunEntry(std::string_view name);
 
   // What the menu entries run.
   void Disconnect();

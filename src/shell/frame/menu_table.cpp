@@ -37,10 +37,14 @@ void Freqs(MDIForm1& frame) {
   (frame.Tools().The<FreqFrm>().*Procedure)();
 }
 
+/// Tips of entries without action.
+constexpr char LoadInPlayback[] = "Not in this version: Load File in the window Playback opens a tape";
+constexpr char NotThere[] = "Not in this version";
+
 constexpr MenuEntry MenuBar[] = {
     {"mnuFile", "&File", "", Submenu},
-    {"mnuOpenSession", "Open Recorded &Session", "mnuFile", Nothing},
-    {"mnuOpenFlight", "Open Recorded F&light", "mnuFile", Nothing},
+    {"mnuOpenSession", "Open Recorded &Session", "mnuFile", Nothing, nullptr, false, nullptr, LoadInPlayback},
+    {"mnuOpenFlight", "Open Recorded F&light", "mnuFile", Nothing, nullptr, false, nullptr, LoadInPlayback},
     {"mnuImportAreas", "Import Areas", "mnuFile", Runs, Core<core::ImportAreas>, true},
     {"mnuExportSelectedAreas", "Export Visible Areas", "mnuFile", Runs, Core<core::ExportVisibleAreas>},
     {"mnuSaveSetup", "Sa&ve Setup...", "mnuFile", Runs, Core<core::SaveSetup>, true},
@@ -51,11 +55,13 @@ constexpr MenuEntry MenuBar[] = {
     {"mnuExit", "E&xit", "mnuFile", Runs, [](MDIForm1& frame) { frame.close(); }, true},
 
     {"mnuConnection", "Co&nnection", "", Submenu},
-    {"mnuConnCustom", "Connect to...", "mnuConnection", Runs, [](MDIForm1& frame) { frame.ConnectCustom(); }},
+    {"mnuConnCustom", "Connect to...", "mnuConnection", Runs, [](MDIForm1& frame) { frame.ConnectCustom(); }, false,
+     "&Connect to..."},
     {"mnuConnPort", "Connection Port...", "mnuConnection", Runs, [](MDIForm1& frame) { frame.ChangePort(); }},
     {"mnuDisconnect", "Disconnect", "mnuConnection", Runs, [](MDIForm1& frame) { frame.Disconnect(); }, true},
-    {"mnuPhonebook", "Phonebook", "mnuConnection", Submenu, nullptr, true},
-    {"mnuPhonebookEdit", "Edit...", "mnuPhonebook", Runs, [](MDIForm1& frame) { frame.EditPhonebook(); }},
+    {"mnuPhonebook", "Phonebook", "mnuConnection", Submenu, nullptr, true, "&Phonebook"},
+    {"mnuPhonebookEdit", "Edit...", "mnuPhonebook", Runs, [](MDIForm1& frame) { frame.EditPhonebook(); }, false,
+     "&Edit..."},
     {"mnuConnList", "", "mnuPhonebook", Items},
 
     {"mnuTheaters", "T&heaters", "", Submenu},
@@ -91,19 +97,21 @@ constexpr MenuEntry MenuBar[] = {
     {"mnuTR5", "To 5%", "mnuResetTransparency", Runs, ResetTransparency<5>},
     {"mnuResteZoomCenter", "Reset Z&oom and Screen Center", "mnuScreen", Runs,
      [](MDIForm1& frame) { frame.ResetZoomAndCenter(); }, true},
-    {"mnuResetMainWindowPosition", "Reset Ma&in Window Position", "mnuScreen", Nothing},
+    {"mnuResetMainWindowPosition", "Reset Ma&in Window Position", "mnuScreen", Nothing, nullptr, false, nullptr,
+     NotThere},
 
     {"mnuRecording", "Re&cording", "", Submenu},
     {"mnuStartRec", "Star&t Recording", "mnuRecording", Runs, [](MDIForm1& frame) { frame.StartRecording(); }},
     {"mnuStopRecording", "Sto&p Recording", "mnuRecording", Runs, [](MDIForm1& frame) { frame.StopRecording(); }},
-    {"mnuPlaybackMode", "Play&back Mode", "mnuRecording", Nothing, nullptr, true},
-    {"mnuOpenPlaybackFile", "Ope&n File for Playback", "mnuRecording", Nothing},
+    {"mnuPlaybackMode", "Play&back Mode", "mnuRecording", Nothing, nullptr, true, nullptr, LoadInPlayback},
+    {"mnuOpenPlaybackFile", "Ope&n File for Playback", "mnuRecording", Nothing, nullptr, false, nullptr,
+     LoadInPlayback},
     {"mnuExportTape", "Export Tape to Tacview...", "mnuRecording", Runs, [](MDIForm1& frame) { frame.ExportTape(); },
      true},
 
     {"mnuLinks", "Li&nks", "", Submenu},
-    {"mnuManageLinks", "Mana&ge Links...", "mnuLinks", Nothing},
-    {"mnuLinksNames", "(No Links)", "mnuLinks", Nothing, nullptr, true},
+    {"mnuManageLinks", "Mana&ge Links...", "mnuLinks", Nothing, nullptr, false, nullptr, NotThere},
+    {"mnuLinksNames", "(No Links)", "mnuLinks", Nothing, nullptr, true, nullptr, NotThere},
 
     {"mnuTools", "Too&ls", "", Submenu},
     {"mnuFalconTools", "Falcon Tools", "mnuTools", Submenu},

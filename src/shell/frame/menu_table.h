@@ -11,7 +11,7 @@ enum class MenuWork {
   Submenu,  ///< opens the entries below it
   Runs,     ///< calls Run
   Toggles,  ///< the same, with a check mark that shows a state
-  Nothing,  ///< no action, by intention
+  Nothing,  ///< no action, by intention; greyed while its menu is open
   Items,    ///< a row of items, one for each element of a table, made when the table is known
 };
 
@@ -23,6 +23,9 @@ struct MenuEntry {
   MenuWork Work = MenuWork::Nothing;
   void (*Run)(MDIForm1&) = nullptr;
   bool LineAbove = false;  ///< a separator before it
+  // What it has while its menu is open alone: by the caption others know it.
+  const char* Letters = nullptr;  ///< the caption with an access key
+  const char* Tip = nullptr;
 };
 
 /// The menu bar of the frame.

@@ -310,7 +310,8 @@ void MapPicture::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 bool MapPicture::IsBound(const QKeyEvent& event) const {
-  return core::MapShortcut(program.State.ShortcutKeys, VirtualKey(event), ShiftState(event)) >= 0;
+  const core::Station& station = program.State;
+  return core::MapShortcut(station.ShortcutKeys, station.OwnKeys, VirtualKey(event), ShiftState(event)) >= 0;
 }
 
 bool MapPicture::event(QEvent* event) {
