@@ -22,7 +22,8 @@ struct KeyBox {
 };
 
 /// The binding of one command to the next key that is pressed in its box. While it waits, the keys of the whole system
-/// are not heard. There is no check for a key that is bound already. After each call the boxes show what Box says.
+/// are not heard. A key that is bound already is taken too (core/key_clashes.h tells of it). After each call the boxes
+/// show what Box says. Indexes are those of both tables of core/shortcuts.h.
 class ShortcutCapture {
  public:
   /// `shown` outlives this.
@@ -36,8 +37,14 @@ class ShortcutCapture {
   bool Key(std::size_t index, std::int32_t keyCode, std::int32_t shift);
   /// The box has lost the focus: if it was waiting, its command stays without a key.
   void LoseFocus(std::size_t index);
-  /// The buttons of the defaults: core::LoadDefaults. A transmit key that is held while its binding goes is released.
+  /// The buttons of the defaults: core::LoadDefaults; with the first command come those of our own. A transmit key that
+  /// is held while its binding goes is released.
   void LoadDefaults(std::size_t first, std::size_t end);
+  /// Puts back all keys as they were before the last button that was pressed, Begin's or that of the defaults, once. A
+  /// capture that still waits ends.
+  void Undo();
+  /// Whether there is something to put back.
+  bool MayUndo() const;
 
   /// The command whose box waits.
   std::optional<std::size_t> Waiting() const { return waiting; }
@@ -47,9 +54,21 @@ class ShortcutCapture {
   std::string Note() const;
 
  private:
+  /// All keys of the station.
+  struct AllKeys {
+    Bindings Keys;
+    OwnBindings Own;
+    bool operator==(const AllKeys&) const = default;
+  };
+
   void End();
+  std::int32_t& BindingOf(std::size_t index) const;
+  AllKeys Present() const;
+  /// Takes keys in place of the present ones; a transmit key that is held while its binding goes is released.
+  void Take(const AllKeys& keys);
 
   Program& program;
+  std::optional<AllKeys> former;  ///< before the last button
   std::optional<std::size_t> waiting;
 };
 

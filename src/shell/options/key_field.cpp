@@ -15,14 +15,18 @@ constexpr QColor FieldText(0x20, 0x26, 0x2b);
 
 }  // namespace
 
+QString EscMeaning(std::size_t command) {
+  // A command of our own is as the settings have it.
+  if (command >= static_cast<std::size_t>(core::FirstOwnShortcut)) return QStringLiteral("Esc leaves it without one");
+  return QStringLiteral("Esc leaves it without one until the next start, which gives it its default");
+}
+
 KeyField::KeyField(base::DebugLog& lines, core::ShortcutCapture& shown, std::size_t command, QWidget* owner)
     : QLineEdit(owner), log(lines), capture(shown), index(command) {
-  const QString name = FromBytes(core::Shortcuts[command].Name);
+  const QString name = FromBytes(core::ShortcutOf(static_cast<std::int32_t>(command))->Name);
   setObjectName(QStringLiteral("txtKey_") + QString::number(command));
   setAccessibleName(QStringLiteral("Key of ") + name);
-  setToolTip(QStringLiteral("The key of %1. Press Set, then the key; Esc leaves it without one until the next start, "
-                            "which gives it its default.")
-                 .arg(name));
+  setToolTip(QStringLiteral("The key of %1. Press Set, then the key; %2.").arg(name, EscMeaning(command)));
   setReadOnly(true);
   setContextMenuPolicy(Qt::NoContextMenu);
   // Its longest text must be read whole.

@@ -7,6 +7,9 @@
 
 namespace kestrel::shell {
 
+/// What Esc does to a command whose box waits, for a tip.
+QString EscMeaning(std::size_t command);
+
 /// txtKey: shows the key of a command and, while the capture waits for it, takes the next key that is pressed, whatever
 /// else that key does in a window.
 class KeyField final : public QLineEdit {

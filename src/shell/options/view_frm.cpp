@@ -54,9 +54,13 @@ void ViewFrm::MakePanels() {
   view = new ViewPanel(program, *options, panels);
   panels->addWidget(view);
   panels->addWidget(new OptionsPanel(*options, panels));
-  panels->addWidget(new KeysPanel(program, capture, "Frame3", 0, core::SecondHalf, "cmdLoadDefaults", panels));
-  panels->addWidget(
-      new KeysPanel(program, capture, "Frame4", core::SecondHalf, core::ShortcutCount, "cmdLoadDefaults2", panels));
+  auto* mapKeys = new KeysPanel(program, capture, "Frame3", 0, core::SecondHalf, "cmdLoadDefaults", panels);
+  auto* moreKeys =
+      new KeysPanel(program, capture, "Frame4", core::SecondHalf, core::ShortcutCount, "cmdLoadDefaults2", panels);
+  connect(mapKeys, &KeysPanel::KeysChanged, moreKeys, &KeysPanel::ShowKeys);
+  connect(moreKeys, &KeysPanel::KeysChanged, mapKeys, &KeysPanel::ShowKeys);
+  panels->addWidget(mapKeys);
+  panels->addWidget(moreKeys);
   extras = new ExtrasPanel(program, *options, panels);
   panels->addWidget(extras);
   panels->setCurrentIndex(TabStrip1->currentIndex());
