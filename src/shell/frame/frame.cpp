@@ -24,6 +24,7 @@
 #include "shell/frame/area_windows.h"
 #include "shell/frame/bullseye_windows.h"
 #include "shell/frame/falcon_windows.h"
+#include "shell/frame/keys_frm.h"
 #include "shell/frame/open_menus.h"
 #include "shell/frame/tool_table.h"
 #include "shell/link/clients_frm.h"
@@ -410,6 +411,11 @@ void MDIForm1::ShowPopUp4(const QPoint& place) {
 void MDIForm1::About() {
   AboutFrm about(program, this);
   RunDialog(about, modal);
+}
+
+void MDIForm1::ShowKeys() {
+  KeysFrm keys(program, this);
+  RunDialog(keys, modal);
 }
 
 void MDIForm1::FollowActivation() {

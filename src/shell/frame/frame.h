@@ -77,6 +77,7 @@ class MDIForm1 final : public QMainWindow {
   /// A menu entry of a floating window: presses its button in the strip. A window that is shown so gets the keyboard.
   void ToggleTool(core::ToolWindow which);
   void About();
+  void ShowKeys();
   /// The entries of PopUp3, for the client whose node it was opened on.
   void ShowPlotOfNode();
   void HidePlotOfNode();

@@ -128,6 +128,7 @@ constexpr MenuEntry MenuBar[] = {
     {"mnuOnlineDocs", "Online Do&cuments", "mnuHelp", Runs, [](MDIForm1& frame) { frame.OpenOnlineDocs(); }},
     {"mnuAutoUpdate", "Auto Check for Update", "mnuHelp", Toggles, [](MDIForm1& frame) { frame.ToggleAutoUpdate(); }},
     {"mnuAbout", "About...", "mnuHelp", Runs, [](MDIForm1& frame) { frame.About(); }, true},
+    {"mnuKeys", "&Keys...", "mnuHelp", Runs, [](MDIForm1& frame) { frame.ShowKeys(); }, true},
 };
 
 constexpr MenuEntry PopUpMenus[] = {

@@ -90,6 +90,7 @@ constexpr Caption Captions[] = {
     {"mnuHelp", "mnuOnlineDocs", "Online Do&cuments"},
     {"mnuHelp", "mnuAutoUpdate", "Auto Check for Update"},
     {"mnuHelp", "mnuAbout", "About..."},
+    {"mnuHelp", "mnuKeys", "&Keys..."},
     {"PopUp2", "mnuSetCenterOfMap", "Set Center of Map"},
     {"PopUp2", "mnuSetNewBulls", "Set New Bullseye"},
     {"PopUp2", "mnuAddnewIconArea", "Add New Icon Area"},
