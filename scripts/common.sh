@@ -68,13 +68,14 @@ configure_windows() {
   # What was found in another SDK is not to be used.
   grep -qs "^QT_CHAINLOAD_TOOLCHAIN_FILE:.*=$sdk/mingw-toolchain.cmake$" build/windows/CMakeCache.txt || fresh=--fresh
   configure release
-  cmake --build --preset release --target sample-theater sample-tape
+  cmake --build --preset release --target sample-theater sample-tape guide-pages
   # shellcheck disable=SC2086
   cmake $fresh -G Ninja -S . -B build/windows -DCMAKE_TOOLCHAIN_FILE="$sdk/lib/cmake/Qt6/qt.toolchain.cmake" \
     -DQT_CHAINLOAD_TOOLCHAIN_FILE="$sdk/mingw-toolchain.cmake" -DQT_HOST_PATH=/usr \
     -DQT_HOST_PATH_CMAKE_DIR="/usr/lib/$(gcc -print-multiarch)/cmake" -DCMAKE_BUILD_TYPE=Release \
     -DKESTREL_SAMPLE_THEATER="$PWD/build/release/tools/sample-theater" \
-    -DKESTREL_SAMPLE_TAPE="$PWD/build/release/tools/sample-tape" "$@" >build/windows.log 2>&1 ||
+    -DKESTREL_SAMPLE_TAPE="$PWD/build/release/tools/sample-tape" \
+    -DKESTREL_GUIDE_PAGES="$PWD/build/release/tools/guide-pages" "$@" >build/windows.log 2>&1 ||
     { cat build/windows.log >&2; exit 1; }
 }
 

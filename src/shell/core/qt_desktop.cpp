@@ -156,6 +156,12 @@ void QtDesktop::LetEventsRun() { QCoreApplication::processEvents(); }
 
 void QtDesktop::Open(const std::string& file, const std::string& argument, const std::string& folder) {
   if (argument.empty()) {
+    // A file by its whole path, which the code page may not hold, or an address.
+    const QString path = QString::fromStdString(file);
+    if (QDir::isAbsolutePath(path) && QFileInfo::exists(path)) {
+      QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+      return;
+    }
     const QString name = FromBytes(file);
     if (!name.isEmpty()) QDesktopServices::openUrl(QUrl::fromUserInput(name, FromBytes(folder)));
     return;

@@ -1,6 +1,7 @@
 #include "shell/frame/menu_table.h"
 
 #include "core/area_exchange.h"
+#include "core/guide.h"
 #include "core/mission_areas.h"
 #include "core/setup.h"
 #include "shell/frame/area_windows.h"
@@ -129,6 +130,7 @@ constexpr MenuEntry MenuBar[] = {
     {"mnuAutoUpdate", "Auto Check for Update", "mnuHelp", Toggles, [](MDIForm1& frame) { frame.ToggleAutoUpdate(); }},
     {"mnuAbout", "About...", "mnuHelp", Runs, [](MDIForm1& frame) { frame.About(); }, true},
     {"mnuKeys", "&Keys...", "mnuHelp", Runs, [](MDIForm1& frame) { frame.ShowKeys(); }, true},
+    {"mnuGuide", "&Guide", "mnuHelp", Runs, Core<core::OpenGuide>},
 };
 
 constexpr MenuEntry PopUpMenus[] = {

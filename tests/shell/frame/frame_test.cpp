@@ -91,6 +91,7 @@ constexpr Caption Captions[] = {
     {"mnuHelp", "mnuAutoUpdate", "Auto Check for Update"},
     {"mnuHelp", "mnuAbout", "About..."},
     {"mnuHelp", "mnuKeys", "&Keys..."},
+    {"mnuHelp", "mnuGuide", "&Guide"},
     {"PopUp2", "mnuSetCenterOfMap", "Set Center of Map"},
     {"PopUp2", "mnuSetNewBulls", "Set New Bullseye"},
     {"PopUp2", "mnuAddnewIconArea", "Add New Icon Area"},

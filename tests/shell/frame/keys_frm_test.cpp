@@ -79,5 +79,16 @@ TEST_F(KeysWindow, AllOfItsColumnsAreSeen) {
   });
 }
 
+TEST_F(KeysWindow, TheGuideBesideItIsOpenedFromTheProgramFolder) {
+  station.ProgramPath = station.AppPath;
+  Action("mnuGuide").trigger();
+  ASSERT_EQ(desk.Boxes.size(), 1U) << "it is not there";
+  ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("docs")));
+  Write("docs/guide.html", "<p>Guide</p>");
+  Action("mnuGuide").trigger();
+  ASSERT_EQ(desk.Files.size(), 1U);
+  EXPECT_EQ(desk.Files[0].File, folder.filePath(QStringLiteral("docs/guide.html")).toStdString());
+}
+
 }  // namespace
 }  // namespace kestrel::shell
