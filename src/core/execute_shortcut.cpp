@@ -1,6 +1,7 @@
 #include "core/execute_shortcut.h"
 
 #include <exception>
+#include <string>
 
 #include "core/shortcuts.h"
 #include "core/view_options.h"
@@ -28,7 +29,7 @@ Changed Run(Program& program, const Shortcut& shortcut) {
     case ShortcutAct::ApplyView:
       return map::SetViewShortcut(view, shortcut.Argument);
     case ShortcutAct::SaveView:
-      map::SaveViewShortcut(view, shortcut.Argument);
+      SaveView(program, shortcut.Argument);
       return Changed::Nothing;
     case ShortcutAct::Toggle:
       return ToggleOption(program, shortcut.Option);
@@ -46,6 +47,11 @@ Changed Run(Program& program, const Shortcut& shortcut) {
 }
 
 }  // namespace
+
+void SaveView(Program& program, std::int16_t slot) {
+  map::SaveViewShortcut(program.State.View, slot);
+  program.Shown.ShowMoment("View " + std::to_string(slot) + " saved");
+}
 
 void ExecuteShortcut(Program& program, std::int32_t index) {
   const Shortcut* shortcut = ShortcutOf(index);

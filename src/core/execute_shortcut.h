@@ -11,6 +11,9 @@ namespace kestrel::core {
 /// Runs the command of an index; nothing for one outside the table. For a transmit key it is the press.
 void ExecuteShortcut(Program& program, std::int32_t index);
 
+/// Keeps the present view in a slot, 1 to 3, and says so for a moment.
+void SaveView(Program& program, std::int16_t slot);
+
 /// A key pressed in the map window: runs its command unless that is a transmit key, which is heard system-wide. The
 /// window swallows every key, whether or not it did anything. `shift`: 1 Shift, 2 Ctrl, 4 Alt.
 void MapKey(Program& program, std::int32_t keyCode, std::int32_t shift);

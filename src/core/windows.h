@@ -29,6 +29,8 @@ class Windows {
   virtual areas::TextMeasure& Texts() = 0;
   /// Runs a menu entry by its name, as if it were chosen; nothing while it cannot be.
   virtual void RunEntry(std::string_view /*entry*/) {}
+  /// Says something in the status strip for a moment; what was said before makes room.
+  virtual void ShowMoment(std::string_view /*text*/) {}
   /// Unloads every open window except the frame.
   virtual void UnloadWindows() = 0;
 };

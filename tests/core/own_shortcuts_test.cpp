@@ -85,6 +85,13 @@ TEST_F(OwnCommands, AreNotHeardFromTheWholeSystem) {
   EXPECT_THAT(around.Shown.Calls, IsEmpty());
 }
 
+TEST_F(OwnCommands, SavedViewsAreToldForAMoment) {
+  MapKey(around.All, 50, CtrlModifier);
+  EXPECT_THAT(around.Shown.Moments, ElementsAre("View 2 saved"));
+  MapKey(around.All, 50, 0);
+  EXPECT_THAT(around.Shown.Moments, ElementsAre("View 2 saved")) << "shown, not saved";
+}
+
 TEST_F(OwnCommands, KeepTheirKeysInTheSectionOfOurOwn) {
   WriteInstallation(folder);
   around.State.AppPath = folder.Path;

@@ -35,6 +35,7 @@ class RecordingWindows final : public core::Windows {
   void ShowLoading(std::optional<int> percent) override { Loading.push_back(percent); }
   areas::TextMeasure& Texts() override { return Letters; }
   void RunEntry(std::string_view entry) override { Calls.push_back("menu " + std::string(entry)); }
+  void ShowMoment(std::string_view text) override { Moments.emplace_back(text); }
   void UnloadWindows() override {
     Calls.push_back("UnloadWindows");
     if (WhenUnloaded) WhenUnloaded();
@@ -42,6 +43,7 @@ class RecordingWindows final : public core::Windows {
 
   FixedTexts Letters;
   std::vector<std::string> Calls;           ///< in order
+  std::vector<std::string> Moments;         ///< what ShowMoment was called with
   std::vector<base::Changed> Refreshes;     ///< in order
   std::vector<std::optional<int>> Loading;  ///< what ShowLoading was called with
   std::function<void()> WhenShown;          ///< run inside ShowMainFrm

@@ -8,6 +8,7 @@
 #include "shell/link/select_channel_dialog.h"
 #include "shell/map/lost_link.h"
 #include "shell/parts/dialogs.h"
+#include "shell/parts/unicode_text.h"
 #include "shell/radio/freq_frm.h"
 
 namespace kestrel::shell {
@@ -72,6 +73,10 @@ void StationWindows::ShowLoading(std::optional<int> percent) {
 
 void StationWindows::RunEntry(std::string_view entry) {
   if (frame && !unloaded) frame->RunEntry(entry);
+}
+
+void StationWindows::ShowMoment(std::string_view text) {
+  if (frame && !unloaded) frame->Strip().ShowMoment(FromBytes(text));
 }
 
 void StationWindows::UnloadWindows() {

@@ -36,6 +36,7 @@ class StationWindows final : public core::Windows, public core::EarlyWindows, pu
   void ShowLoading(std::optional<int> percent) override;
   areas::TextMeasure& Texts() override { return texts; }
   void RunEntry(std::string_view entry) override;
+  void ShowMoment(std::string_view text) override;
   void UnloadWindows() override;
   std::optional<std::uint8_t> ChooseChannel(std::uint8_t present) override;
   std::string FailureAdvice() override;

@@ -53,6 +53,14 @@ StatusStrip::StatusStrip(QWidget* owner) : QWidget(owner) {
   row->addStretch(1);
   for (QLabel* readOut : {lblPosition, lblZoom, lblLat, lblLong, lblElevation}) row->addWidget(readOut);
 
+  lblMoment = new QLabel(this);
+  lblMoment->setObjectName(QStringLiteral("lblMoment"));
+  lblMoment->setTextFormat(Qt::PlainText);
+  lblMoment->setAutoFillBackground(true);
+  lblMoment->hide();
+  moment.setSingleShot(true);
+  moment.setInterval(MomentMs);
+  connect(&moment, &QTimer::timeout, lblMoment, &QLabel::hide);
   TimerAct.setObjectName(QStringLiteral("TimerAct"));
   TimerAct.setInterval(TickMs);
   connect(&TimerAct, &QTimer::timeout, this, [this] { Tick(); });
@@ -96,6 +104,7 @@ QSize StatusStrip::minimumSizeHint() const {
 void StatusStrip::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   FitParts();
+  PlaceMoment();
 }
 
 int StatusStrip::WidthOfThreats() const { return lblThreats->isHidden() ? 0 : lblThreats->minimumWidth() + Spacing; }
@@ -106,6 +115,22 @@ void StatusStrip::ShowThreats(std::optional<std::size_t> threats) {
   lblThreats->setVisible(threats.has_value());
   updateGeometry();
   FitParts();
+}
+
+void StatusStrip::ShowMoment(const QString& text) {
+  lblMoment->setText(text);
+  PlaceMoment();
+  lblMoment->show();
+  lblMoment->raise();
+  moment.start();
+}
+
+void StatusStrip::PlaceMoment() {
+  layout()->activate();
+  const QWidget* last = lblThreats->isHidden() ? static_cast<const QWidget*>(StatPic_Guard) : lblThreats;
+  const int wide = qMin(lblMoment->sizeHint().width(), width());
+  const int left = qMin(last->geometry().right() + 1 + Spacing, width() - wide);
+  lblMoment->setGeometry(left, 0, wide, height());
 }
 
 void StatusStrip::FitParts() {

@@ -23,6 +23,9 @@ class StatusStrip final : public QWidget {
   /// Length of a tick of the activity lamp, milliseconds.
   static constexpr int TickMs = 100;
 
+  /// For so long a word of the moment stands, milliseconds.
+  static constexpr int MomentMs = 3000;
+
   explicit StatusStrip(QWidget* owner);
 
   void ShowConnected(bool connected);
@@ -34,6 +37,9 @@ class StatusStrip final : public QWidget {
   void ShowSilence(const QString& text);
   /// How many players have a hostile aircraft near them; nothing takes the mark away.
   void ShowThreats(std::optional<std::size_t> threats);
+  /// Something that has been done, behind the lamps, for a moment. It lies over the read-outs where the strip is
+  /// narrow, so that nothing moves.
+  void ShowMoment(const QString& text);
   /// The lamps of the transmit keys.
   void ShowTransmit(const radio::Transmission& keys);
   void ShowZoom(const QString& text);
@@ -56,6 +62,7 @@ class StatusStrip final : public QWidget {
 
   std::array<Lamp*, 6> Lamps() const;
   int WidthOfWords() const;
+  void PlaceMoment();
   /// The mark of the threats and the gap beside it, 0 while it is not shown.
   int WidthOfThreats() const;
   /// Which parts have room.
@@ -69,6 +76,7 @@ class StatusStrip final : public QWidget {
   Lamp* StatPic_Guard;
   std::array<QToolButton*, core::ToolWindowCount> checks{};
   QLabel* lblThreats;
+  QLabel* lblMoment;  ///< not in the row
   QLabel* lblPosition;
   QLabel* lblZoom;
   QLabel* lblLat;
@@ -76,6 +84,7 @@ class StatusStrip final : public QWidget {
   QLabel* lblElevation;
   int fixedWidth = 0;  ///< everything but the read-outs, with the lamps' words, pixels
   QTimer TimerAct{this};
+  QTimer moment{this};  ///< while lblMoment stands
   bool ActivityOn = false;
   QString silence;  ///< empty while there is none
 };

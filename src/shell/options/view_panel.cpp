@@ -8,6 +8,7 @@
 #include <QSlider>
 #include <QToolButton>
 
+#include "core/execute_shortcut.h"
 #include "map/geometry.h"
 #include "shell/options/panel_parts.h"
 #include "shell/parts/colour_button.h"
@@ -168,12 +169,8 @@ void ViewPanel::AddShortcuts(QBoxLayout& rows) {
     connect(show, &QPushButton::clicked, this, [this, slot] {
       Run("cmdViewShortcut", [slot](map::ViewState& view) { return map::SetViewShortcut(view, slot); });
     });
-    connect(save, &QPushButton::clicked, this, [this, slot] {
-      Run("cmdSaveShortcut", [slot](map::ViewState& view) {
-        map::SaveViewShortcut(view, slot);
-        return base::Changed::Nothing;
-      });
-    });
+    connect(save, &QPushButton::clicked, this,
+            [this, slot] { Guarded(program.Log, "cmdSaveShortcut", [this, slot] { core::SaveView(program, slot); }); });
   }
 }
 
