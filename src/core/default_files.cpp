@@ -21,12 +21,9 @@ namespace {
 constexpr std::string_view MainFileName = "KESTREL.ini";
 constexpr std::array<std::string_view, 2> ProgramEndings = {".exe", ".dll"};
 /// Beside the settings: what is the program's own, logs and tapes, and other setups.
-constexpr std::array<std::string_view, 11> LeftBehind = {"kestrel",   "update.txt",     "LICENSE.txt",   "licenses",
-                                                         "defaults",  "KESTRELLog.txt", "debug_out.dat", "TAPES",
-                                                         "setup.new", "setup.part",     "setup.old"};
-/// Beside the settings: what is the program's own, and logs and tapes.
-constexpr std::array<std::string_view, 9> LeftBehind = {
-    "kestrel", "update.txt", "LICENSE.txt", "licenses", "docs", "defaults", "KESTRELLog.txt", "debug_out.dat", "TAPES"};
+constexpr std::array<std::string_view, 12> LeftBehind = {"kestrel", "update.txt", "LICENSE.txt",    "licenses",
+                                                         "docs",    "defaults",   "KESTRELLog.txt", "debug_out.dat",
+                                                         "TAPES",   "setup.new",  "setup.part",     "setup.old"};
 
 bool IsOneOf(const auto& names, const fs::path& part) {
   const std::u8string bytes = part.u8string();

@@ -43,7 +43,6 @@ class PlayerDesk final : public tape::PlayerHost {
 
   void LeaveSession() override {
     StopHealing(program);
-    if (program.Link.Open()) program.Link.Disconnect();
     if (!program.Link.Open()) return;
     if (program.State.Session.Connected) program.State.LeftForTape = program.State.LastServer;
     program.Link.Disconnect();

@@ -172,8 +172,7 @@ void Session::Handle(const Event& event) {
     case Event::Kind::Error: {
       const bool goesOn = LinkGone(event.Description);
       EndConnection();
-      if (!goesOn) Box("Connection", event.Description, base::MessageIcon::Exclamation);
-      Box("Connection", event.Description + owner.FailureAdvice(), base::MessageIcon::Exclamation);
+      if (!goesOn) Box("Connection", event.Description + owner.FailureAdvice(), base::MessageIcon::Exclamation);
       CloseSocket();
       break;
     }
