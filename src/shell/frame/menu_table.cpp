@@ -100,6 +100,8 @@ constexpr MenuEntry MenuBar[] = {
      [](MDIForm1& frame) { frame.ResetZoomAndCenter(); }, true},
     {"mnuResetMainWindowPosition", "Reset Ma&in Window Position", "mnuScreen", Nothing, nullptr, false, nullptr,
      NotThere},
+    {"mnuResetMainWindowPosition", "Reset Ma&in Window Position", "mnuScreen", Nothing},
+    {"mnuFind", "Find Aircraft...", "mnuScreen", Runs, [](MDIForm1& frame) { frame.Map().Picture().OpenFind(); }, true},
 
     {"mnuRecording", "Re&cording", "", Submenu},
     {"mnuStartRec", "Star&t Recording", "mnuRecording", Runs, [](MDIForm1& frame) { frame.StartRecording(); }},

@@ -71,6 +71,7 @@ constexpr Caption Captions[] = {
     {"mnuResetTransparency", "mnuTR5", "To 5%"},
     {"mnuScreen", "mnuResteZoomCenter", "Reset Z&oom and Screen Center"},
     {"mnuScreen", "mnuResetMainWindowPosition", "Reset Ma&in Window Position"},
+    {"mnuScreen", "mnuFind", "Find Aircraft..."},
     {"", "mnuRecording", "Re&cording"},
     {"mnuRecording", "mnuStartRec", "Star&t Recording"},
     {"mnuRecording", "mnuStopRecording", "Sto&p Recording"},

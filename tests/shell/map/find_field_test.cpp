@@ -145,6 +145,13 @@ TEST_F(FindOverTheMap, ShowsNamesThatLookLikeMarksAsTheyAreWritten) {
   EXPECT_LT(Field().width(), 300);
 }
 
+TEST_F(FindOverTheMap, OpensFromTheMenuToo) {
+  Frame().activateWindow();
+  ASSERT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == &Frame(); }));
+  Action("mnuFind").trigger();
+  EXPECT_TRUE(Typed().hasFocus());
+}
+
 TEST_F(FindOverTheMap, WorksInAReplay) {
   clock.Date = 46347.5;
   core::RecordingStart(program);
