@@ -1,9 +1,12 @@
 #include "shell/link/clients_frm.h"
 
 #include <QFocusEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QStyle>
 #include <QStyledItemDelegate>
 #include <initializer_list>
@@ -95,7 +98,9 @@ ClientsFrm::ClientsFrm(core::Program& running, QWidget* frame)
               Changed::Roster | Changed::AIList | Changed::Connection | Changed::Options),
       form(std::make_unique<Ui::ClientsFrm>()),
       clients(new ClientsModel(this)),
-      aircraft(new AIListModel(running.State.Plots, this)) {
+      aircraft(new AIListModel(running.State.Plots, this)),
+      clientNames(new NameProxy(this)),
+      aircraftNames(new NameProxy(this)) {
   form->setupUi(&Body());
   SetUpView(*form->TreeView1, *clients, TreeRows);
   SetUpView(*form->List1, *aircraft, ListRows);
@@ -104,6 +109,7 @@ ClientsFrm::ClientsFrm(core::Program& running, QWidget* frame)
   form->ImageDiscon->setPixmap(LinkIcon(false).pixmap(PictureSide, PictureSide));
   form->cmdPlotColor->setIconSize(ColourSize);
   Connect();
+  AddFilter();
   ShowConnection();
   ShowOptions();
   ShowDetails(Fill::All);
@@ -123,6 +129,10 @@ void ClientsFrm::Connect() {
   form->List1->viewport()->installEventFilter(this);
   form->Text1->installEventFilter(this);
   connect(form->TreeView1->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ClientsFrm::NodeSelected);
+  for (QLabel* head : {form->lblPlayers, form->lblAircraft}) {
+    head->setToolTip(QStringLiteral("Click to sort by name; Ctrl+F filters both lists"));
+    head->installEventFilter(this);
+  }
   connect(form->TreeView1, &QWidget::customContextMenuRequested, this, &ClientsFrm::AskPopUp3);
   connect(form->Text1, &QLineEdit::textEdited, this, [this] { EditCallsign(); });
   connect(form->cmdPlotColor, &QPushButton::clicked, this, &ClientsFrm::PickColor);
@@ -133,6 +143,99 @@ void ClientsFrm::Connect() {
     Change("chkHide", [checked](auto& plots, auto& session) { return SetHidden(checked, plots, session); });
   });
   connect(form->Command2, &QPushButton::clicked, this, &ClientsFrm::ResetFriends);
+}
+
+void ClientsFrm::AddFilter() {
+  txtFilter = new QLineEdit(&Body());
+  txtFilter->setObjectName(QStringLiteral("txtFilter"));
+  txtFilter->setPlaceholderText(QStringLiteral("Filter by name"));
+  txtFilter->setAccessibleName(QStringLiteral("Filter both lists by name"));
+  txtFilter->setToolTip(QStringLiteral("Both lists show the names that hold what is typed; Esc shows all"));
+  txtFilter->setClearButtonEnabled(true);
+  txtFilter->installEventFilter(this);
+  txtFilter->hide();
+  form->rows->insertWidget(0, txtFilter);
+  setTabOrder(txtFilter, form->TreeView1);
+  connect(txtFilter, &QLineEdit::textChanged, this, &ClientsFrm::FilterNames);
+  auto* find = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F), this);
+  connect(find, &QShortcut::activated, this, [this] {
+    if (txtFilter->isHidden()) {
+      txtFilter->show();
+      FitBody();
+    }
+    txtFilter->selectAll();
+    txtFilter->setFocus(Qt::ShortcutFocusReason);
+  });
+}
+
+void ClientsFrm::FilterNames() {
+  const QScopedValueRollback<bool> ours(updating, true);
+  const QString text = txtFilter->isHidden() ? QString() : txtFilter->text();
+  clientNames->SetText(text);
+  aircraftNames->SetText(text);
+  UseProxy(*form->TreeView1);
+  UseProxy(*form->List1);
+}
+
+void ClientsFrm::SortNames(QAbstractItemView& view, QLabel& head) {
+  const bool players = &view == form->TreeView1;
+  NameProxy& names = players ? *clientNames : *aircraftNames;
+  const QScopedValueRollback<bool> ours(updating, true);
+  const QString caption = players ? QStringLiteral("Players") : QStringLiteral("Friendly AI aircraft");
+  switch (names.Order()) {
+    case NameOrder::AsTold:
+      names.SetOrder(NameOrder::Ascending);
+      head.setText(caption + QStringLiteral(", A-Z"));
+      break;
+    case NameOrder::Ascending:
+      names.SetOrder(NameOrder::Descending);
+      head.setText(caption + QStringLiteral(", Z-A"));
+      break;
+    case NameOrder::Descending:
+      names.SetOrder(NameOrder::AsTold);
+      head.setText(caption);
+      break;
+  }
+  UseProxy(view);
+}
+
+void ClientsFrm::UseProxy(QAbstractItemView& view) {
+  const bool players = &view == form->TreeView1;
+  NameProxy& names = players ? *clientNames : *aircraftNames;
+  QAbstractItemModel* source = players ? static_cast<QAbstractItemModel*>(clients) : aircraft;
+  QAbstractItemModel* wanted = names.Active() ? static_cast<QAbstractItemModel*>(&names) : source;
+  const QScopedValueRollback<bool> ours(updating, true);
+  if (view.model() != wanted) {
+    names.setSourceModel(names.Active() ? source : nullptr);
+    QItemSelectionModel* former = view.selectionModel();
+    view.setModel(wanted);
+    delete former;
+    if (players) {
+      connect(view.selectionModel(), &QItemSelectionModel::selectionChanged, this, &ClientsFrm::NodeSelected);
+    }
+  }
+  if (!players) return;
+  // From one who is out of sight now the view has gone on to another, whom nobody has selected.
+  const link::SessionState& session = program.State.Session;
+  QModelIndex picked;
+  if (session.Details.Enabled) {
+    picked = ViewRow(view, clients->index(static_cast<int>(session.SelectedPlot) - 1));
+  }
+  if (picked.isValid()) {
+    view.setCurrentIndex(picked);
+  } else {
+    view.selectionModel()->clear();
+  }
+}
+
+QModelIndex ClientsFrm::SourceRow(const QAbstractItemView& view, const QModelIndex& row) const {
+  const auto* names = qobject_cast<const NameProxy*>(view.model());
+  return names != nullptr ? names->mapToSource(row) : row;
+}
+
+QModelIndex ClientsFrm::ViewRow(const QAbstractItemView& view, const QModelIndex& row) const {
+  const auto* names = qobject_cast<const NameProxy*>(view.model());
+  return names != nullptr ? names->mapFromSource(row) : row;
 }
 
 void ClientsFrm::ShowChanged(Changed what) {
@@ -155,7 +258,8 @@ void ClientsFrm::LoadRoster() {
     clients->Load(program.State.Plots);
     // When its row has gone the view goes on to the next one, which nobody has selected.
     if (another) {
-      form->TreeView1->setCurrentIndex(clients->index(static_cast<int>(session.SelectedPlot) - 1));
+      const QModelIndex row = clients->index(static_cast<int>(session.SelectedPlot) - 1);
+      form->TreeView1->setCurrentIndex(ViewRow(*form->TreeView1, row));
     } else if (!selected.isValid() || !session.Details.Enabled) {
       form->TreeView1->selectionModel()->clear();
     }
@@ -224,6 +328,22 @@ void ClientsFrm::FitRefused() {
 }
 
 bool ClientsFrm::eventFilter(QObject* watched, QEvent* event) {
+  if ((watched == form->lblPlayers || watched == form->lblAircraft) && event->type() == QEvent::MouseButtonRelease) {
+    const bool players = watched == form->lblPlayers;
+    if (static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
+      SortNames(players ? static_cast<QAbstractItemView&>(*form->TreeView1) : *form->List1,
+                players ? *form->lblPlayers : *form->lblAircraft);
+    }
+    return false;
+  }
+  if (watched == txtFilter) {
+    if (event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape) return false;
+    txtFilter->clear();
+    txtFilter->hide();
+    FitBody();
+    form->TreeView1->setFocus();
+    return true;
+  }
   if (watched == form->TreeView1->viewport()) {
     if (event->type() == QEvent::MouseButtonPress) PressedInTree();
   }
@@ -264,20 +384,21 @@ void ClientsFrm::NodeSelected() {
 void ClientsFrm::AskPopUp3(const QPoint& place) {
   const QModelIndex node = form->TreeView1->indexAt(place);
   if (!node.isValid()) return;
-  popUpId = clients->At(node).Id;
+  popUpId = clients->At(SourceRow(*form->TreeView1, node)).Id;
   Q_EMIT PopUp3Asked(form->TreeView1->viewport()->mapToGlobal(place));
 }
 
 void ClientsFrm::AskAircraft(const QAbstractItemView& view, QPoint place) {
-  const QModelIndex row = view.indexAt(place);
-  if (!row.isValid()) return;
+  const QModelIndex shown = view.indexAt(place);
+  if (!shown.isValid()) return;
+  const QModelIndex row = SourceRow(view, shown);
   map::Aircraft who;
   if (&view == form->TreeView1) {
     who.Real = true;
     who.Id = clients->At(row).Id;
   } else {
     // Two clicks on the check are two changes of the check.
-    if (place.x() < view.visualRect(row).left() + CheckWidth(view)) return;
+    if (place.x() < view.visualRect(shown).left() + CheckWidth(view)) return;
     who.Name = aircraft->At(row).Name;
     // Of several of one name it is the one in this row.
     const auto index = static_cast<std::size_t>(row.row()) + 1;

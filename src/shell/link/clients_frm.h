@@ -8,9 +8,12 @@
 #include "base/changed.h"
 #include "map/aircraft.h"
 #include "shell/link/clients_models.h"
+#include "shell/link/name_proxy.h"
 #include "shell/parts/tool_frm.h"
 
 class QAbstractItemView;
+class QLabel;
+class QLineEdit;
 
 namespace Ui {
 class ClientsFrm;
@@ -54,6 +57,16 @@ class ClientsFrm final : public ToolFrm {
   void EditCallsign();
   /// Gives the window the height that the sentence of a refused callsign needs, or none.
   void FitRefused();
+  void AddFilter();
+  /// What is typed into the filter goes for both lists; none is typed while it is hidden.
+  void FilterNames();
+  /// A click on the head of a list: its names from A to Z, from Z to A, as told.
+  void SortNames(QAbstractItemView& view, QLabel& head);
+  /// Puts the proxy between a list and its model while it does something.
+  void UseProxy(QAbstractItemView& view);
+  /// The row of the model behind a row of the view, and the way back.
+  QModelIndex SourceRow(const QAbstractItemView& view, const QModelIndex& row) const;
+  QModelIndex ViewRow(const QAbstractItemView& view, const QModelIndex& row) const;
   void PressedInTree();
   void NodeSelected();
   void AskPopUp3(const QPoint& place);
@@ -69,6 +82,9 @@ class ClientsFrm final : public ToolFrm {
   std::unique_ptr<Ui::ClientsFrm> form;
   ClientsModel* clients;
   AIListModel* aircraft;
+  NameProxy* clientNames;
+  NameProxy* aircraftNames;
+  QLineEdit* txtFilter = nullptr;
   std::optional<std::int16_t> popUpId;  ///< the client that PopUp3 was opened on
   bool updating = false;  ///< the tree is being changed by us: what it selects meanwhile is no one's choice
 };
