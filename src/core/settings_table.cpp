@@ -158,6 +158,9 @@ void AddSessionExtras(std::vector<SettingsRow>& rows, Station& station) {
   rows.back().Spared = true;
 }
 
+add({section, "LABELSAPART", &extras.LABELSAPART});
+}
+
 }  // namespace
 
 std::vector<SettingsRow> SettingsTable(Station& station) {

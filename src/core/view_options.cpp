@@ -97,6 +97,9 @@ void AddExtras(std::vector<OptionRow>& rows, map::Extras& extras) {
                               // The card lies over the map: no redraw.
                               {"chkPlotCard", &extras.PLOTCARD, Changed::Nothing},
                           });
+  rows.insert(rows.end(), {
+                              {"chkLabelsApart", &extras.LABELSAPART, Changed::Plots},
+                          });
 }
 
 void AddHealingOptions(std::vector<OptionRow>& rows, HealingOptions& options) {

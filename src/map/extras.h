@@ -18,7 +18,8 @@ struct Extras {
   base::Colour FORMER_CURSOR_COLOR = 0;
   base::Colour FORMER_CURSOR_TEXT_COOR = 0;
   base::Colour FORMER_BULLSEYE_COLOR = 0;
-  bool PLOTCARD = false;  ///< the pointer over an aircraft shows a card beside it
+  bool PLOTCARD = false;     ///< the pointer over an aircraft shows a card beside it
+  bool LABELSAPART = false;  ///< labels cover neither each other nor symbols
 };
 
 }  // namespace kestrel::map

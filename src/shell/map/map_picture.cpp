@@ -70,7 +70,9 @@ map::Scene MapPicture::Scene() {
                     .Editor = &station.Editor,
                     .Navaids = &station.Frequencies,
                     .Trails = &trails,
-                    .Tied = &station.Ties};
+                    .Tied = &station.Ties,
+                    .Apart = station.Extras.LABELSAPART ? &labels : nullptr,
+                    .SelectedPlot = station.Session.SelectedPlot};
 }
 
 void MapPicture::FollowTies() {

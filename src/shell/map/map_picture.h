@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "core/program.h"
+#include "map/label_layer.h"
 #include "map/renderer.h"
 #include "shell/map/cursor_line.h"
 #include "shell/map/find_field.h"
@@ -114,6 +115,7 @@ class MapPicture final : public QWidget {
   QMenu& popUp;
   QtSurface surface;
   map::TrailLayer trails;  ///< on `surface`
+  map::LabelLayer labels;  ///< on `surface`
   CursorLine line;
   CursorLine rubber;
   HoverCard* card;

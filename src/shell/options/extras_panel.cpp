@@ -35,6 +35,7 @@ ExtrasPanel::ExtrasPanel(core::Program& running, OptionControls& controls, QWidg
   AddCard(*right);
   AddHealing(*right);
   AddSessions(*right);
+  AddLabels(*right);
   for (QVBoxLayout* column : {left, right}) column->addStretch(1);
   Fill();
 }
@@ -107,6 +108,12 @@ void ExtrasPanel::AddSessions(QBoxLayout& column) {
                                 this));
   rows->addWidget(options.Check("chkAskToLeave", Words("Ask Before a Session Ends"),
                                 Words("For a tape, for another entry of the phonebook or another address"), this));
+}
+
+void ExtrasPanel::AddLabels(QBoxLayout& column) {
+  QVBoxLayout* rows = NewGroup("Labels", column, this);
+  rows->addWidget(options.Check("chkLabelsApart", Words("Keep Labels Apart"),
+                                Words("Labels make room for each other and for symbols"), this));
 }
 
 }  // namespace kestrel::shell

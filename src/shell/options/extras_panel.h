@@ -26,6 +26,7 @@ class ExtrasPanel final : public QFrame {
   void AddCard(QBoxLayout& column);
   void AddHealing(QBoxLayout& column);
   void AddSessions(QBoxLayout& column);
+  void AddLabels(QBoxLayout& column);
 
   core::Program& program;
   OptionControls& options;
