@@ -161,6 +161,15 @@ void AddSessionExtras(std::vector<SettingsRow>& rows, Station& station) {
 add({section, "LABELSAPART", &extras.LABELSAPART});
 }
 
+add({section, "LABELSAPART", &extras.LABELSAPART});
+add({section, "LABELID", &extras.LABELID});
+add({section, "LABELCALLSIGN", &extras.LABELCALLSIGN});
+add({section, "LABELNAME", &extras.LABELNAME});
+add({section, "LABELALTITUDE", &extras.LABELALTITUDE});
+add({section, "LABELSPEED", &extras.LABELSPEED});
+add({section, "LABELSIZE", &extras.LABELSIZE, "0.00", Reading::Invariant});
+}
+
 }  // namespace
 
 std::vector<SettingsRow> SettingsTable(Station& station) {

@@ -99,6 +99,12 @@ void AddExtras(std::vector<OptionRow>& rows, map::Extras& extras) {
                           });
   rows.insert(rows.end(), {
                               {"chkLabelsApart", &extras.LABELSAPART, Changed::Plots},
+                              {"chkLabelId", &extras.LABELID, Changed::Plots},
+                              {"chkLabelCallsign", &extras.LABELCALLSIGN, Changed::Plots},
+                              {"chkLabelName", &extras.LABELNAME, Changed::Plots},
+                              {"chkLabelAltitude", &extras.LABELALTITUDE, Changed::Plots},
+                              {"chkLabelSpeed", &extras.LABELSPEED, Changed::Plots},
+                              {"txtLabelSize", &extras.LABELSIZE, Changed::Plots},
                           });
 }
 

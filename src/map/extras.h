@@ -20,6 +20,13 @@ struct Extras {
   base::Colour FORMER_BULLSEYE_COLOR = 0;
   bool PLOTCARD = false;     ///< the pointer over an aircraft shows a card beside it
   bool LABELSAPART = false;  ///< labels cover neither each other nor symbols
+  // The lines of a player's label.
+  bool LABELID = true;
+  bool LABELCALLSIGN = true;
+  bool LABELNAME = true;
+  bool LABELALTITUDE = true;
+  bool LABELSPEED = true;
+  double LABELSIZE = 100;  ///< percent of the labels' font
 };
 
 }  // namespace kestrel::map

@@ -20,12 +20,6 @@ std::string_view WithoutBlanks(std::string_view name) {
   return name.substr(0, last == std::string_view::npos ? 0 : last + 1);
 }
 
-std::string_view NumberIn(std::string& text, double value, std::string_view pattern) {
-  text.clear();
-  base::AppendFormat(text, value, pattern);
-  return text;
-}
-
 }  // namespace
 
 void LabelLayer::Draw(const Scene& scene, Surface& surface) {
@@ -54,12 +48,9 @@ void LabelLayer::AddPlayers(const Scene& scene, Surface& surface) {
       places.AddSymbol(at);
       if (!scene.Display.REALLABELSVISIBLE) return;
       Lines& lines = NextLines();
-      lines.All = {{{NumberIn(lines.Numbers[0], plot.ClientId, "0")},
-                    {plot.Label},
-                    {plot.Name},
-                    {NumberIn(lines.Numbers[1], plot.Altitude, "000")},
-                    {NumberIn(lines.Numbers[2], plot.Speed, "0")}}};
-      lines.Count = lines.All.size();
+      const PlayerLines said = LinesOf(plot, scene.Shown, lines.Numbers);
+      for (lines.Count = 0; lines.Count < said.Count; ++lines.Count) lines.All[lines.Count] = {said.All[lines.Count]};
+      if (lines.Count == 0) return;
       Add(scene, surface, lines,
           {.At = at,
            .Gap = RealLabelGap,
@@ -67,6 +58,8 @@ void LabelLayer::AddPlayers(const Scene& scene, Surface& surface) {
            .Altitude = plot.Altitude,
            .Color = plot.Color,
            .Real = true,
+           .TellsName = scene.Shown.Callsign || scene.Shown.Name,
+           .TellsAltitude = scene.Shown.Altitude,
            .Fixed = index == scene.SelectedPlot});
     });
   }
@@ -83,7 +76,11 @@ void LabelLayer::AddAircraft(const Scene& scene, Surface& surface) {
       Lines& lines = NextLines();
       lines.Count = 0;
       const std::string_view name = WithoutBlanks(plot.Name);
-      if (altitudes) lines.All[lines.Count++] = {NumberIn(lines.Numbers[0], plot.Altitude, "000")};
+      if (altitudes) {
+        lines.Numbers.Altitude.clear();
+        base::AppendFormat(lines.Numbers.Altitude, plot.Altitude, "000");
+        lines.All[lines.Count++] = {lines.Numbers.Altitude};
+      }
       if (names) lines.All[lines.Count++] = {name};
       Add(scene, surface, lines,
           {.At = at,

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "map/label_places.h"
+#include "map/plots.h"
 #include "map/renderer.h"
 
 namespace kestrel::map {
@@ -28,7 +29,7 @@ class LabelLayer {
   };
   /// What a label says.
   struct Lines {
-    std::array<std::string, 3> Numbers;  ///< that lines are made of
+    LabelNumbers Numbers;
     std::array<Line, 5> All;
     std::size_t Count = 0;
     double Height = 0;  ///< of one line, surface units

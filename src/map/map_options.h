@@ -52,12 +52,23 @@ struct Options {
   FontRecord AREAS_TITLE_FONT;
 };
 
-/// The font of all plot labels, set when the map window loads; fixed in this version.
+/// The font of all plot labels, set when the map window loads; but for its size fixed in this version.
 struct LabelFont {
   static constexpr const char* Name = "MS Sans Serif";
   float Size = 8;  ///< points
   bool Bold = false;
   bool Italic = false;
+};
+/// So many percent of it; below 50 it is 50, above 300 it is 300.
+LabelFont SizedLabelFont(double percent);
+
+/// Which lines of a player's label are shown, in their order.
+struct LabelLines {
+  bool Id = true;
+  bool Callsign = true;
+  bool Name = true;
+  bool Altitude = true;
+  bool Speed = true;
 };
 
 }  // namespace kestrel::map

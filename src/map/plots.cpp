@@ -1,5 +1,6 @@
 #include "map/plots.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <numeric>
@@ -14,10 +15,13 @@ namespace kestrel::map {
 namespace {
 
 constexpr double AITrailShift = -60;  // the AI trail lies 4 pixels up and left of the true positions; this stands
+// Percent.
+constexpr double LeastLabelSize = 50;
+constexpr double GreatestLabelSize = 300;
 
 /// A number as the text of a label. Short enough to need no memory of its own.
-std::string NumberText(double value, std::string_view pattern) {
-  std::string text;
+std::string_view NumberText(std::string& text, double value, std::string_view pattern) {
+  text.clear();
   base::AppendFormat(text, value, pattern);
   return text;
 }
@@ -26,19 +30,17 @@ double SignOf(double value) { return value > 0 ? 1 : value < 0 ? -1 : 0; }
 
 void DrawRealLabels(const Scene& scene, Surface& surface, const link::PlotRecord& plot, SurfacePoint at) {
   const TextFont font = LabelTextFont(scene.Labels);
-  const std::string id = NumberText(plot.ClientId, "0");
-  const std::string altitude = NumberText(plot.Altitude, "000");
-  const std::string speed = NumberText(plot.Speed, "0");
-  const std::array<std::string_view, 5> lines = {id, plot.Label, plot.Name, altitude, speed};
+  LabelNumbers numbers;
+  const PlayerLines lines = LinesOf(plot, scene.Shown, numbers);
   std::array<TextSize, 5> sizes;
   double height = 0;
-  for (std::size_t line = 0; line < lines.size(); ++line) {
-    sizes[line] = surface.Measure(lines[line], font);
+  for (std::size_t line = 0; line < lines.Count; ++line) {
+    sizes[line] = surface.Measure(lines.All[line], font);
     height += sizes[line].Height;
   }
   double top = at.Y - height / 2;
-  for (std::size_t line = 0; line < lines.size(); ++line) {
-    surface.Print(lines[line], at.X - sizes[line].Width - RealLabelGap, top, font, plot.Color);
+  for (std::size_t line = 0; line < lines.Count; ++line) {
+    surface.Print(lines.All[line], at.X - sizes[line].Width - RealLabelGap, top, font, plot.Color);
     top += sizes[line].Height;
   }
 }
@@ -90,6 +92,26 @@ TextFont LabelTextFont(const LabelFont& font) {
   return {.Name = LabelFont::Name, .Size = font.Size, .Bold = font.Bold, .Italic = font.Italic};
 }
 
+LabelFont SizedLabelFont(double percent) {
+  LabelFont font;
+  font.Size = static_cast<float>(
+      font.Size * (percent > LeastLabelSize ? std::min(percent, GreatestLabelSize) : LeastLabelSize) / 100);
+  return font;
+}
+
+PlayerLines LinesOf(const link::PlotRecord& plot, const LabelLines& shown, LabelNumbers& numbers) {
+  PlayerLines lines;
+  const auto add = [&lines](bool isShown, std::string_view text) {
+    if (isShown) lines.All[lines.Count++] = text;
+  };
+  add(shown.Id, NumberText(numbers.Id, plot.ClientId, "0"));
+  add(shown.Callsign, plot.Label);
+  add(shown.Name, plot.Name);
+  add(shown.Altitude, NumberText(numbers.Altitude, plot.Altitude, "000"));
+  add(shown.Speed, NumberText(numbers.Speed, plot.Speed, "0"));
+  return lines;
+}
+
 bool IsPlotShown(const link::PlotRecord& plot) {
   return plot.ClientId != 0 && plot.PlotVisible && plot.X != 0 && plot.Y != 0 && link::HasShownPosition(plot);
 }
@@ -136,7 +158,7 @@ void DrawAIPlot(const Scene& scene, Surface& surface, std::size_t index, double 
   TextSize size;
   SurfacePoint origin{at.X - AIBareBlock, at.Y - AIBareBlock};
   if (scene.Display.AILABELSVISIBLE) {
-    altitude = NumberText(plot.Altitude, "000");
+    NumberText(altitude, plot.Altitude, "000");
     size = surface.Measure(altitude, font);
     origin = {at.X - base::RoundHalfEven(size.Width + AILabelGap), at.Y - base::RoundHalfEven(size.Height / 2)};
   }

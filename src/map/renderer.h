@@ -42,6 +42,7 @@ struct Scene {
   const Ties* Tied = nullptr;                   ///< null: there are none
   LabelLayer* Apart = nullptr;                  ///< of the surface; null: labels are not kept apart
   std::size_t SelectedPlot = 0;                 ///< index in Clients of the player in the roster's details, 0 none
+  LabelLines Shown = {};                        ///< of players' labels
 };
 
 /// Paints everything: picture, grid, bullseye, areas, TACANs, ILS, old points of trails; captures, then what moves.

@@ -265,6 +265,20 @@ TEST_F(LabelsApart, FollowWhatIsShown) {
       << "where the name stands without an altitude";
 }
 
+TEST_F(LabelsApart, HaveTheLinesThatAreChosen) {
+  AddPlayer(512, 512);
+  map::Scene scene = Apart();
+  scene.Shown = {.Id = false, .Callsign = true, .Name = false, .Altitude = false, .Speed = true};
+  DrawMovingLayers(scene, Surface);
+  EXPECT_EQ(Surface.Of("print"), (Calls{{"print", {5790 - 630, 4500 - 195}, 0x123456, 0, "Viper11"},
+                                        {"print", {5790 - 270, 4500}, 0x123456, 0, "400"}}));
+  EXPECT_TRUE(Layer.Labels()[0].TellsName);
+  EXPECT_FALSE(Layer.Labels()[0].TellsAltitude);
+  scene.Shown.Callsign = scene.Shown.Speed = false;
+  DrawMovingLayers(scene, Surface);
+  EXPECT_TRUE(Layer.Labels().empty());
+}
+
 TEST_F(LabelsApart, NamesOfTenThousandCharactersAreDrawnAndHarmNone) {
   const std::string endless(10000, 'x');
   AddPlayer(512, 512).Label = endless + "1";

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "link/feed_text.h"
 #include "link/plot_feed.h"
 #include "link/roster.h"
@@ -40,6 +42,37 @@ TEST_F(RealPlot, HasACircleFiveLabelsEndingLeftOfItAndAVector) {
                                   {"line", {6000, 4500, 6000, 4500 - 40 * 15}, colour, 1}}));
   EXPECT_EQ(Surface.LastFontName, "MS Sans Serif");
   EXPECT_EQ(Surface.LastFontSize, 8);
+}
+
+TEST_F(RealPlot, OnlyTheLinesThatAreChosenAreShown) {
+  AddPlayer(512, 512);
+  map::Scene scene = Scene();
+  scene.Shown = {.Id = false, .Callsign = true, .Name = false, .Altitude = true, .Speed = false};
+  RepositAllPlots(scene, Surface);
+  // Two lines: one above the plot's height, one below.
+  constexpr double end = 6000 - 210;
+  EXPECT_EQ(Surface.Of("print"), (Calls{{"print", {end - 7 * 90, 4500 - 195}, 0x123456, 0, "Viper11"},
+                                        {"print", {end - 3 * 90, 4500}, 0x123456, 0, "035"}}));
+  scene.Shown = {.Id = true, .Callsign = false, .Name = true, .Altitude = false, .Speed = true};
+  Surface.Calls.clear();
+  RepositAllPlots(scene, Surface);
+  EXPECT_EQ(Surface.Of("print"), (Calls{{"print", {end - 90, 4500 - 292.5}, 0x123456, 0, "7"},
+                                        {"print", {end - 3 * 90, 4500 - 97.5}, 0x123456, 0, "Ann"},
+                                        {"print", {end - 3 * 90, 4500 + 97.5}, 0x123456, 0, "400"}}));
+  scene.Shown = {.Id = false, .Callsign = false, .Name = false, .Altitude = false, .Speed = false};
+  Surface.Calls.clear();
+  RepositAllPlots(scene, Surface);
+  EXPECT_TRUE(Surface.Of("print").empty());
+  EXPECT_EQ(Surface.Of("circle").size(), 1U);
+}
+
+TEST(SizeOfLabels, IsAPercentageOfTheFontWithinBounds) {
+  EXPECT_EQ(SizedLabelFont(100).Size, LabelFont().Size);
+  EXPECT_EQ(SizedLabelFont(150).Size, 12);
+  for (const double low : {50.0, 49.0, 0.0, -1e300, std::numeric_limits<double>::quiet_NaN()}) {
+    EXPECT_EQ(SizedLabelFont(low).Size, 4) << low;
+  }
+  for (const double high : {300.0, 301.0, 1e300}) EXPECT_EQ(SizedLabelFont(high).Size, 24) << high;
 }
 
 TEST_F(RealPlot, AnEmptyLabelKeepsItsLine) {

@@ -65,14 +65,16 @@ map::Scene MapPicture::Scene() {
                     .Display = station.MapOptions,
                     .LinkOptions = station.LinkOptions,
                     .Plots = station.Plots,
-                    .Labels = {},
+                    .Labels = map::SizedLabelFont(station.Extras.LABELSIZE),
                     .Areas = &station.Areas,
                     .Editor = &station.Editor,
                     .Navaids = &station.Frequencies,
                     .Trails = &trails,
                     .Tied = &station.Ties,
                     .Apart = station.Extras.LABELSAPART ? &labels : nullptr,
-                    .SelectedPlot = station.Session.SelectedPlot};
+                    .SelectedPlot = station.Session.SelectedPlot,
+                    .Shown = {station.Extras.LABELID, station.Extras.LABELCALLSIGN, station.Extras.LABELNAME,
+                              station.Extras.LABELALTITUDE, station.Extras.LABELSPEED}};
 }
 
 void MapPicture::FollowTies() {

@@ -114,6 +114,29 @@ void ExtrasPanel::AddLabels(QBoxLayout& column) {
   QVBoxLayout* rows = NewGroup("Labels", column, this);
   rows->addWidget(options.Check("chkLabelsApart", Words("Keep Labels Apart"),
                                 Words("Labels make room for each other and for symbols"), this));
+  QLineEdit* size = options.Number("txtLabelSize", Words("Percent of the font of labels, 50 to 300"), this);
+  size->setFixedWidth(RangeWidth * fontMetrics().horizontalAdvance(u'0'));
+  QHBoxLayout* row = NewRow(*rows);
+  row->addWidget(NewLabel("lblLabelSize", Words("Label Size"), size, this), 1);
+  row->addWidget(size);
+  row->addWidget(NewLabel("lblLabelPercent", Words("%"), nullptr, this));
+  rows->addWidget(NewLabel("lblLabelLines", Words("A player's label shows"), nullptr, this));
+  struct Shown {
+    const char* Name;
+    const char* Caption;
+    const char* Meaning;
+  };
+  constexpr Shown lines[] = {{"chkLabelId", "Number", "The player's number in the session"},
+                             {"chkLabelCallsign", "Callsign", "The player's callsign"},
+                             {"chkLabelName", "Name", "The player's name"},
+                             {"chkLabelAltitude", "Altitude", "Hundreds of feet"},
+                             {"chkLabelSpeed", "Speed", "Knots"}};
+  QHBoxLayout* pair = nullptr;
+  for (const Shown& line : lines) {
+    if (pair == nullptr || pair->count() == 2) pair = NewRow(*rows);
+    pair->addWidget(options.Check(line.Name, Words(line.Caption), Words(line.Meaning), this), 1);
+  }
+  pair->addStretch(1);
 }
 
 }  // namespace kestrel::shell

@@ -29,5 +29,42 @@ TEST_F(LabelOptions, LabelsAreKeptApartAndStandAgainWhereTheyStood) {
   EXPECT_EQ(Map(), before);
 }
 
+TEST_F(LabelOptions, EachLineOfAPlayersLabelCanBeLeftOut) {
+  const std::pair<const char*, const char*> lines[] = {{"chkLabelId", "LABELID"},
+                                                       {"chkLabelName", "LABELNAME"},
+                                                       {"chkLabelAltitude", "LABELALTITUDE"},
+                                                       {"chkLabelSpeed", "LABELSPEED"}};
+  const QImage all = Map();
+  for (const auto& [control, key] : lines) {
+    EXPECT_EQ(Saved(key, "KESTREL"), "missing");
+    EXPECT_EQ(Drawn([this, name = control] { Press(name); }), Redraw) << control;
+    EXPECT_EQ(Saved(key, "KESTREL"), "0");
+    EXPECT_NE(Map(), all) << control;
+    EXPECT_EQ(Drawn([this, name = control] { Press(name); }), Redraw) << control;
+    EXPECT_EQ(Map(), all) << control;
+  }
+  // The players have no callsign, so that its line is empty; without it the others stand closer.
+  Press("chkLabelCallsign");
+  EXPECT_EQ(Saved("LABELCALLSIGN", "KESTREL"), "0");
+  EXPECT_NE(Map(), all);
+}
+
+TEST_F(LabelOptions, LabelsHaveTheSizeThatIsTyped) {
+  const QImage before = Map();
+  auto& size = Part<QLineEdit>("txtLabelSize");
+  EXPECT_EQ(size.text(), QStringLiteral("100.00"));
+  const auto type = [&size](const char* text) {
+    size.setFocus();
+    size.selectAll();
+    QTest::keyClicks(&size, QString::fromLatin1(text));
+  };
+  type("150");
+  EXPECT_EQ(Saved("LABELSIZE", "KESTREL"), "150.00");
+  EXPECT_NE(Map(), before);
+  type("100");
+  EXPECT_EQ(Saved("LABELSIZE", "KESTREL"), "missing");
+  EXPECT_EQ(Map(), before);
+}
+
 }  // namespace
 }  // namespace kestrel::shell
