@@ -1,8 +1,11 @@
 #include "shell/options/extras_panel.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include "core/eye_colours.h"
 #include "shell/options/panel_parts.h"
@@ -20,9 +23,14 @@ constexpr int RangeWidth = 9;
 ExtrasPanel::ExtrasPanel(core::Program& running, OptionControls& controls, QWidget* owner)
     : QFrame(owner), program(running), options(controls) {
   setObjectName(QStringLiteral("Frame5"));
-  auto* columns = new QHBoxLayout(this);
+  auto* scroll = new QScrollArea(this);
+  scroll->setObjectName(QStringLiteral("ExtrasScroll"));
+  auto* groups = new QWidget;
+  auto* columns = new QHBoxLayout(groups);
   columns->setContentsMargins(PanelMargin, PanelMargin, PanelMargin, PanelMargin);
   columns->setSpacing(PanelGap);
+  scroll->setWidget(groups);
+  ShowWhole(*scroll);
   auto* left = new QVBoxLayout;
   auto* right = new QVBoxLayout;
   for (QVBoxLayout* column : {left, right}) {
@@ -37,7 +45,25 @@ ExtrasPanel::ExtrasPanel(core::Program& running, OptionControls& controls, QWidg
   AddSessions(*right);
   AddLabels(*right);
   for (QVBoxLayout* column : {left, right}) column->addStretch(1);
+  // Only its height may be cut off.
+  scroll->setMinimumWidth(groups->minimumSizeHint().width() + scroll->verticalScrollBar()->sizeHint().width());
   Fill();
+}
+
+void ExtrasPanel::ShowWhole(QScrollArea& scroll) {
+  auto* whole = new QVBoxLayout(this);
+  whole->setContentsMargins(0, 0, 0, 0);
+  whole->addWidget(&scroll);
+  scroll.setFrameShape(QFrame::NoFrame);
+  scroll.setWidgetResizable(true);
+  scroll.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  // The keyboard goes from control to control, which come into view with it.
+  scroll.setFocusPolicy(Qt::NoFocus);
+  connect(qApp, &QApplication::focusChanged, scroll.widget(),
+          [&scroll, groups = scroll.widget()](QWidget*, QWidget* now) {
+            if (now != nullptr && groups->isAncestorOf(now)) scroll.ensureWidgetVisible(now, PanelGap, PanelGap);
+          });
+  for (QWidget* part : {scroll.viewport(), scroll.widget()}) part->setAutoFillBackground(false);
 }
 
 void ExtrasPanel::Fill() { cmdFormerColors->setEnabled(program.State.Extras.EYECOLORS); }

@@ -6,10 +6,12 @@
 
 class QBoxLayout;
 class QPushButton;
+class QScrollArea;
 
 namespace kestrel::shell {
 
-/// Frame5 of the options: what the station does beyond what a controller's display has to do.
+/// Frame5 of the options: what the station does beyond what a controller's display has to do. The groups
+/// scroll where they do not fit.
 class ExtrasPanel final : public QFrame {
   Q_OBJECT
  public:
@@ -20,6 +22,8 @@ class ExtrasPanel final : public QFrame {
   void Fill();
 
  private:
+  /// `scroll` fills the panel, as a part of it.
+  void ShowWhole(QScrollArea& scroll);
   void AddTies(QBoxLayout& column);
   void AddThreats(QBoxLayout& column);
   void AddColors(QBoxLayout& column);

@@ -3,6 +3,8 @@
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <algorithm>
 
 #include "core/eye_colours.h"
@@ -22,6 +24,31 @@ TEST_F(ExtrasPage, HasTheSizeOfTheOthersAndShowsAlone) {
   EXPECT_EQ(Panel(5).size(), first);
   EXPECT_GE(Panel(5).height(), Panel(5).sizeHint().height()) << "nothing is cut off";
   EXPECT_GE(Panel(5).width(), Panel(5).sizeHint().width());
+}
+
+TEST_F(ExtrasPage, WhatDoesNotFitIsScrolledToAndComesIntoViewWithTheKeyboard) {
+  Activate();
+  Tabs().setCurrentIndex(4);
+  auto& scroll = *Panel(5).findChild<QScrollArea*>(QStringLiteral("ExtrasScroll"));
+  EXPECT_EQ(scroll.size(), Panel(5).size());
+  EXPECT_GE(scroll.viewport()->width(), scroll.widget()->minimumSizeHint().width()) << "no column is cut off";
+  scroll.widget()->setMinimumHeight(3 * Panel(5).height());
+  ASSERT_TRUE(QTest::qWaitFor([&scroll] { return scroll.verticalScrollBar()->maximum() > 0; }));
+  EXPECT_GE(scroll.viewport()->width(), scroll.widget()->minimumSizeHint().width()) << "with the bar beside it";
+  EXPECT_FALSE(scroll.horizontalScrollBar()->isVisible());
+  scroll.verticalScrollBar()->setValue(scroll.verticalScrollBar()->maximum());
+  auto& first = *Window().findChild<QWidget*>(QStringLiteral("cmdTieCol"));
+  const auto seen = [&] {
+    const QRect place(first.mapTo(scroll.viewport(), QPoint()), first.size());
+    return scroll.viewport()->rect().contains(place);
+  };
+  EXPECT_FALSE(seen());
+  Tabs().setFocus();
+  for (int step = 0; step < 80 && QApplication::focusWidget() != &first; ++step) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  }
+  EXPECT_TRUE(first.hasFocus());
+  EXPECT_TRUE(seen());
 }
 
 TEST_F(ExtrasPage, EachControlStoresItsSettingAndRedrawsWhatMoves) {
