@@ -124,7 +124,8 @@ void AddOwnKeys(std::vector<SettingsRow>& rows, OwnBindings& keys) {
 }
 
 /// What other stations do not know.
-void AddExtras(std::vector<SettingsRow>& rows, map::Extras& extras) {
+void AddExtras(std::vector<SettingsRow>& rows, Station& station) {
+  map::Extras& extras = station.Extras;
   const std::string section = "KESTREL";
   const auto add = [&](SettingsRow row) {
     row.Spared = true;
@@ -170,6 +171,9 @@ add({section, "LABELSPEED", &extras.LABELSPEED});
 add({section, "LABELSIZE", &extras.LABELSIZE, "0.00", Reading::Invariant});
 }
 
+add({section, "MAPBRIGHTNESS", &extras.MAPBRIGHTNESS});
+}
+
 }  // namespace
 
 std::vector<SettingsRow> SettingsTable(Station& station) {
@@ -193,6 +197,7 @@ std::vector<SettingsRow> SettingsTable(Station& station) {
   AddHealingKeys(rows, station.HealingOptions);
   AddSessionExtras(rows, station);
   AddOwnKeys(rows, station.OwnKeys);
+  AddExtras(rows, station);
   return rows;
 }
 

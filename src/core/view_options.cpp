@@ -88,7 +88,8 @@ void AddNavaids(std::vector<OptionRow>& rows, map::Options& map) {
                           });
 }
 
-void AddExtras(std::vector<OptionRow>& rows, map::Extras& extras) {
+void AddExtras(std::vector<OptionRow>& rows, Station& station) {
+  map::Extras& extras = station.Extras;
   rows.insert(rows.end(), {
                               {"cmdTieCol", &extras.TIECOLOR, Changed::Plots},
                               {"chkThreatRing", &extras.THREATRING, Changed::Plots},
@@ -96,6 +97,7 @@ void AddExtras(std::vector<OptionRow>& rows, map::Extras& extras) {
                               {"cmdThreatCol", &extras.THREATCOLOR, Changed::Plots},
                               // The card lies over the map: no redraw.
                               {"chkPlotCard", &extras.PLOTCARD, Changed::Nothing},
+                              {"sldMapBrightness", &extras.MAPBRIGHTNESS, Changed::Map},
                           });
   rows.insert(rows.end(), {
                               {"chkLabelsApart", &extras.LABELSAPART, Changed::Plots},
@@ -139,6 +141,7 @@ std::vector<OptionRow> OptionsTable(Station& station) {
   AddExtras(rows, station.Extras);
   AddHealingOptions(rows, station.HealingOptions);
   AddSessionExtras(rows, station);
+  AddExtras(rows, station);
   return rows;
 }
 

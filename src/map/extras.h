@@ -1,8 +1,13 @@
 #pragma once
 
+#include <cstdint>
+
 #include "base/colour.h"
 
 namespace kestrel::map {
+
+/// A darker map could not be told from none, percent.
+inline constexpr std::int32_t LeastMapBrightness = 20;
 
 /// Settings of the map in section [KESTREL] of the main file; fields named as their keys. What they ask for is off as
 /// the station ships.
@@ -26,7 +31,8 @@ struct Extras {
   bool LABELNAME = true;
   bool LABELALTITUDE = true;
   bool LABELSPEED = true;
-  double LABELSIZE = 100;  ///< percent of the labels' font
+  double LABELSIZE = 100;            ///< percent of the labels' font
+  std::int32_t MAPBRIGHTNESS = 100;  ///< of the picture of the theater, percent of its own: LeastMapBrightness to 100
 };
 
 }  // namespace kestrel::map

@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QWheelEvent>
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
@@ -109,6 +110,7 @@ void MapPicture::DrawMap() {
       surface.Resize(pixels, ratio);
     }
     FollowTies();
+    surface.SetBrightness(std::max(program.State.Extras.MAPBRIGHTNESS, map::LeastMapBrightness));
     map::DrawMap(Scene(), surface);
     program.Log.LogDuration("Drew the map", start);
   });

@@ -34,6 +34,9 @@ class QtSurface final : public map::Surface {
   void Resize(QSize pixels, double devicePixelRatio);
   /// What lies beyond the picture; seen from the next CopyPicture or Resize on.
   void SetBackground(QColor colour);
+  /// How bright the picture is drawn, percent of its own, 100 at the most; seen from the next CopyPicture on. Nothing
+  /// but the picture is darker.
+  void SetBrightness(int percent) { brightness = percent; }
   /// The picture with its devicePixelRatio set; it changes with each call, so who keeps it takes a copy().
   const QImage& Image() const { return image; }
   /// What has changed since the last call, device pixels; rounded outward.
@@ -121,6 +124,7 @@ class QtSurface final : public map::Surface {
   double ratio = 1;         ///< devicePixelRatio
   double scale = 1.0 / 15;  ///< device pixels to the unit
   QColor background;
+  int brightness = 100;  ///< of the picture, percent
   QImage image;
   QImage snapshot;                 ///< MapSnapshot, as far as `kept` tells; what is not kept shows on the image
   std::unique_ptr<Canvas> canvas;  ///< of Painter

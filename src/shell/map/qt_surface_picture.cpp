@@ -70,6 +70,9 @@ void QtSurface::CopyPicture(const base::Picture& picture, const map::SourceRect&
   painter.drawImage(
       place, level,
       QRectF(source.left() * levelX, source.top() * levelY, source.width() * levelX, source.height() * levelY));
+  if (brightness >= 100) return;
+  painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+  painter.fillRect(place, QColor(0, 0, 0, 255 - std::max(brightness, 0) * 255 / 100));
 }
 
 }  // namespace kestrel::shell

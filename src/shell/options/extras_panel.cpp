@@ -1,11 +1,15 @@
 #include "shell/options/extras_panel.h"
 
+#include <QAbstractSpinBox>
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QSlider>
+#include <QWheelEvent>
 
 #include "core/eye_colours.h"
 #include "shell/options/panel_parts.h"
@@ -44,7 +48,9 @@ ExtrasPanel::ExtrasPanel(core::Program& running, OptionControls& controls, QWidg
   AddHealing(*right);
   AddSessions(*right);
   AddLabels(*right);
+  AddMap(*left);
   for (QVBoxLayout* column : {left, right}) column->addStretch(1);
+  KeepWheel(*groups);
   // Only its height may be cut off.
   scroll->setMinimumWidth(groups->minimumSizeHint().width() + scroll->verticalScrollBar()->sizeHint().width());
   Fill();
@@ -67,6 +73,22 @@ void ExtrasPanel::ShowWhole(QScrollArea& scroll) {
 }
 
 void ExtrasPanel::Fill() { cmdFormerColors->setEnabled(program.State.Extras.EYECOLORS); }
+
+void ExtrasPanel::KeepWheel(QWidget& groups) {
+  for (QWidget* part : groups.findChildren<QWidget*>()) {
+    const bool turns = qobject_cast<QAbstractSlider*>(part) != nullptr || qobject_cast<QComboBox*>(part) != nullptr ||
+                       qobject_cast<QAbstractSpinBox*>(part) != nullptr;
+    if (!turns) continue;
+    part->setFocusPolicy(Qt::StrongFocus);
+    part->installEventFilter(this);
+  }
+}
+
+bool ExtrasPanel::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::Wheel || static_cast<QWidget*>(watched)->hasFocus()) return false;
+  event->ignore();
+  return true;
+}
 
 void ExtrasPanel::AddTies(QBoxLayout& column) {
   QVBoxLayout* rows = NewGroup("Ties", column, this);
@@ -163,6 +185,24 @@ void ExtrasPanel::AddLabels(QBoxLayout& column) {
     pair->addWidget(options.Check(line.Name, Words(line.Caption), Words(line.Meaning), this), 1);
   }
   pair->addStretch(1);
+}
+
+void ExtrasPanel::AddMap(QBoxLayout& column) {
+  QVBoxLayout* rows = NewGroup("Map", column, this);
+  QSlider* slider = options.Slider("sldMapBrightness", Words("How bright the map picture is, percent"),
+                                   map::LeastMapBrightness, 100, this);
+  slider->setSingleStep(5);
+  slider->setPageStep(10);
+  auto* number = NewLabel("lblMapBrightnessNumber", {}, nullptr, this);
+  number->setFixedWidth(number->fontMetrics().horizontalAdvance(Words("100 %")));
+  number->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  const auto show = [number](int percent) { number->setText(QStringLiteral("%1 %").arg(percent)); };
+  connect(slider, &QSlider::valueChanged, number, show);
+  show(slider->value());
+  QHBoxLayout* row = NewRow(*rows);
+  row->addWidget(NewLabel("lblMapBrightness", Words("Brightness"), slider, this));
+  row->addWidget(slider, 1);
+  row->addWidget(number);
 }
 
 }  // namespace kestrel::shell

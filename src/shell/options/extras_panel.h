@@ -21,9 +21,14 @@ class ExtrasPanel final : public QFrame {
   /// What is no control of a setting, as it stands.
   void Fill();
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   /// `scroll` fills the panel, as a part of it.
   void ShowWhole(QScrollArea& scroll);
+  /// The wheel turns what has the keyboard and scrolls over all else.
+  void KeepWheel(QWidget& groups);
   void AddTies(QBoxLayout& column);
   void AddThreats(QBoxLayout& column);
   void AddColors(QBoxLayout& column);
@@ -31,6 +36,7 @@ class ExtrasPanel final : public QFrame {
   void AddHealing(QBoxLayout& column);
   void AddSessions(QBoxLayout& column);
   void AddLabels(QBoxLayout& column);
+  void AddMap(QBoxLayout& column);
 
   core::Program& program;
   OptionControls& options;

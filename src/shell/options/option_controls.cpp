@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScopedValueRollback>
+#include <QSlider>
 #include <optional>
 
 #include "shell/parts/character_filter.h"
@@ -107,6 +108,19 @@ QPushButton* OptionControls::Font(const char* name, const QString& caption, cons
     });
   });
   return button;
+}
+
+QSlider* OptionControls::Slider(const char* name, const QString& meaning, std::int32_t least, std::int32_t most,
+                                QWidget* parent) {
+  const core::OptionRow& row = core::RowOf(rows, name);
+  auto* slider = Named(new QSlider(Qt::Horizontal, parent), name, meaning);
+  slider->setRange(least, most);
+  slider->setAccessibleName(meaning);
+  AddFill([&row, slider] { slider->setValue(*std::get<std::int32_t*>(row.Bound)); });
+  connect(slider, &QSlider::valueChanged, this, [this, &row](int value) {
+    Edit(row, [this, &row, value] { return core::SetOption(program, row, std::int32_t{value}); });
+  });
+  return slider;
 }
 
 QLineEdit* OptionControls::Number(const char* name, const QString& meaning, QWidget* parent) {

@@ -11,6 +11,7 @@ class QCheckBox;
 class QComboBox;
 class QLineEdit;
 class QPushButton;
+class QSlider;
 class QWidget;
 
 namespace kestrel::shell {
@@ -31,6 +32,7 @@ class OptionControls final : public QObject {
   QCheckBox* Check(const char* name, const QString& caption, const QString& meaning, QWidget* parent);
   ColourButton* Color(const char* name, const QString& caption, const QString& meaning, QWidget* parent);
   QPushButton* Font(const char* name, const QString& caption, const QString& meaning, QWidget* parent);
+  QSlider* Slider(const char* name, const QString& meaning, std::int32_t least, std::int32_t most, QWidget* parent);
   QLineEdit* Number(const char* name, const QString& meaning, QWidget* parent);
   /// A list of numbers. A setting that is not among them gets a place.
   QComboBox* MiniMapScale(const char* name, const QString& meaning, QWidget* parent);

@@ -5,6 +5,8 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QSlider>
+#include <QWheelEvent>
 #include <algorithm>
 
 #include "core/eye_colours.h"
@@ -49,6 +51,42 @@ TEST_F(ExtrasPage, WhatDoesNotFitIsScrolledToAndComesIntoViewWithTheKeyboard) {
   }
   EXPECT_TRUE(first.hasFocus());
   EXPECT_TRUE(seen());
+}
+
+TEST_F(ExtrasPage, TheWheelTurnsOnlyWhatHasTheKeyboard) {
+  Activate();
+  auto& slider = Part<QSlider>("sldMapBrightness");
+  slider.setValue(50);
+  const auto turn = [&slider] {
+    const QPointF middle = QRectF(slider.rect()).center();
+    QWheelEvent event(middle, slider.mapToGlobal(middle), {}, QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&slider, &event);
+  };
+  Tabs().setFocus();
+  turn();
+  EXPECT_EQ(slider.value(), 50);
+  slider.setFocus();
+  turn();
+  EXPECT_LT(slider.value(), 50);
+}
+
+TEST_F(ExtrasPage, TheMapsControlsStoreTheirSettings) {
+  auto& slider = Part<QSlider>("sldMapBrightness");
+  const auto& number = *Window().findChild<QLabel*>(QStringLiteral("lblMapBrightnessNumber"));
+  EXPECT_EQ(slider.value(), 100);
+  EXPECT_EQ(slider.minimum(), 20);
+  EXPECT_EQ(number.text(), QStringLiteral("100 %"));
+  EXPECT_EQ(Saved("MAPBRIGHTNESS", "KESTREL"), "missing");
+  slider.setFocus();
+  const QImage before = Map();
+  EXPECT_EQ(Drawn([&slider] { QTest::keyClick(&slider, Qt::Key_Left); }), DrawMap);
+  EXPECT_NE(Map(), before);
+  EXPECT_EQ(Saved("MAPBRIGHTNESS", "KESTREL"), "95");
+  EXPECT_EQ(number.text(), QStringLiteral("95 %"));
+  EXPECT_EQ(Drawn([&slider] { QTest::keyClick(&slider, Qt::Key_Right); }), DrawMap);
+  EXPECT_EQ(Map(), before);
+  EXPECT_EQ(Saved("MAPBRIGHTNESS", "KESTREL"), "missing");
 }
 
 TEST_F(ExtrasPage, EachControlStoresItsSettingAndRedrawsWhatMoves) {
