@@ -24,6 +24,7 @@ enum class Changed : std::uint32_t {
   Options = 1 << 13,         ///< settings that the options window and the clients window show
   Areas = 1 << 14,           ///< folders and groups of areas: AreasFrm; a list of a group's areas that is open
   Frequencies = 1 << 15,     ///< channels, airfields, folders of frequencies: FreqFrm
+  Look = 1 << 16,            ///< light or dark: the colours of all windows
 };
 
 constexpr Changed operator|(Changed a, Changed b) {

@@ -174,6 +174,10 @@ add({section, "LABELSIZE", &extras.LABELSIZE, "0.00", Reading::Invariant});
 add({section, "MAPBRIGHTNESS", &extras.MAPBRIGHTNESS});
 }
 
+add({section, "MAPBRIGHTNESS", &extras.MAPBRIGHTNESS});
+add({section, "LOOK", &station.Appearance.LOOK});
+}
+
 }  // namespace
 
 std::vector<SettingsRow> SettingsTable(Station& station) {

@@ -54,6 +54,11 @@ struct EditorPositions {
   std::int32_t AREAPOINTFPLEFT = 0, AREAPOINTFPTOP = 0;
 };
 
+/// How the windows look.
+struct Appearance {
+  std::int32_t LOOK = 0;  ///< 1 light, 2 dark; any other as the system's windows
+};
+
 /// The tapes: the one that is being recorded and the one that is on show.
 struct Tapes {
   tape::Recorder Recorder;
@@ -122,6 +127,7 @@ struct Station {
   link::Tables Plots;
   map::Options MapOptions;
   map::Extras Extras;
+  core::Appearance Appearance;
   map::Ties Ties;
   core::HealingOptions HealingOptions;
   core::Healing Healing;

@@ -98,6 +98,7 @@ void AddExtras(std::vector<OptionRow>& rows, Station& station) {
                               // The card lies over the map: no redraw.
                               {"chkPlotCard", &extras.PLOTCARD, Changed::Nothing},
                               {"sldMapBrightness", &extras.MAPBRIGHTNESS, Changed::Map},
+                              {"cmbLook", &station.Appearance.LOOK, Changed::Look},
                           });
   rows.insert(rows.end(), {
                               {"chkLabelsApart", &extras.LABELSAPART, Changed::Plots},

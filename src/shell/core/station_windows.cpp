@@ -8,6 +8,7 @@
 #include "shell/link/select_channel_dialog.h"
 #include "shell/map/lost_link.h"
 #include "shell/parts/dialogs.h"
+#include "shell/parts/look.h"
 #include "shell/parts/unicode_text.h"
 #include "shell/radio/freq_frm.h"
 
@@ -17,6 +18,7 @@ void StationWindows::MakeMainFrm(bool made) {
   if (!made) {
     frame.reset();
   } else if (!frame) {
+    ChooseLook(program->State.Appearance.LOOK);
     frame = std::make_unique<MDIForm1>(*program, modal);
   }
 }

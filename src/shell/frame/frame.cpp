@@ -35,6 +35,7 @@
 #include "shell/map/replay_sign.h"
 #include "shell/parts/dialogs.h"
 #include "shell/parts/guard.h"
+#include "shell/parts/look.h"
 #include "shell/parts/plain_text.h"
 #include "shell/parts/unicode_text.h"
 #include "shell/radio/freq_frm.h"
@@ -289,6 +290,8 @@ void MDIForm1::Refresh(base::Changed what) {
       {Changed::Map | Changed::Plots, [](MDIForm1& frame) { frame.ShowThreats(); }},
       {Changed::Connection | Changed::Activity | Changed::Options, [](MDIForm1& frame) { frame.lost->Follow(); }},
   };
+  // Before anything is drawn in its colours.
+  if (Has(what, Changed::Look)) ChooseLook(program.State.Appearance.LOOK);
   // The map draws what moves in either case.
   if (Has(what, Changed::Map)) {
     map->Picture().DrawMap();

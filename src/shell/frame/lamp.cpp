@@ -23,6 +23,12 @@ void Lamp::SetFailed(QColor failed, const QString& toolTip) {
   Take(State::Failed, toolTip);
 }
 
+void Lamp::Recolor(QColor lit, QColor failed) {
+  colour = lit;
+  failedColour = failed;
+  update();
+}
+
 void Lamp::Take(State shown, const QString& toolTip) {
   state = shown;
   setToolTip(toolTip);

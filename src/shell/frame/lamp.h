@@ -16,6 +16,8 @@ class Lamp final : public QWidget {
   void SetFailed(QColor failed, const QString& toolTip);
   bool Lit() const { return state == State::Lit; }
   bool Failed() const { return state == State::Failed; }
+  /// Other colours, for lit and failed.
+  void Recolor(QColor lit, QColor failed);
   /// Whether its word stands beside the disc; the tool tip tells it either way.
   void ShowWord(bool shown);
   /// How much wider the lamp is with its word, pixels.

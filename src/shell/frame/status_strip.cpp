@@ -107,6 +107,16 @@ void StatusStrip::resizeEvent(QResizeEvent* event) {
   PlaceMoment();
 }
 
+void StatusStrip::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() != QEvent::PaletteChange) return;
+  const LampColours lamps = LampColoursOf(palette());
+  StatPic_Conn->Recolor(lamps.Connection, lamps.Recording);
+  StatPic_Act->Recolor(lamps.Activity, lamps.Recording);
+  StatPic_Rec->Recolor(lamps.Recording, lamps.Recording);
+  for (Lamp* lamp : {StatPic_UHF, StatPic_VHF, StatPic_Guard}) lamp->Recolor(lamps.Transmit, lamps.Recording);
+}
+
 int StatusStrip::WidthOfThreats() const { return lblThreats->isHidden() ? 0 : lblThreats->minimumWidth() + Spacing; }
 
 void StatusStrip::ShowThreats(std::optional<std::size_t> threats) {

@@ -53,6 +53,7 @@ class StatusStrip final : public QWidget {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   QToolButton* CheckButton(const char* name, const QString& caption);

@@ -95,7 +95,7 @@ class KeptPlace {
 
 ClientsFrm::ClientsFrm(core::Program& running, QWidget* frame)
     : ToolFrm(running, core::ToolWindow::Clients, QStringLiteral("ClientsFrm"), QStringLiteral("CLIENTS"), frame,
-              Changed::Roster | Changed::AIList | Changed::Connection | Changed::Options),
+              Changed::Roster | Changed::AIList | Changed::Connection | Changed::Options | Changed::Look),
       form(std::make_unique<Ui::ClientsFrm>()),
       clients(new ClientsModel(this)),
       aircraft(new AIListModel(running.State.Plots, this)),
@@ -105,8 +105,7 @@ ClientsFrm::ClientsFrm(core::Program& running, QWidget* frame)
   SetUpView(*form->TreeView1, *clients, TreeRows);
   SetUpView(*form->List1, *aircraft, ListRows);
   form->TreeView1->setIconSize(QSize(PictureSide, PictureSide));
-  form->ImageCon->setPixmap(LinkIcon(true).pixmap(PictureSide, PictureSide));
-  form->ImageDiscon->setPixmap(LinkIcon(false).pixmap(PictureSide, PictureSide));
+  ShowPictures();
   form->cmdPlotColor->setIconSize(ColourSize);
   Connect();
   AddFilter();
@@ -243,6 +242,15 @@ void ClientsFrm::ShowChanged(Changed what) {
   if (Has(what, Changed::AIList)) LoadAIList();
   if (Has(what, Changed::Connection)) ShowConnection();
   if (Has(what, Changed::Options)) ShowOptions();
+  if (Has(what, Changed::Look)) {
+    ShowPictures();
+    ShowDetails(Fill::NotWhatIsEdited);
+  }
+}
+
+void ClientsFrm::ShowPictures() {
+  form->ImageCon->setPixmap(LinkIcon(true).pixmap(PictureSide, PictureSide));
+  form->ImageDiscon->setPixmap(LinkIcon(false).pixmap(PictureSide, PictureSide));
 }
 
 void ClientsFrm::LoadRoster() {

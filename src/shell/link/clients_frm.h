@@ -51,6 +51,8 @@ class ClientsFrm final : public ToolFrm {
   void LoadRoster();
   void LoadAIList();
   void ShowConnection();
+  /// The pictures of the connection in the colours in use.
+  void ShowPictures();
   /// By AUTOFRIENDS: Reset and the checks of the AI aircraft can be used while it is off.
   void ShowOptions();
   void ShowDetails(Fill fill);

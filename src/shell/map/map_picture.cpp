@@ -368,6 +368,13 @@ void MapPicture::TellHeld(const QKeyEvent& event) {
   });
 }
 
+void MapPicture::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() != QEvent::PaletteChange) return;
+  surface.SetBackground(MapSurround(palette()));
+  if (mapDraws > 0) DrawMap();
+}
+
 void MapPicture::wheelEvent(QWheelEvent* event) {
   TurnWheel(event->angleDelta().y());
   event->accept();

@@ -86,6 +86,7 @@ class MapPicture final : public QWidget {
   void leaveEvent(QEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   map::Scene Scene();

@@ -49,6 +49,7 @@ ExtrasPanel::ExtrasPanel(core::Program& running, OptionControls& controls, QWidg
   AddSessions(*right);
   AddLabels(*right);
   AddMap(*left);
+  AddLook(*right);
   for (QVBoxLayout* column : {left, right}) column->addStretch(1);
   KeepWheel(*groups);
   // Only its height may be cut off.
@@ -203,6 +204,15 @@ void ExtrasPanel::AddMap(QBoxLayout& column) {
   row->addWidget(NewLabel("lblMapBrightness", Words("Brightness"), slider, this));
   row->addWidget(slider, 1);
   row->addWidget(number);
+}
+
+void ExtrasPanel::AddLook(QBoxLayout& column) {
+  QVBoxLayout* rows = NewGroup("Look", column, this);
+  static constexpr const char* looks[] = {"As the System", "Light", "Dark"};
+  QComboBox* list = options.Choice(
+      "cmbLook", Words("Light or dark windows; the system's count as they were when the station started"), looks, this);
+  list->setAccessibleName(Words("Look"));
+  rows->addWidget(list);
 }
 
 }  // namespace kestrel::shell

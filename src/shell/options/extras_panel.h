@@ -37,6 +37,7 @@ class ExtrasPanel final : public QFrame {
   void AddSessions(QBoxLayout& column);
   void AddLabels(QBoxLayout& column);
   void AddMap(QBoxLayout& column);
+  void AddLook(QBoxLayout& column);
 
   core::Program& program;
   OptionControls& options;

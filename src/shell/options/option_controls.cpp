@@ -174,6 +174,21 @@ QComboBox* OptionControls::Icon(const char* name, const QString& meaning, QWidge
   return Numbers(name, meaning, core::TacanIcons(), parent);
 }
 
+QComboBox* OptionControls::Choice(const char* name, const QString& meaning, std::span<const char* const> words,
+                                  QWidget* parent) {
+  const core::OptionRow& row = core::RowOf(rows, name);
+  auto* list = Named(new QComboBox(parent), name, meaning);
+  for (const char* word : words) list->addItem(QString::fromLatin1(word));
+  AddFill([&row, list] {
+    const std::int32_t place = *std::get<std::int32_t*>(row.Bound);
+    list->setCurrentIndex(place > 0 && place < list->count() ? place : 0);
+  });
+  connect(list, &QComboBox::currentIndexChanged, this, [this, &row](int place) {
+    Edit(row, [this, &row, place] { return core::SetOption(program, row, std::int32_t{place}); });
+  });
+  return list;
+}
+
 std::vector<QWidget*> OptionControls::Positions(const char* name, std::span<const char* const> captions,
                                                 QWidget* parent) {
   const core::OptionRow& row = core::RowOf(rows, name);

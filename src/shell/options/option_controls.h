@@ -36,6 +36,8 @@ class OptionControls final : public QObject {
   QLineEdit* Number(const char* name, const QString& meaning, QWidget* parent);
   /// A list of numbers. A setting that is not among them gets a place.
   QComboBox* MiniMapScale(const char* name, const QString& meaning, QWidget* parent);
+  /// A list of words, whose places from 0 the setting holds. One without a word is shown as the first.
+  QComboBox* Choice(const char* name, const QString& meaning, std::span<const char* const> words, QWidget* parent);
   QComboBox* Icon(const char* name, const QString& meaning, QWidget* parent);
   /// Buttons of which one is chosen, named `name`, "_" and their index; a setting without a button chooses none.
   std::vector<QWidget*> Positions(const char* name, std::span<const char* const> captions, QWidget* parent);

@@ -77,12 +77,23 @@ void PaintIcon(QPainter& painter) {
 
 }  // namespace
 
-bool SystemIsDark() { return IsDark(QGuiApplication::palette()); }
+bool SystemIsDark() {
+  constexpr const char* answer = "SystemIsDark";
+  if (!qApp->property(answer).isValid()) qApp->setProperty(answer, IsDark(QGuiApplication::palette()));
+  return qApp->property(answer).toBool();
+}
 
 void ApplyLook(QApplication& application, bool dark) {
   QApplication::setStyle(new LookStyle);
   QApplication::setPalette(PaletteOf(dark ? DarkTones : LightTones));
   application.setWindowIcon(ProgramIcon());
+}
+
+void ChooseLook(int look) {
+  constexpr int light = 1, dark = 2;
+  const bool wanted = look == dark || (look != light && SystemIsDark());
+  if (IsDark(QGuiApplication::palette()) == wanted) return;
+  QApplication::setPalette(PaletteOf(wanted ? DarkTones : LightTones));
 }
 
 LampColours LampColoursOf(const QPalette& palette) {

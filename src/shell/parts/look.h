@@ -8,10 +8,12 @@
 // How the station looks: one style on every platform, a dark and a light palette of its own.
 namespace kestrel::shell {
 
-/// True when the system's windows are dark. To be asked before ApplyLook.
+/// True when the system's windows are dark. To be asked before ApplyLook, which hides it; the first answer stands.
 bool SystemIsDark();
 /// Fusion style and our palette.
 void ApplyLook(QApplication& application, bool dark);
+/// What a person has chosen: 1 light, 2 dark, any other as the system. All windows change their colours at once.
+void ChooseLook(int look);
 
 /// The lamps' lit colours in the palette in use.
 struct LampColours {

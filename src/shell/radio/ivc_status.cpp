@@ -1,5 +1,6 @@
 #include "shell/radio/ivc_status.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -92,6 +93,12 @@ void IvcStatus::AddControls() {
   rows->setSpacing(8);
   rows->addLayout(state);
   rows->addLayout(radios);
+}
+
+void IvcStatus::changeEvent(QEvent* event) {
+  QGroupBox::changeEvent(event);
+  // The images have the colours that were in use when they were shown.
+  if (event->type() == QEvent::PaletteChange && Image_IVCRunning != nullptr) Show();
 }
 
 void IvcStatus::Refresh() {

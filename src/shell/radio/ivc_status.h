@@ -27,6 +27,9 @@ class IvcStatus final : public QGroupBox {
   /// Status() has been asked anew.
   void Refreshed();
 
+ protected:
+  void changeEvent(QEvent* event) override;
+
  private:
   void AddControls();
   void Show();
