@@ -178,6 +178,11 @@ add({section, "MAPBRIGHTNESS", &extras.MAPBRIGHTNESS});
 add({section, "LOOK", &station.Appearance.LOOK});
 }
 
+add({section, "MAPBRIGHTNESS", &extras.MAPBRIGHTNESS});
+add({section, "LOOK", &station.Appearance.LOOK});
+add({section, "WHEELATPOINTER", &extras.WHEELATPOINTER});
+}
+
 }  // namespace
 
 std::vector<SettingsRow> SettingsTable(Station& station) {

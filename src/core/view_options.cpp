@@ -99,6 +99,7 @@ void AddExtras(std::vector<OptionRow>& rows, Station& station) {
                               {"chkPlotCard", &extras.PLOTCARD, Changed::Nothing},
                               {"sldMapBrightness", &extras.MAPBRIGHTNESS, Changed::Map},
                               {"cmbLook", &station.Appearance.LOOK, Changed::Look},
+                              {"chkWheelAtPointer", &extras.WHEELATPOINTER, Changed::Nothing},
                           });
   rows.insert(rows.end(), {
                               {"chkLabelsApart", &extras.LABELSAPART, Changed::Plots},

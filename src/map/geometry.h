@@ -61,6 +61,11 @@ double ResolutionFromScroll(SliderRange slider, std::int32_t value);
 /// The slider value of a resolution, its exponent rounded half to even.
 std::int32_t ScrollFromResolution(SliderRange slider, double resolution);
 
+/// A zoom step that leaves the ground under the pointer where it is, as far as the theater's edge lets it.
+base::Changed ZoomAtPointer(ViewState& view, bool closer);
+/// Moves the map until `ground` lies at a place of the surface, as far as the theater's edge lets it.
+base::Changed HoldGround(ViewState& view, ViewPoint ground, SurfacePoint at);
+
 /// Centres on the last pointer position, within the theater. The caller then redraws and moves the pointer
 /// (CenteredPointer), all with ViewChanging set.
 base::Changed SetCenterOfScreen(ViewState& view);

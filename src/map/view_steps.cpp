@@ -106,6 +106,21 @@ std::int32_t ScrollFromResolution(SliderRange slider, double resolution) {
   return static_cast<std::int32_t>(std::max<double>(slider.Min, std::min<double>(slider.Max, value)));
 }
 
+Changed ZoomAtPointer(ViewState& view, bool closer) {
+  const SurfacePoint pointer{view.MouseX, view.MouseY};
+  const ViewPoint ground = ViewFromSurface(view, pointer);
+  const Changed changed = closer ? IncreaseResolution(view) : DecreaseResolution(view);
+  return changed | HoldGround(view, ground, pointer);
+}
+
+Changed HoldGround(ViewState& view, ViewPoint ground, SurfacePoint at) {
+  view.ViewCenterX = ground.X + (view.SurfaceWidth / 2 - at.X) / view.Resolution;
+  view.ViewCenterY = ground.Y + (view.SurfaceHeight / 2 - at.Y) / view.Resolution;
+  ClampCentre(view);
+  RefreshMarks(view);
+  return ViewMoved;
+}
+
 Changed SetCenterOfScreen(ViewState& view) {
   view.ViewCenterX -= (view.SurfaceWidth / 2 - view.MouseX) / view.Resolution;
   view.ViewCenterY -= (view.SurfaceHeight / 2 - view.MouseY) / view.Resolution;

@@ -55,6 +55,11 @@ MapPicture::MapPicture(core::Program& running, QMenu& popUp2, QWidget* owner)
   ring.setInterval(RingCheckMs);
   connect(&ring, &QTimer::timeout, this, &MapPicture::WatchRing);
   connect(find, &FindField::Asked, this, &MapPicture::ShowAircraft);
+  dragFrame.setSingleShot(true);
+  dragFrame.setInterval(DragFrameMs);
+  connect(&dragFrame, &QTimer::timeout, this, [this] {
+    if (dragDue) MoveDragged();
+  });
 }
 
 map::Scene MapPicture::Scene() {
@@ -242,12 +247,17 @@ void MapPicture::mousePressEvent(QMouseEvent* event) {
     TakePointer(event->position());
     sentTo.reset();
     switch (event->button()) {
-      case Qt::LeftButton:
-        Q_EMIT Pressed(program.State.View.CursorMapX, program.State.View.CursorMapY, event->modifiers());
+      case Qt::LeftButton: {
+        map::ViewState& view = program.State.View;
+        const map::ViewPoint formerAnchor{view.AnchorViewX, view.AnchorViewY};
+        Q_EMIT Pressed(view.CursorMapX, view.CursorMapY, event->modifiers());
         // Who ties aircraft keeps the anchor.
         if (event->modifiers() == Qt::ControlModifier && PressTies()) break;
-        program.Shown.Refresh(map::SetCursorStart(program.State.View));
+        program.Shown.Refresh(map::SetCursorStart(view));
+        // In the area editor Shift is for what is being drawn.
+        if (event->modifiers() == Qt::ShiftModifier && !program.State.Editor.AreaEditMode) BeginDrag(formerAnchor);
         break;
+      }
       case Qt::RightButton:
         popUp.popup(event->globalPosition().toPoint());
         break;
@@ -273,6 +283,52 @@ void MapPicture::mouseDoubleClickEvent(QMouseEvent* event) {
   });
 }
 
+void MapPicture::BeginDrag(map::ViewPoint formerAnchor) {
+  const map::ViewState& view = program.State.View;
+  const map::SurfacePoint at{view.MouseX, view.MouseY};
+  drag = Drag{.Ground = map::ViewFromSurface(view, at), .Anchor = formerAnchor, .Pressed = at};
+  dragDue = false;
+}
+
+void MapPicture::FollowDrag() {
+  if (drag->Over) return;
+  map::ViewState& view = program.State.View;
+  if (!drag->Moving) {
+    const double gone = std::abs(view.MouseX - drag->Pressed.X) + std::abs(view.MouseY - drag->Pressed.Y);
+    if (gone < QApplication::startDragDistance() * map::UnitsPerPixel) return;
+    drag->Moving = true;
+    setCursor(Qt::ClosedHandCursor);
+    // It was no press of one place: the bearing line begins where it did.
+    view.AnchorViewX = drag->Anchor.X;
+    view.AnchorViewY = drag->Anchor.Y;
+  }
+  dragDue = true;
+  if (!dragFrame.isActive()) MoveDragged();
+}
+
+void MapPicture::MoveDragged() {
+  dragDue = false;
+  Guarded(program.Log, "Drag", [this] {
+    map::ViewState& view = program.State.View;
+    program.Shown.Refresh(map::HoldGround(view, drag->Ground, {view.MouseX, view.MouseY}));
+  });
+  dragFrame.start();
+}
+
+void MapPicture::EndDrag() {
+  dragFrame.stop();
+  if (dragDue) MoveDragged();
+  dragFrame.stop();
+  unsetCursor();
+  drag->Over = true;
+}
+
+void MapPicture::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton || !drag) return;
+  EndDrag();
+  drag.reset();
+}
+
 void MapPicture::TakeKeyboard() {
   // Who types into the field over the map goes on typing.
   if (find->HasKeyboard()) return;
@@ -288,10 +344,16 @@ void MapPicture::mouseMoveEvent(QMouseEvent* event) {
     if (program.State.MapOptions.MAP_AUTOFOCUS) TakeKeyboard();
     core::ReadElevations(program);
     map::ViewState& view = program.State.View;
+    const bool leftDown = event->buttons().testFlag(Qt::LeftButton);
+    if (drag && !leftDown) {
+      // Its release went elsewhere.
+      EndDrag();
+      drag.reset();
+    }
     const QScopedValueRollback changing(view.ViewChanging, view.ViewChanging || IsOwnMove(event->globalPosition()));
     program.Shown.Refresh(map::TrackPointer(view, program.State.MapOptions, event->position().x() * map::UnitsPerPixelX,
-                                            event->position().y() * map::UnitsPerPixelY,
-                                            event->buttons().testFlag(Qt::LeftButton)));
+                                            event->position().y() * map::UnitsPerPixelY, leftDown && !drag));
+    if (drag) FollowDrag();
     TellPointer(event->modifiers());
     if (event->buttons() == Qt::NoButton) {
       card->PointTo(event->position());
@@ -336,6 +398,11 @@ bool MapPicture::event(QEvent* event) {
 }
 
 void MapPicture::keyPressEvent(QKeyEvent* event) {
+  if (drag && !drag->Over && event->key() == Qt::Key_Escape) {
+    EndDrag();
+    event->accept();
+    return;
+  }
   Guarded(program.Log, "KeyDown", [this, event] {
     core::MapKey(program, VirtualKey(*event), ShiftState(*event));
     if (IsBound(*event)) return;
@@ -376,6 +443,7 @@ void MapPicture::changeEvent(QEvent* event) {
 }
 
 void MapPicture::wheelEvent(QWheelEvent* event) {
+  if (program.State.Extras.WHEELATPOINTER) TakePointer(event->position());
   TurnWheel(event->angleDelta().y());
   event->accept();
 }
@@ -386,8 +454,13 @@ void MapPicture::TurnWheel(int angle) {
   Guarded(program.Log, "MouseWheel", [this] {
     base::Changed changed = base::Changed::Nothing;
     for (; std::abs(wheelAngle) >= WheelNotch; wheelAngle -= wheelAngle > 0 ? WheelNotch : -WheelNotch) {
-      changed |=
-          wheelAngle > 0 ? map::IncreaseResolution(program.State.View) : map::DecreaseResolution(program.State.View);
+      map::ViewState& view = program.State.View;
+      const bool closer = wheelAngle > 0;
+      if (program.State.Extras.WHEELATPOINTER) {
+        changed |= map::ZoomAtPointer(view, closer);
+      } else {
+        changed |= closer ? map::IncreaseResolution(view) : map::DecreaseResolution(view);
+      }
     }
     program.Shown.Refresh(changed);
   });

@@ -24,6 +24,8 @@ class MapPicture final : public QWidget {
  public:
   /// The map is drawn anew when the size has not changed for this long, milliseconds.
   static constexpr int SettleMs = 150;
+  /// While the map is dragged it is drawn once in so long, milliseconds.
+  static constexpr int DragFrameMs = 16;
 
   /// `running` and `popUp2` outlive the widget.
   MapPicture(core::Program& running, QMenu& popUp2, QWidget* owner);
@@ -85,11 +87,26 @@ class MapPicture final : public QWidget {
   void mouseMoveEvent(QMouseEvent* event) override;
   void leaveEvent(QEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
+  /// Shift and the left button: from the press to the release.
+  struct Drag {
+    map::ViewPoint Ground;  ///< what has been taken hold of
+    map::ViewPoint Anchor;  ///< where the bearing line began before
+    map::SurfacePoint Pressed;
+    bool Moving = false;  ///< the pointer has gone far enough
+    bool Over = false;    ///< Esc has ended it
+  };
+
   map::Scene Scene();
+  void BeginDrag(map::ViewPoint formerAnchor);
+  /// The pointer has moved: the map follows it, once in a frame.
+  void FollowDrag();
+  void MoveDragged();
+  void EndDrag();
   /// The lines between aircraft as the tables are now, before each draw.
   void FollowTies();
   /// A press with Ctrl. True when it was meant for an aircraft, or the text of a line between two.
@@ -124,6 +141,9 @@ class MapPicture final : public QWidget {
   QTimer settle;
   QTimer ring;                 ///< looks whether the ring's time is over
   std::uint32_t ringedAt = 0;  ///< tick count
+  std::optional<Drag> drag;
+  QTimer dragFrame;      ///< runs for a frame after each step of a drag
+  bool dragDue = false;  ///< the pointer has moved in this frame
   std::uint64_t mapDraws = 0;
   std::uint64_t plotDraws = 0;
   std::uint64_t plotsDrawn = 0;

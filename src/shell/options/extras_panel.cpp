@@ -204,6 +204,8 @@ void ExtrasPanel::AddMap(QBoxLayout& column) {
   row->addWidget(NewLabel("lblMapBrightness", Words("Brightness"), slider, this));
   row->addWidget(slider, 1);
   row->addWidget(number);
+  rows->addWidget(options.Check("chkWheelAtPointer", Words("Wheel Zooms at the Pointer"),
+                                Words("The place under the pointer stays where it is"), this));
 }
 
 void ExtrasPanel::AddLook(QBoxLayout& column) {

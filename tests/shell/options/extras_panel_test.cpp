@@ -87,6 +87,8 @@ TEST_F(ExtrasPage, TheMapsControlsStoreTheirSettings) {
   EXPECT_EQ(Drawn([&slider] { QTest::keyClick(&slider, Qt::Key_Right); }), DrawMap);
   EXPECT_EQ(Map(), before);
   EXPECT_EQ(Saved("MAPBRIGHTNESS", "KESTREL"), "missing");
+  EXPECT_EQ(Drawn([this] { Press("chkWheelAtPointer"); }), None);
+  EXPECT_EQ(Saved("WHEELATPOINTER", "KESTREL"), "1");
 }
 
 TEST_F(ExtrasPage, EachControlStoresItsSettingAndRedrawsWhatMoves) {
