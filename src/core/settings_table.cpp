@@ -183,6 +183,12 @@ add({section, "LOOK", &station.Appearance.LOOK});
 add({section, "WHEELATPOINTER", &extras.WHEELATPOINTER});
 }
 
+add({section, "MAPBRIGHTNESS", &extras.MAPBRIGHTNESS});
+add({section, "LOOK", &station.Appearance.LOOK});
+add({section, "WHEELATPOINTER", &extras.WHEELATPOINTER});
+add({section, "GRIDDEGREES", &extras.GRIDDEGREES});
+}
+
 }  // namespace
 
 std::vector<SettingsRow> SettingsTable(Station& station) {

@@ -100,6 +100,7 @@ void AddExtras(std::vector<OptionRow>& rows, Station& station) {
                               {"sldMapBrightness", &extras.MAPBRIGHTNESS, Changed::Map},
                               {"cmbLook", &station.Appearance.LOOK, Changed::Look},
                               {"chkWheelAtPointer", &extras.WHEELATPOINTER, Changed::Nothing},
+                              {"chkGridDegrees", &extras.GRIDDEGREES, Changed::Map},
                           });
   rows.insert(rows.end(), {
                               {"chkLabelsApart", &extras.LABELSAPART, Changed::Plots},

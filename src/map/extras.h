@@ -34,6 +34,7 @@ struct Extras {
   double LABELSIZE = 100;            ///< percent of the labels' font
   std::int32_t MAPBRIGHTNESS = 100;  ///< of the picture of the theater, percent of its own: LeastMapBrightness to 100
   bool WHEELATPOINTER = false;       ///< the wheel leaves the ground under the pointer where it is
+  bool GRIDDEGREES = false;          ///< degrees stand where the lines of the grid end
 };
 
 }  // namespace kestrel::map

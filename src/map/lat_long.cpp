@@ -22,6 +22,14 @@ std::string Text(double value, char positive, char negative, const char* degreeF
          SafeFormat(minutes, "00.000") + "'";
 }
 
+std::string GridLineText(double value, char positive, char negative, const char* degreeFormat) {
+  const double minutes = std::round(std::abs(value) * 60);
+  const double degrees = std::trunc(minutes / 60);
+  std::string text = (value < 0 ? negative : positive) + SafeFormat(degrees, degreeFormat) + "\xB0";
+  if (minutes > degrees * 60) text += " " + SafeFormat(minutes - degrees * 60, "00") + "'";
+  return text;
+}
+
 }  // namespace
 
 LatLong LatLongFromFeet(theaters::Corner corner, double xFeet, double yFeet) {
@@ -42,5 +50,8 @@ LatLongText FormatLatLong(theaters::Corner corner, double mapX, double mapY) {
   const LatLong place = LatLongFromFeet(corner, mapX * link::FeetPerMapUnit, mapY * link::FeetPerMapUnit);
   return {Text(place.Lat, 'N', 'S', "00"), Text(place.Long, 'E', 'W', "000")};
 }
+
+std::string LatLineText(double lat) { return GridLineText(lat, 'N', 'S', "00"); }
+std::string LongLineText(double lon) { return GridLineText(lon, 'E', 'W', "000"); }
 
 }  // namespace kestrel::map

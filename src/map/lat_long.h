@@ -27,4 +27,9 @@ struct LatLongText {
 /// The texts of a place in map units, Y north.
 LatLongText FormatLatLong(theaters::Corner corner, double mapX, double mapY);
 
+/// The names of lines of the grid, in whole minutes where they are not in whole degrees, code page bytes: N37\xB0,
+/// E127\xB0 30'.
+std::string LatLineText(double lat);
+std::string LongLineText(double lon);
+
 }  // namespace kestrel::map

@@ -17,7 +17,8 @@ void DrawPicture(const Scene& scene, Surface& surface) {
 }
 
 /// What stands, from the bottom up.
-constexpr Painter StaticLayers[] = {DrawPicture, DrawGrid, DrawBullseye, DrawAreas, DrawTacans, DrawIlsFans};
+constexpr Painter StaticLayers[] = {DrawPicture, DrawGrid,    DrawBullseye,   DrawAreas,
+                                    DrawTacans,  DrawIlsFans, DrawGridDegrees};
 /// What moves, from the bottom up.
 constexpr Painter MovingLayers[] = {RepositAllPlots, DrawAIPlots, CalculateAndDrawPlotHistories,
                                     DrawLabelsApart, DrawTies,    DrawWorkArea};

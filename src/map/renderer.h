@@ -43,9 +43,11 @@ struct Scene {
   LabelLayer* Apart = nullptr;                  ///< of the surface; null: labels are not kept apart
   std::size_t SelectedPlot = 0;                 ///< index in Clients of the player in the roster's details, 0 none
   LabelLines Shown = {};                        ///< of players' labels
+  bool GridDegrees = false;                     ///< degrees stand where lines of the grid end
 };
 
-/// Paints everything: picture, grid, bullseye, areas, TACANs, ILS, old points of trails; captures, then what moves.
+/// Paints everything: picture, grid, bullseye, areas, TACANs, ILS, degrees of the grid, old points of trails; captures,
+/// then what moves.
 void DrawMap(const Scene& scene, Surface& surface);
 /// Restores the captured picture and paints what moves. What has become old of the trails goes onto the captured
 /// picture first; where that holds what is not shown any more, everything is painted.
@@ -58,5 +60,8 @@ void DrawMovingLayers(const Scene& scene, Surface& surface);
 /// Static layers, in file grid.cpp and bullseye_mark.cpp.
 void DrawGrid(const Scene& scene, Surface& surface);
 void DrawBullseye(const Scene& scene, Surface& surface);
+/// The degrees of the lines of the grid where they meet the edges of the surface, or end before them. One that would
+/// cover another is left out.
+void DrawGridDegrees(const Scene& scene, Surface& surface);
 
 }  // namespace kestrel::map

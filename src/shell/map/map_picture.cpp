@@ -83,6 +83,10 @@ map::Scene MapPicture::Scene() {
                               station.Extras.LABELALTITUDE, station.Extras.LABELSPEED}};
 }
 
+.GridDegrees = station.Extras.GRIDDEGREES
+};
+}
+
 void MapPicture::FollowTies() {
   core::Station& station = program.State;
   const tape::PlayerState& tape = station.Tapes.Player.State();

@@ -204,6 +204,9 @@ void ExtrasPanel::AddMap(QBoxLayout& column) {
   row->addWidget(NewLabel("lblMapBrightness", Words("Brightness"), slider, this));
   row->addWidget(slider, 1);
   row->addWidget(number);
+  rows->addWidget(options.Check("chkGridDegrees", Words("Degrees at the Grid's Edge"),
+                                Words("Latitude and longitude where lines of the grid meet the edge of the map"),
+                                this));
   rows->addWidget(options.Check("chkWheelAtPointer", Words("Wheel Zooms at the Pointer"),
                                 Words("The place under the pointer stays where it is"), this));
 }

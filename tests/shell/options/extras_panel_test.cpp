@@ -87,6 +87,9 @@ TEST_F(ExtrasPage, TheMapsControlsStoreTheirSettings) {
   EXPECT_EQ(Drawn([&slider] { QTest::keyClick(&slider, Qt::Key_Right); }), DrawMap);
   EXPECT_EQ(Map(), before);
   EXPECT_EQ(Saved("MAPBRIGHTNESS", "KESTREL"), "missing");
+  EXPECT_EQ(Drawn([this] { Press("chkGridDegrees"); }), DrawMap);
+  EXPECT_EQ(Saved("GRIDDEGREES", "KESTREL"), "1");
+  EXPECT_NE(Map(), before) << "the grid is shown, and so are its degrees";
   EXPECT_EQ(Drawn([this] { Press("chkWheelAtPointer"); }), None);
   EXPECT_EQ(Saved("WHEELATPOINTER", "KESTREL"), "1");
 }
