@@ -403,6 +403,30 @@ struct PieceWriter {
   }
 };
 
+using PixelMemory = std::shared_ptr<std::uint32_t>;
+
+/// `side` by `side` black pixels.
+PixelMemory BlackPixels(int side) {
+  const auto count = static_cast<std::size_t>(side) * static_cast<std::size_t>(side);
+  PixelMemory pixels(NewPixels(count), std::free);
+  if (!pixels) throw RuntimeFailure("no memory for the picture");
+  std::fill_n(pixels.get(), count, Opaque);
+  return pixels;
+}
+
+Picture SquareOf(int side, const PixelMemory& pixels) {
+  const auto* top = reinterpret_cast<const std::uint8_t*>(pixels.get());
+  return Picture(side, side, side * 4, top, std::shared_ptr<void>(pixels, pixels.get()));
+}
+
+/// The side of the map that is made of a picture.
+int MapSide(const Picture& picture) {
+  if (picture.Empty()) throw RuntimeFailure("there is no picture");
+  const int side = std::max(picture.Width, picture.Height);
+  if (side > MaxMapSide) throw RuntimeFailure("the picture is too large for a map");
+  return side;
+}
+
 }  // namespace
 
 Picture LoadPicture(const std::filesystem::path& path) { return Convert(LoadFile(path)); }
@@ -416,19 +440,22 @@ Picture ReplacePicture(const std::filesystem::path& path, const Picture& former)
 
 Picture DecodePicture(std::string_view bytes) { return Convert(LoadBitmap(PictureSource(bytes))); }
 
-Picture BlankPicture(int side) {
-  const auto count = static_cast<std::size_t>(side) * static_cast<std::size_t>(side);
-  const std::shared_ptr<std::uint32_t> pixels(NewPixels(count), std::free);
-  if (!pixels) throw RuntimeFailure("no memory for the picture");
-  std::fill_n(pixels.get(), count, Opaque);
-  const auto* top = reinterpret_cast<const std::uint8_t*>(pixels.get());
-  return Picture(side, side, side * 4, top, std::shared_ptr<void>(pixels, pixels.get()));
+Picture BlankPicture(int side) { return SquareOf(side, BlackPixels(side)); }
+
+Picture FilledPicture(const Picture& picture) {
+  const int side = MapSide(picture);
+  if (picture.Width == picture.Height) return picture;
+  const PixelMemory pixels = BlackPixels(side);
+  const auto width = static_cast<std::size_t>(picture.Width);
+  std::uint32_t* row = pixels.get() + static_cast<std::size_t>(side - picture.Height) * static_cast<std::size_t>(side);
+  for (int y = 0; y < picture.Height; ++y, row += side) {
+    std::memcpy(row, picture.Pixels + std::ptrdiff_t{y} * picture.Stride, width * 4);
+  }
+  return SquareOf(side, pixels);
 }
 
 Picture SquarePicture(const Picture& picture) {
-  if (picture.Empty()) throw RuntimeFailure("there is no picture");
-  const int side = std::max(picture.Width, picture.Height);
-  if (side > MaxMapSide) throw RuntimeFailure("the picture is too large for a map");
+  const int side = MapSide(picture);
   if (picture.Width == picture.Height) return picture;
   Bitmap square(FreeImage_Rescale(To24Bits(picture).get(), side, side, FILTER_BICUBIC));
   if (!square) throw RuntimeFailure("no memory for the picture");

@@ -51,6 +51,9 @@ Picture BlankPicture(int side);
 /// `picture` stretched to a square whose side is its larger one, with the bicubic filter; itself when it is square.
 /// RuntimeFailure when it is empty, a side is above MaxMapSide or there is no memory.
 Picture SquarePicture(const Picture& picture);
+/// `picture` in the lower left of a square whose side is its larger one, black beside it; itself when it is square.
+/// RuntimeFailure as SquarePicture.
+Picture FilledPicture(const Picture& picture);
 /// The bytes of a GIF file of `picture`, its colours brought down to 256. RuntimeFailure when that fails.
 std::string EncodeGif(const Picture& picture);
 

@@ -110,7 +110,8 @@ std::optional<base::Picture> OpenStoredPicture(Program& program, const std::stri
 }
 
 std::optional<base::Picture> OpenMapImage(Program& program, const std::filesystem::path& file) {
-  return PictureOrBox(program, [&file] { return base::SquarePicture(base::LoadPicture(file)); });
+  const auto square = program.State.Extras.PICTUREMARGIN ? base::FilledPicture : base::SquarePicture;
+  return PictureOrBox(program, [&file, square] { return square(base::LoadPicture(file)); });
 }
 
 std::optional<theaters::Corner> OpenMapFile(Program& program, const std::filesystem::path& file) {

@@ -189,6 +189,13 @@ add({section, "WHEELATPOINTER", &extras.WHEELATPOINTER});
 add({section, "GRIDDEGREES", &extras.GRIDDEGREES});
 }
 
+add({section, "MAPBRIGHTNESS", &extras.MAPBRIGHTNESS});
+add({section, "LOOK", &station.Appearance.LOOK});
+add({section, "WHEELATPOINTER", &extras.WHEELATPOINTER});
+add({section, "GRIDDEGREES", &extras.GRIDDEGREES});
+add({section, "PICTUREMARGIN", &extras.PICTUREMARGIN});
+}
+
 }  // namespace
 
 std::vector<SettingsRow> SettingsTable(Station& station) {

@@ -101,6 +101,7 @@ void AddExtras(std::vector<OptionRow>& rows, Station& station) {
                               {"cmbLook", &station.Appearance.LOOK, Changed::Look},
                               {"chkWheelAtPointer", &extras.WHEELATPOINTER, Changed::Nothing},
                               {"chkGridDegrees", &extras.GRIDDEGREES, Changed::Map},
+                              {"chkPictureMargin", &extras.PICTUREMARGIN, Changed::Nothing},
                           });
   rows.insert(rows.end(), {
                               {"chkLabelsApart", &extras.LABELSAPART, Changed::Plots},

@@ -35,6 +35,7 @@ struct Extras {
   std::int32_t MAPBRIGHTNESS = 100;  ///< of the picture of the theater, percent of its own: LeastMapBrightness to 100
   bool WHEELATPOINTER = false;       ///< the wheel leaves the ground under the pointer where it is
   bool GRIDDEGREES = false;          ///< degrees stand where the lines of the grid end
+  bool PICTUREMARGIN = false;        ///< a picture that is not square is filled up for a theater, not stretched
 };
 
 }  // namespace kestrel::map

@@ -272,6 +272,28 @@ TEST(SquarePicture, EmptyAndTooLargeOnesAreRefused) {
   EXPECT_THROW(SquarePicture(PictureOf(Pixels(MaxMapSide + 1, Red), MaxMapSide + 1)), RuntimeFailure);
 }
 
+TEST(FilledPicture, AWideOneLiesAtTheFootAndATallOneAtTheLeft) {
+  const Pixels wide = PixelsOf(FilledPicture(PictureOf({Red, Green, Blue, White, Red, Green}, 3)));
+  EXPECT_EQ(wide, (Pixels{Black, Black, Black, Red, Green, Blue, White, Red, Green}));
+  const Pixels tall = PixelsOf(FilledPicture(PictureOf({Red, Green, Blue, White, Red, Green}, 2)));
+  EXPECT_EQ(tall, (Pixels{Red, Green, Black, Blue, White, Black, Red, Green, Black}));
+}
+
+TEST(FilledPicture, RowsMayHaveBytesBesideThem) {
+  // Two pixels of three count.
+  const auto kept = std::make_shared<Pixels>(Pixels{Red, Green, White, Blue, Red, White, Green, Blue, White});
+  const auto* top = reinterpret_cast<const std::uint8_t*>(kept->data());
+  const Picture narrow(2, 3, 3 * 4, top, std::shared_ptr<void>(kept, kept->data()));
+  EXPECT_EQ(PixelsOf(FilledPicture(narrow)), (Pixels{Red, Green, Black, Blue, Red, Black, Green, Blue, Black}));
+}
+
+TEST(FilledPicture, TakesAndRefusesWhatASquareOneDoes) {
+  const Picture picture = PictureOf({Red, Green, Blue, White}, 2);
+  EXPECT_EQ(FilledPicture(picture).Pixels, picture.Pixels);
+  EXPECT_THROW(FilledPicture(Picture()), RuntimeFailure);
+  EXPECT_THROW(FilledPicture(PictureOf(Pixels(MaxMapSide + 1, Red), 1)), RuntimeFailure);
+}
+
 TEST(EncodeGif, FewColoursComeBackAsTheyWere) {
   const Pixels four = {Red, Green, Blue, White, Black, Red};
   const std::string bytes = EncodeGif(PictureOf(four, 3));

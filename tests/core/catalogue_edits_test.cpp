@@ -320,6 +320,19 @@ TEST_F(CatalogueEdits, MapImageIsMadeSquare) {
   EXPECT_THAT(around.Desk.Boxes, IsEmpty());
 }
 
+TEST_F(CatalogueEdits, MapImageGetsAMarginWhereThatIsAskedFor) {
+  folder.Write("map.bmp", test::Bmp(800, 1000, 24, "", std::string(800 * 3 * 1000, '\x40')));
+  const auto edge = [this] {
+    const auto picture = OpenMapImage(around.All, folder.Path / "map.bmp");
+    EXPECT_TRUE(picture && picture->Width == 1000 && picture->Height == 1000);
+    // Blue of the pixels 799 and 800 of the upper row.
+    return std::pair(int{picture->Pixels[799 * 4]}, int{picture->Pixels[800 * 4]});
+  };
+  EXPECT_EQ(edge(), std::pair(0x40, 0x40)) << "stretched";
+  station.Extras.PICTUREMARGIN = true;
+  EXPECT_EQ(edge(), std::pair(0x40, 0));
+}
+
 TEST_F(CatalogueEdits, ImageThatCannotBeLoadedIsTold) {
   for (const std::string& bytes : {std::string(), std::string("no picture"), TinyBmp(2).substr(0, 60)}) {
     folder.Write("map.bmp", bytes);

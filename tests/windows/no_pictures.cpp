@@ -17,6 +17,7 @@ Picture ReplacePicture(const std::filesystem::path&, const Picture&) { Refuse();
 Picture DecodePicture(std::string_view) { Refuse(); }
 Picture BlankPicture(int) { Refuse(); }
 Picture SquarePicture(const Picture&) { Refuse(); }
+Picture FilledPicture(const Picture&) { Refuse(); }
 std::string EncodeGif(const Picture&) { Refuse(); }
 void WriteGif(int, std::span<const std::uint8_t>, std::span<const Colour>,
               const std::function<void(std::span<const std::byte>)>&) {

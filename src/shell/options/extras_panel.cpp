@@ -207,6 +207,10 @@ void ExtrasPanel::AddMap(QBoxLayout& column) {
   rows->addWidget(options.Check("chkGridDegrees", Words("Degrees at the Grid's Edge"),
                                 Words("Latitude and longitude where lines of the grid meet the edge of the map"),
                                 this));
+  rows->addWidget(options.Check("chkPictureMargin", Words("Margin for Map Images"),
+                                Words("A map image that is not square is filled up with black instead of being "
+                                      "stretched; its lower left corner stays the theater's"),
+                                this));
   rows->addWidget(options.Check("chkWheelAtPointer", Words("Wheel Zooms at the Pointer"),
                                 Words("The place under the pointer stays where it is"), this));
 }
