@@ -74,6 +74,18 @@ Outcome TakeOwnFolder(Program& program) {
   return Outcome::Taken;
 }
 
+/// What runs in the folder must not be pulled away under another station.
+void TakeFolder(Program& program) {
+  const fs::path& folder = program.State.AppPath;
+  if (!program.TakeFolder || program.TakeFolder(folder)) {
+    TakeSetup(program);
+  } else if (!IsSure(program, "Another station is running in this folder:\n" + base::PathForMessage(folder) +
+                                  "\n\nBoth would write the same settings, areas and tapes, and what one of them saves "
+                                  "the other would lose. Start this one too?")) {
+    throw AnotherStation();
+  }
+}
+
 }  // namespace
 
 void ChooseFolder(Program& program) {
@@ -81,13 +93,13 @@ void ChooseFolder(Program& program) {
   station.ProgramPath = station.AppPath;
   station.FolderReadOnly = !CanWrite(station.AppPath);
   if (!station.FolderReadOnly) {
-    TakeSetup(program);
+    TakeFolder(program);
     Bring(station, station.AppPath);
     return;
   }
   const Outcome outcome = TakeOwnFolder(program);
   if (outcome == Outcome::Taken) station.FolderReadOnly = !CanWrite(station.AppPath);
-  if (!station.FolderReadOnly) TakeSetup(program);
+  if (!station.FolderReadOnly) TakeFolder(program);
   if (station.FolderReadOnly && outcome != Outcome::Refused) {
     Tell(program, "The folder cannot be written:\n" + base::PathForMessage(station.AppPath) +
                       "\n\nThe station runs on, but settings, logs and tapes will not be kept.");

@@ -9,7 +9,9 @@ namespace kestrel::core {
 /// folder stands when it can be written. Otherwise the person's own folder (Station::OwnFolder) is offered, once: a
 /// KESTREL.ini in it is the memory that the offer was taken, and from then on the folder is used without a word. With
 /// neither, the files are read where they lie and nothing is kept. Sets ProgramPath, AppPath, FolderReadOnly.
-/// RuntimeFailure when a new program folder cannot be filled.
+/// A folder that can be written is taken for this station (Program::TakeFolder), and a setup that waits in it put in
+/// place; where another station has it the person is asked whether to go on. RuntimeFailure when a new program folder
+/// cannot be filled, AnotherStation when the person does not want a second one.
 void ChooseFolder(Program& program);
 
 }  // namespace kestrel::core

@@ -35,6 +35,8 @@ bool Main(Program& program) {
     } catch (const NoTheaters&) {
       EndStart(program, base::NoTheatersTitle(), "No Theaters are installed. Exiting now...");
       return false;
+    } catch (const AnotherStation&) {
+      return false;
     } catch (const std::exception& failure) {
       program.Log.LogLine(std::string(step.What) + ": " + failure.what());
       EndStart(program, "Error", StartFailureText(step.FailsAs));

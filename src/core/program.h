@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <span>
 #include <string_view>
@@ -31,6 +32,9 @@ struct Program {
   radio::VoiceBridge& Voice;
   /// Where installations of the simulator have registered themselves, as it is now; without one there are none.
   std::function<falcon::InstallSources()> Registered = {};
+  /// Takes a folder that can be written for this station until its end; false when another has it. Without one there is
+  /// no other.
+  std::function<bool(const std::filesystem::path&)> TakeFolder = {};
 };
 
 struct Step {
@@ -44,6 +48,13 @@ struct Step {
 class NoTheaters : public base::RuntimeFailure {
  public:
   NoTheaters() : RuntimeFailure("no theaters are installed") {}
+};
+
+/// Thrown by the step that takes the folder when another station has it and the person wants no second one: ends the
+/// start without a word.
+class AnotherStation : public base::RuntimeFailure {
+ public:
+  AnotherStation() : RuntimeFailure("another station runs in this folder") {}
 };
 
 /// The start, from the entry to the first map.

@@ -12,6 +12,7 @@
 #include "core/program.h"
 #include "link/capture.h"
 #include "radio/voice_bridge.h"
+#include "shell/core/folder_lock.h"
 #include "shell/core/qt_desktop.h"
 #include "shell/core/station_windows.h"
 #include "shell/link/qt_socket.h"
@@ -38,6 +39,7 @@ int RunStation(const std::filesystem::path& appPath, SystemSeams system, const s
   base::DebugLog log(clock);
   link::Capture capture(clock);
   core::Station station;
+  FolderLock folder;
   station.AppPath = appPath;
   station.OwnFolder = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation).toStdU16String();
   ModalCount dialogs;
@@ -46,7 +48,11 @@ int RunStation(const std::filesystem::path& appPath, SystemSeams system, const s
   QtSocket socket(log);
   link::Session session(socket, desktop, windows, log, capture, station.Session, station.Plots, station.LinkOptions);
   radio::VoiceBridge voice(system.Voice, station.VoiceWindowName);
-  core::Program program{station, desktop, windows, log, capture, session, system.Keys, voice, system.Registered};
+  core::Program program{station,           desktop,
+                        windows,           log,
+                        capture,           session,
+                        system.Keys,       voice,
+                        system.Registered, [&folder](const std::filesystem::path& path) { return folder.Take(path); }};
   const std::unique_ptr<QSocketNotifier> keyNotifier = NotifierOf(system.Keys, log);
   windows.Attach(program);
 
