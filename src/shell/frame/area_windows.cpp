@@ -1,11 +1,7 @@
 #include "shell/frame/area_windows.h"
 
-#include <QGuiApplication>
-#include <QScreen>
-
 #include "areas/area_editor.h"
 #include "areas/area_tree.h"
-#include "map/units.h"
 #include "shell/areas/areas_details_frm.h"
 #include "shell/areas/areas_details_list_frm.h"
 #include "shell/frame/frame.h"
@@ -15,17 +11,15 @@
 namespace kestrel::shell {
 namespace {
 
-int Pixels(std::int32_t units) { return qRound(units / map::UnitsPerPixel); }
-
 /// Puts a window where it is kept, or, when that is nowhere yet, inside the frame's corner; on a screen in any case.
 void Place(QWidget& window, const QWidget& frame, std::int32_t left, std::int32_t top) {
   constexpr QPoint Inside(48, 96);
   window.adjustSize();
-  const QPoint kept = left == 0 && top == 0 ? frame.pos() + Inside : QPoint(Pixels(left), Pixels(top));
-  const QScreen* on = QGuiApplication::screenAt(kept);
-  const QRect room = (on != nullptr ? on : frame.screen())->availableGeometry();
-  window.move(qBound(room.left(), kept.x(), qMax(room.left(), room.right() + 1 - window.width())),
-              qBound(room.top(), kept.y(), qMax(room.top(), room.bottom() + 1 - window.height())));
+  const QPoint kept = left == 0 && top == 0 ? frame.pos() + Inside : PixelsOf({left, top});
+  const std::vector<core::WindowArea> screens = ScreenAreas();
+  // Of two screens that it lies on, that of its corner.
+  const std::size_t nearest = core::NearestScreen(PlaceOf(kept), {}, screens);
+  window.move(PixelsOf(core::Inside(PlaceOf(kept), SizeOf(window.size()), screens[nearest])));
 }
 
 }  // namespace
