@@ -196,6 +196,25 @@ add({section, "GRIDDEGREES", &extras.GRIDDEGREES});
 add({section, "PICTUREMARGIN", &extras.PICTUREMARGIN});
 }
 
+/// The same of windows.
+void AddWindowExtras(std::vector<SettingsRow>& rows, WindowExtras& windows) {
+  const auto add = [&rows](std::string key, Field field, std::string_view picture = "0") {
+    rows.push_back({"KESTREL", std::move(key), field, picture, Reading::Invariant});
+    rows.back().Spared = true;
+  };
+  add("SNAPWINDOWS", &windows.SNAPWINDOWS);
+  add("KEEPFRAME", &windows.KEEPFRAME);
+  add("FRAMELEFT", &windows.FRAMELEFT);
+  add("FRAMETOP", &windows.FRAMETOP);
+  add("FRAMEWIDTH", &windows.FRAMEWIDTH);
+  add("FRAMEHEIGHT", &windows.FRAMEHEIGHT);
+  add("FRAMEMAX", &windows.FRAMEMAX);
+  add("LASTZOOM", &windows.LASTZOOM, "0.000000");
+  add("LASTVIEWX", &windows.LASTVIEWX, "0.00");
+  add("LASTVIEWY", &windows.LASTVIEWY, "0.00");
+  add("LASTTHEATER", &windows.LASTTHEATER);
+}
+
 }  // namespace
 
 std::vector<SettingsRow> SettingsTable(Station& station) {
@@ -220,6 +239,7 @@ std::vector<SettingsRow> SettingsTable(Station& station) {
   AddSessionExtras(rows, station);
   AddOwnKeys(rows, station.OwnKeys);
   AddExtras(rows, station);
+  AddWindowExtras(rows, station.WindowOptions);
   return rows;
 }
 

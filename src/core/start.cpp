@@ -8,6 +8,7 @@
 #include "core/execute_shortcut.h"
 #include "core/frequency_files.h"
 #include "core/friends.h"
+#include "core/kept_view.h"
 #include "core/own_folder.h"
 #include "core/program.h"
 #include "core/settings_backup.h"
@@ -55,7 +56,10 @@ void CopyViewOptions(Program& program) {
   OpenCapture(program);
 }
 
-void FirstMap(Program& program) { program.Shown.Refresh(map::ChangeRes(program.State.View, 1.0)); }
+void FirstMap(Program& program) {
+  const base::Changed whole = map::ChangeRes(program.State.View, 1.0);
+  program.Shown.Refresh(whole | TakeKeptView(program.State));
+}
 
 constexpr Step mainSteps[] = {
     {"Clear the flags", ClearFlags},

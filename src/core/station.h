@@ -15,6 +15,7 @@
 #include "base/picture.h"
 #include "core/healing.h"
 #include "core/shortcuts.h"
+#include "core/window_places.h"
 #include "link/link_options.h"
 #include "link/session.h"
 #include "link/tables.h"
@@ -147,6 +148,7 @@ struct Station {
   core::Tapes Tapes;
   std::array<ToolWindowState, ToolWindowCount> ToolWindows = {};
   EditorPositions Editors;
+  core::WindowExtras WindowOptions;
   Bindings ShortcutKeys = DefaultBindings();
   OwnBindings OwnKeys = DefaultOwnBindings();
   bool HookInstalled = false;  ///< the system's keys are heard

@@ -2,6 +2,7 @@
 #include <string>
 
 #include "core/execute_shortcut.h"
+#include "core/kept_view.h"
 #include "core/program.h"
 #include "core/tapes.h"
 #include "core/theater_data.h"
@@ -46,6 +47,7 @@ std::span<const Step> MapUnloadSteps() { return mapUnloadSteps; }
 
 void Close(Program& program) {
   program.State.Closing = true;
+  KeepView(program.State);
   for (const Step& step : StopSteps()) {
     try {
       if (step.Run) step.Run(program);

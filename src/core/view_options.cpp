@@ -130,6 +130,13 @@ void AddSessionExtras(std::vector<OptionRow>& rows, Station& station) {
   rows.push_back({"chkAskToLeave", &station.SessionExtras.ASKTOLEAVE, Changed::Nothing});
 }
 
+void AddWindowExtras(std::vector<OptionRow>& rows, WindowExtras& windows) {
+  rows.insert(rows.end(), {
+                              {"chkSnapWindows", &windows.SNAPWINDOWS, Changed::Nothing},
+                              {"chkKeepFrame", &windows.KEEPFRAME, Changed::Nothing},
+                          });
+}
+
 constexpr std::int16_t scales[] = {2, 3, 4, 5, 6, 8, 10, 12, 16, 20};
 /// There is no shape 23.
 constexpr std::int32_t icons[] = {1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14,
@@ -146,6 +153,7 @@ std::vector<OptionRow> OptionsTable(Station& station) {
   AddHealingOptions(rows, station.HealingOptions);
   AddSessionExtras(rows, station);
   AddExtras(rows, station);
+  AddWindowExtras(rows, station.WindowOptions);
   return rows;
 }
 

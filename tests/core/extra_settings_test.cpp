@@ -47,6 +47,24 @@ TEST_F(ExtraSettings, EachThatDiffersIsWrittenAloneInASectionOfItsOwn) {
   EXPECT_THAT(folder.Read("KESTREL.ini"), Not(HasSubstr("[KESTREL]"))) << "back at their defaults they go";
 }
 
+TEST_F(ExtraSettings, OfWindowsAreWrittenWhereTheyDiffer) {
+  LoadSavedVars(station);
+  station.WindowOptions.SNAPWINDOWS = true;
+  station.WindowOptions.FRAMELEFT = -1500;
+  station.WindowOptions.LASTZOOM = 0.5;
+  station.WindowOptions.LASTTHEATER = "korea.ini";
+  SaveVars(station);
+  EXPECT_THAT(folder.Read("KESTREL.ini"),
+              HasSubstr("[KESTREL]\r\nSNAPWINDOWS=1\r\nFRAMELEFT=-1500\r\nLASTZOOM=0.500000\r\nLASTTHEATER=korea.ini"));
+  Station next;
+  next.AppPath = folder.Path;
+  LoadSavedVars(next);
+  EXPECT_TRUE(next.WindowOptions.SNAPWINDOWS);
+  EXPECT_EQ(next.WindowOptions.FRAMELEFT, -1500);
+  EXPECT_EQ(next.WindowOptions.LASTZOOM, 0.5);
+  EXPECT_EQ(next.WindowOptions.LASTTHEATER, "korea.ini");
+}
+
 TEST_F(ExtraSettings, WhatTheFileLacksIsTheDefaultAndNotWhatWasThere) {
   station.Extras.THREATRING = true;
   station.Extras.TIECOLOR = 1;

@@ -47,7 +47,7 @@ TEST_F(ViewOptions, EachControlStandsOnceAndHasASettingOfItsOwn) {
     EXPECT_TRUE(names.insert(row.Control).second) << row.Control;
     EXPECT_TRUE(fields.insert(Address(row.Bound)).second) << row.Control;
   }
-  EXPECT_THAT(rows, SizeIs(66));
+  EXPECT_THAT(rows, SizeIs(68));
   EXPECT_THROW(Row("chkNothing"), std::out_of_range);
 }
 

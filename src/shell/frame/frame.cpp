@@ -24,6 +24,7 @@
 #include "shell/frame/area_windows.h"
 #include "shell/frame/bullseye_windows.h"
 #include "shell/frame/falcon_windows.h"
+#include "shell/frame/kept_frame.h"
 #include "shell/frame/keys_frm.h"
 #include "shell/frame/open_menus.h"
 #include "shell/frame/tool_table.h"
@@ -83,6 +84,7 @@ MDIForm1::MDIForm1(core::Program& running, ModalCount& dialogs) : program(runnin
   resize(StartSize.boundedTo(room.size()));
   // The floating windows find their first places by it, before the system has had its say.
   move(room.left() + (room.width() - width()) / 2, room.top() + (room.height() - height()) / 4);
+  TakeFrame(*this, running.State.WindowOptions);
 
   tools = std::make_unique<ToolWindows>(running, modal, this);
   connect(tools.get(), &ToolWindows::CloseAsked, this,
@@ -437,5 +439,6 @@ void MDIForm1::closeEvent(QCloseEvent* event) {
   Guarded(program.Log, "Unload", [this] { core::Close(program); });
   Q_EMIT Closed();
 }
+KeepFrame(*this, program.State.WindowOptions);
 
 }  // namespace kestrel::shell

@@ -50,6 +50,7 @@ ExtrasPanel::ExtrasPanel(core::Program& running, OptionControls& controls, QWidg
   AddLabels(*right);
   AddMap(*left);
   AddLook(*right);
+  AddWindows(*right);
   for (QVBoxLayout* column : {left, right}) column->addStretch(1);
   KeepWheel(*groups);
   // Only its height may be cut off.
@@ -222,6 +223,17 @@ void ExtrasPanel::AddLook(QBoxLayout& column) {
       "cmbLook", Words("Light or dark windows; the system's count as they were when the station started"), looks, this);
   list->setAccessibleName(Words("Look"));
   rows->addWidget(list);
+}
+
+void ExtrasPanel::AddWindows(QBoxLayout& column) {
+  QVBoxLayout* rows = NewGroup("Windows", column, this);
+  rows->addWidget(options.Check("chkSnapWindows", Words("Snap to Edges"),
+                                Words("A floating window that is dragged snaps to the edges of the others, the frame "
+                                      "and the map; Alt holds that off"),
+                                this));
+  rows->addWidget(options.Check("chkKeepFrame", Words("Start as Last Left"),
+                                Words("The main window and the view are at the next start as they were at the end"),
+                                this));
 }
 
 }  // namespace kestrel::shell

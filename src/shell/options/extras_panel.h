@@ -38,6 +38,7 @@ class ExtrasPanel final : public QFrame {
   void AddLabels(QBoxLayout& column);
   void AddMap(QBoxLayout& column);
   void AddLook(QBoxLayout& column);
+  void AddWindows(QBoxLayout& column);
 
   core::Program& program;
   OptionControls& options;
