@@ -16,7 +16,7 @@ struct Extent {
 };
 
 bool Beside(const Extent& a, const Extent& b) {
-  return a.Begin < b.End + SnapDistance && b.Begin < a.End + SnapDistance;
+  return a.Begin <= b.End + SnapDistance && b.Begin <= a.End + SnapDistance;
 }
 
 /// The shortest way to an edge.

@@ -73,6 +73,7 @@ TEST(WindowPlaces, ASideSnapsToAnotherWindowBesideIt) {
   const std::array<WindowArea, 1> others = {{{300 * 15, 300 * 15, 500 * 15, 400 * 15}}};
   ExpectAt(Snapped(Pixels(505, 330), Size, Frame, others), 500, 330);     // at its right
   ExpectAt(Snapped(Pixels(95 + 7, 330), Size, Frame, others), 100, 330);  // both ways are as good: 2 to the frame
+  ExpectAt(Snapped(Pixels(508, 292), Size, Frame, others), 500, 300);     // at its right, its caption beside its own
   ExpectAt(Snapped(Pixels(330, 403), Size, Frame, others), 330, 400);     // below it
   ExpectAt(Snapped(Pixels(304, 404), Size, Frame, others), 300, 400);     // below it, in line with its left side
   ExpectAt(Snapped(Pixels(304, 440), Size, Frame, others), 304, 440);     // not beside it: 40 pixels below

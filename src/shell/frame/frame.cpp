@@ -89,6 +89,9 @@ MDIForm1::MDIForm1(core::Program& running, ModalCount& dialogs) : program(runnin
   tools = std::make_unique<ToolWindows>(running, modal, this);
   connect(tools.get(), &ToolWindows::CloseAsked, this,
           [this](core::ToolWindow which) { strip->Check(which).setChecked(false); });
+  Entry("mnuUndoPositions").setEnabled(false);
+  connect(tools.get(), &ToolWindows::PlacesKept, &Entry("mnuUndoPositions"),
+          [&undo = Entry("mnuUndoPositions")] { undo.setEnabled(true); });
   for (const ToolEntry& entry : ToolEntries()) {
     connect(&strip->Check(entry.Which), &QToolButton::toggled, this, [this, &entry](bool shown) {
       tools->SetShown(entry.Which, shown);
@@ -436,6 +439,7 @@ void MDIForm1::closeEvent(QCloseEvent* event) {
   event->accept();
   if (closing) return;
   closing = true;
+  KeepFrame(*this, program.State.WindowOptions);
   Guarded(program.Log, "Unload", [this] { core::Close(program); });
   Q_EMIT Closed();
 }

@@ -102,6 +102,10 @@ constexpr MenuEntry MenuBar[] = {
      NotThere},
     {"mnuResetMainWindowPosition", "Reset Ma&in Window Position", "mnuScreen", Nothing},
     {"mnuFind", "Find Aircraft...", "mnuScreen", Runs, [](MDIForm1& frame) { frame.Map().Picture().OpenFind(); }, true},
+    {"mnuArrangeRight", "Arrange Floating Windows at the Ri&ght Edge", "mnuScreen", Runs,
+     [](MDIForm1& frame) { frame.Tools().ArrangeAtRight(); }, true},
+    {"mnuUndoPositions", "&Undo Floating Windows Position", "mnuScreen", Runs,
+     [](MDIForm1& frame) { frame.Tools().UndoPositions(); }},
 
     {"mnuRecording", "Re&cording", "", Submenu},
     {"mnuStartRec", "Star&t Recording", "mnuRecording", Runs, [](MDIForm1& frame) { frame.StartRecording(); }},

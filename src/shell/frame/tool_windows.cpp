@@ -3,23 +3,19 @@
 #include <QApplication>
 #include <QScreen>
 #include <algorithm>
+#include <utility>
 
 #include "base/numbers.h"
 #include "core/cascade.h"
-#include "map/units.h"
 #include "shell/frame/tool_table.h"
 #include "shell/parts/remembered_place.h"
 
 namespace kestrel::shell {
 namespace {
 
-QPoint Pixels(const core::WindowPlace& place) {
-  return {qRound(place.X / map::UnitsPerPixel), qRound(place.Y / map::UnitsPerPixel)};
-}
-
 std::vector<core::WindowSize> SizesOf(std::span<ToolFrm* const> windows) {
   std::vector<core::WindowSize> sizes;
-  for (const ToolFrm* window : windows) sizes.push_back({Units(window->width()), Units(window->height())});
+  for (const ToolFrm* window : windows) sizes.push_back(SizeOf(window->size()));
   return sizes;
 }
 
@@ -59,13 +55,17 @@ void ToolWindows::PlaceAll() {
 void ToolWindows::PlaceFirst() {
   std::vector<ToolFrm*> ordered = InButtonOrder();
   std::erase_if(ordered, [](ToolFrm* window) { return window->State().Placed; });
+  PlaceFromRight(std::move(ordered));
+}
+
+void ToolWindows::PlaceFromRight(std::vector<ToolFrm*> ordered) {
   std::stable_partition(ordered.begin(), ordered.end(), [](ToolFrm* window) { return !window->State().Hidden; });
   const QRect area = FirstArea();
   const std::vector<core::WindowPlace> places =
       core::CascadeFromRight(Units(area.right() + 1), Units(area.top()), SizesOf(ordered), Units(area.bottom() + 1));
   for (std::size_t index = 0; index < places.size(); ++index) {
     // The last, hidden ones may find no room of their own: rather over another than off the screen.
-    const QPoint place = Pixels(places[index]);
+    const QPoint place = PixelsOf(places[index]);
     ordered[index]->MoveTo({qMax(area.left(), place.x()), place.y()});
     ordered[index]->BringIntoView();
   }
@@ -99,18 +99,37 @@ void ToolWindows::Follow(core::ToolWindow which) {
   }
 }
 
+void ToolWindows::KeepPlaces() {
+  for (std::size_t index = 0; index < windows.size(); ++index) formerPlaces[index] = windows[index]->pos();
+  Q_EMIT PlacesKept();
+}
+
+void ToolWindows::ArrangeAtRight() {
+  KeepPlaces();
+  PlaceFromRight(InButtonOrder());
+  RaiseToolWindows();
+}
+
+void ToolWindows::UndoPositions() {
+  const auto places = formerPlaces;
+  KeepPlaces();
+  for (std::size_t index = 0; index < windows.size(); ++index) {
+    windows[index]->MoveTo(places[index]);
+    windows[index]->BringIntoView();
+  }
+}
+
 void ToolWindows::ResetPositions() {
+  KeepPlaces();
   // From the frame's upper left corner, in logical units.
   constexpr core::WindowPlace Step{900, 240};
   const std::vector<ToolFrm*> ordered = InButtonOrder();
   const QRect around = frame->frameGeometry();
   const core::WindowPlace first{Units(around.left()) + Step.X, Units(around.top()) + Step.Y};
-  const QRect screen = frame->screen()->availableGeometry();
-  const core::WindowArea area{Units(screen.left()), Units(screen.top()), Units(screen.right() + 1),
-                              Units(screen.bottom() + 1)};
+  const core::WindowArea area = AreaOf(frame->screen()->availableGeometry());
   const std::vector<core::WindowPlace> places =
       core::Cascade(first, SizesOf(ordered), Units(around.bottom() + 1), area);
-  for (std::size_t index = 0; index < places.size(); ++index) ordered[index]->MoveTo(Pixels(places[index]));
+  for (std::size_t index = 0; index < places.size(); ++index) ordered[index]->MoveTo(PixelsOf(places[index]));
   RaiseToolWindows();
 }
 

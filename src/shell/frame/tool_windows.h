@@ -38,6 +38,10 @@ class ToolWindows final : public QObject {
   void Withhold(core::ToolWindow which, bool withheld);
   /// mnuResetFloating: a cascade from the frame's position.
   void ResetPositions();
+  /// mnuArrangeRight: columns at the right edge of the map, those that are shown first.
+  void ArrangeAtRight();
+  /// mnuUndoPositions: where they stood before the last of these two; done again it takes that back.
+  void UndoPositions();
   /// Live opacity of all, in percent; what is kept (TR) does not change.
   void ResetTransparency(int percent);
   void RaiseToolWindows();
@@ -51,6 +55,9 @@ class ToolWindows final : public QObject {
   /// Command4 of a window.
   void CloseAsked(core::ToolWindow which);
 
+  /// There is something for UndoPositions.
+  void PlacesKept();
+
  private:
   struct Former {
     QPointer<QWidget> Window;
@@ -60,6 +67,10 @@ class ToolWindows final : public QObject {
   /// Shows or hides one window as it is kept and held back.
   void Follow(core::ToolWindow which);
   std::vector<ToolFrm*> InButtonOrder();
+  /// Keeps where they stand for UndoPositions.
+  void KeepPlaces();
+  /// Columns from the right of FirstArea, those that are shown first.
+  void PlaceFromRight(std::vector<ToolFrm*> moved);
   /// Puts those in order for which no place is kept.
   void PlaceFirst();
   /// Where the windows stand that have never been placed, pixels of the desktop.
@@ -73,6 +84,7 @@ class ToolWindows final : public QObject {
   bool suspended = false;
   bool unloaded = false;
   std::vector<Former> record;
+  std::array<QPoint, core::ToolWindowCount> formerPlaces;
 };
 
 }  // namespace kestrel::shell

@@ -3,14 +3,14 @@
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QMainWindow>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QScreen>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <QWindow>
-#include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "map/units.h"
 #include "shell/parts/guard.h"
@@ -23,8 +23,6 @@ namespace {
 
 /// The line around the window, pixels.
 constexpr int Border = 1;
-/// How much of a strip must be on a screen for the window to count as seen there, pixels.
-constexpr int EnoughOfStrip = 48;
 
 int Pixels(std::int32_t units) { return qRound(units / map::UnitsPerPixel); }
 
@@ -141,7 +139,7 @@ void ToolFrm::ApplyHeight() {
   setFixedSize(full.width(), expanded ? full.height() : StripHeight + 2 * Border);
   // At the start each stands where it is kept, its size being no news.
   if (program.State.Loading || (width() <= former.width() && height() <= former.height())) return;
-  MoveInto(*NearestScreen());
+  BringInside();
   raise();
 }
 
@@ -174,36 +172,33 @@ void ToolFrm::MoveTo(QPoint place) {
   move(place);
 }
 
-void ToolFrm::BringIntoView() {
-  const QRect strip = Strip();
-  for (const QScreen* each : QGuiApplication::screens()) {
-    const QRect seen = strip & each->availableGeometry();
-    if (seen.height() == StripHeight && seen.width() >= qMin(EnoughOfStrip, width())) return;
-  }
-  MoveInto(*NearestScreen());
+void ToolFrm::BringIntoView() { Settle(core::OnAScreen(PlaceOf(pos()), SizeOf(size()), ScreenAreas())); }
+
+void ToolFrm::BringInside() {
+  const std::vector<core::WindowArea> screens = ScreenAreas();
+  const core::WindowPlace place = PlaceOf(pos());
+  const core::WindowSize extent = SizeOf(size());
+  Settle(core::Inside(place, extent, screens[core::NearestScreen(place, extent, screens)]));
 }
 
-QRect ToolFrm::Strip() const { return {pos(), QSize(width(), StripHeight)}; }
-
-const QScreen* ToolFrm::NearestScreen() const {
-  const QPoint center = Strip().center();
-  const auto distance = [center](const QScreen* each) {
-    const QRect area = each->availableGeometry();
-    const int x = qBound(area.left(), center.x(), area.right()) - center.x();
-    const int y = qBound(area.top(), center.y(), area.bottom()) - center.y();
-    return qAbs(static_cast<qint64>(x)) + qAbs(static_cast<qint64>(y));
-  };
-  const QList<QScreen*> screens = QGuiApplication::screens();
-  return *std::min_element(screens.begin(), screens.end(),
-                           [&distance](QScreen* a, QScreen* b) { return distance(a) < distance(b); });
-}
-
-void ToolFrm::MoveInto(const QScreen& screen) {
-  const QRect area = screen.availableGeometry();
-  const QPoint inside(qMax(area.left(), qMin(pos().x(), area.right() + 1 - width())),
-                      qMax(area.top(), qMin(pos().y(), area.bottom() + 1 - height())));
+void ToolFrm::Settle(const core::WindowPlace& place) {
   // A place that is good already stays as it is kept, to the unit.
-  if (inside != pos()) MoveTo(inside);
+  if (PixelsOf(place) != pos()) MoveTo(PixelsOf(place));
+}
+
+QPoint ToolFrm::DraggedTo(const QPoint& place, Qt::KeyboardModifiers modifiers) const {
+  if (!program.State.WindowOptions.SNAPWINDOWS || modifiers.testFlag(Qt::AltModifier)) return place;
+  const QWidget& frame = *parentWidget();
+  std::vector<core::WindowArea> others;
+  const auto siblings = frame.findChildren<ToolFrm*>(QString(), Qt::FindDirectChildrenOnly);
+  for (const ToolFrm* each : siblings) {
+    if (each != this && each->isVisible()) others.push_back(AreaOf(each->geometry()));
+  }
+  if (const auto* holder = qobject_cast<const QMainWindow*>(&frame)) {
+    const QWidget& map = *holder->centralWidget();
+    others.push_back(AreaOf({map.mapToGlobal(QPoint()), map.size()}));
+  }
+  return PixelsOf(core::Snapped(PlaceOf(place), SizeOf(size()), AreaOf(frame.frameGeometry()), others));
 }
 
 void ToolFrm::Refresh(base::Changed what) {
@@ -263,14 +258,17 @@ bool ToolFrm::eventFilter(QObject* watched, QEvent* event) {
     // The system drags the window where it can; where it cannot, we do. An X11 window manager that hears of it after
     // the button is up again would hold the window at the pointer until the next press; our own events keep their
     // order.
-    const bool ours = QGuiApplication::platformName() == u"xcb" || !windowHandle()->startSystemMove();
+    const QString platform = QGuiApplication::platformName();
+    // The system does not snap; Wayland leaves nothing to us.
+    const bool snaps = program.State.WindowOptions.SNAPWINDOWS && !platform.startsWith(u"wayland");
+    const bool ours = platform == u"xcb" || snaps || !windowHandle()->startSystemMove();
     if (ours) grip = Grip{mouse->globalPosition().toPoint() - pos(), pos()};
     return true;
   }
   if (event->type() == QEvent::MouseMove && mouse != nullptr && grip) {
     grip->Before = pos();
     grip->MovedAt = mouse->timestamp();
-    move(mouse->globalPosition().toPoint() - grip->Offset);
+    move(DraggedTo(mouse->globalPosition().toPoint() - grip->Offset, mouse->modifiers()));
     return true;
   }
   if (event->type() == QEvent::MouseButtonRelease && mouse != nullptr && grip) {

@@ -7,8 +7,8 @@
 
 #include "base/changed.h"
 #include "core/program.h"
+#include "core/window_places.h"
 
-class QScreen;
 class QToolButton;
 
 namespace kestrel::shell {
@@ -95,11 +95,11 @@ class ToolFrm : public QWidget {
   void ShowRoll();
   /// Gives the window its size. One that grows by it is brought onto the screen whole, and to the front.
   void ApplyHeight();
-  /// The caption strip on the desktop.
-  QRect Strip() const;
-  const QScreen* NearestScreen() const;
-  /// Moves the window so that all of it is on that screen, or its upper left corner where it is too large.
-  void MoveInto(const QScreen& screen);
+  /// Moves the window so that all of it is on the nearest screen, or its upper left corner where it is too large.
+  void BringInside();
+  void Settle(const core::WindowPlace& place);
+  /// Where the window stands when the hand takes it to `place`: it snaps to edges, if that is wanted.
+  QPoint DraggedTo(const QPoint& place, Qt::KeyboardModifiers modifiers) const;
 
   core::ToolWindow kind;
   base::Changed views;   ///< what it shows

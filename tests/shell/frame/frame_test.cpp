@@ -72,6 +72,8 @@ constexpr Caption Captions[] = {
     {"mnuScreen", "mnuResteZoomCenter", "Reset Z&oom and Screen Center"},
     {"mnuScreen", "mnuResetMainWindowPosition", "Reset Ma&in Window Position"},
     {"mnuScreen", "mnuFind", "Find Aircraft..."},
+    {"mnuScreen", "mnuArrangeRight", "Arrange Floating Windows at the Ri&ght Edge"},
+    {"mnuScreen", "mnuUndoPositions", "&Undo Floating Windows Position"},
     {"", "mnuRecording", "Re&cording"},
     {"mnuRecording", "mnuStartRec", "Star&t Recording"},
     {"mnuRecording", "mnuStopRecording", "Sto&p Recording"},
