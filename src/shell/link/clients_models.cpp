@@ -65,6 +65,9 @@ QVariant AIListModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   if (role == Qt::DisplayRole) return FromBytes(At(index).Name);
   if (role == Qt::CheckStateRole) return At(index).Friendly ? Qt::Checked : Qt::Unchecked;
+  if (role == Qt::ToolTipRole && !checkable) {
+    return QStringLiteral("Friendly are the names of FriendlyNames.ini, while Auto Friends is on in the options");
+  }
   return {};
 }
 

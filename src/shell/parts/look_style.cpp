@@ -92,6 +92,11 @@ int HeadingHeight(const QStyle& style, const QStyleOption& option, const QWidget
   return qMax(mark, option.fontMetrics.height()) + gap;
 }
 
+/// A row whose check cannot be changed now, though the row itself can be chosen.
+bool HasLockedCheck(const QStyleOptionViewItem& row) {
+  return row.index.isValid() && !row.index.flags().testFlag(Qt::ItemIsUserCheckable);
+}
+
 }  // namespace
 
 LookStyle::LookStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
@@ -102,6 +107,16 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
                    : element == PE_IndicatorRadioButton ? DrawRadioButton
                    : element == PE_FrameGroupBox        ? DrawGroupFrame
                                                         : nullptr;
+  const auto* row =
+      element == PE_IndicatorItemViewItemCheck ? qstyleoption_cast<const QStyleOptionViewItem*>(option) : nullptr;
+  if (row != nullptr && HasLockedCheck(*row)) {
+    QStyleOptionViewItem locked = *row;
+    locked.state &= ~State_Enabled;
+    // Of a disabled box this is the field.
+    locked.palette.setColor(QPalette::Window, QGuiApplication::palette().color(QPalette::Window));
+    QProxyStyle::drawPrimitive(element, &locked, painter, widget);
+    return;
+  }
   if (own == nullptr) {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     return;
