@@ -2,6 +2,7 @@
 
 #include <QFontDatabase>
 #include <QHBoxLayout>
+#include <utility>
 #include <vector>
 
 #include "shell/frame/tool_table.h"
@@ -34,6 +35,14 @@ StatusStrip::StatusStrip(QWidget* owner) : QWidget(owner) {
 
   lblElevation = ReadOut("lblElevation", QStringLiteral("-00000 ft"));
   lblElevation->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  for (const auto& [readOut, meaning] :
+       {std::pair(lblPosition, "The pointer, map units east and north of the lower left corner"),
+        std::pair(lblZoom, "Zoom of the map: x1 shows a pixel of its size as one on the screen"),
+        std::pair(lblLat, "Latitude of the pointer, degrees and minutes"),
+        std::pair(lblLong, "Longitude of the pointer, degrees and minutes"),
+        std::pair(lblElevation, "Height of the ground below the pointer, feet")}) {
+    readOut->setToolTip(QString::fromLatin1(meaning));
+  }
 
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(4, 2, 8, 2);

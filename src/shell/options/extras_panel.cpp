@@ -100,6 +100,7 @@ void ExtrasPanel::AddTies(QBoxLayout& column) {
       this);
   how->setTextFormat(Qt::PlainText);
   how->setWordWrap(true);
+  how->setToolTip(Words("BRAA on the line: bearing, range, altitude and aspect of the second aircraft from the first"));
   rows->addWidget(how);
   rows->addWidget(options.Color("cmdTieCol", Words("Tie Color"), Words("Color of lines between two aircraft"), this));
 }

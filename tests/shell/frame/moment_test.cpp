@@ -77,5 +77,11 @@ TEST_F(Moment, StandsBehindTheLampsAndMovesNothing) {
   EXPECT_LE(Word().geometry().right(), strip.width());
 }
 
+TEST_F(Moment, ReadOutsTellWhatTheyAre) {
+  for (const char* name : {"lblPosition", "lblZoom", "lblLat", "lblLong", "lblElevation", "lblThreats"}) {
+    EXPECT_FALSE(Frame().Strip().findChild<QLabel*>(QString::fromLatin1(name))->toolTip().isEmpty()) << name;
+  }
+}
+
 }  // namespace
 }  // namespace kestrel::shell

@@ -32,5 +32,10 @@ TEST_F(GreyedChecks, LookDisabledAndTellWhy) {
   EXPECT_EQ(Tip(), QString());
 }
 
+TEST_F(GreyedChecks, StandBesidePlayersWhoseLettersAreTold) {
+  EXPECT_TRUE(
+      Part<QLabel>("lblPlayers").toolTip().contains(QStringLiteral("a ring for O, a cross for X, a bar for -")));
+}
+
 }  // namespace
 }  // namespace kestrel::shell
