@@ -1,6 +1,8 @@
 #include "shell/options/key_field.h"
 
+#include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QLabel>
 
 #include "shell/parts/colour_button.h"
 #include "shell/parts/guard.h"
@@ -12,6 +14,8 @@ namespace {
 
 /// On the three light colours of the field, in either palette.
 constexpr QColor FieldText(0x20, 0x26, 0x2b);
+/// Right of the word about the key, pixels.
+constexpr int ClashMargin = 10;
 
 }  // namespace
 
@@ -31,7 +35,24 @@ KeyField::KeyField(base::DebugLog& lines, core::ShortcutCapture& shown, std::siz
   setContextMenuPolicy(Qt::NoContextMenu);
   // Its longest text must be read whole.
   setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("<Press Key or ESC to clear>")) + 16);
+  lblClash = new QLabel(this);
+  lblClash->setObjectName(QStringLiteral("lblClash_") + QString::number(command));
+  lblClash->setTextFormat(Qt::PlainText);
+  lblClash->setAttribute(Qt::WA_TransparentForMouseEvents);
+  QPalette colours = lblClash->palette();
+  colours.setColor(QPalette::WindowText, FieldText);
+  lblClash->setPalette(colours);
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(0, 0, ClashMargin, 0);
+  row->addStretch(1);
+  row->addWidget(lblClash);
   ShowBox();
+}
+
+void KeyField::ShowClash(const QString& word) {
+  lblClash->setText(word);
+  lblClash->setVisible(!word.isEmpty());
+  setAccessibleDescription(word);
 }
 
 void KeyField::ShowBox() {

@@ -5,6 +5,8 @@
 
 #include "core/shortcut_capture.h"
 
+class QLabel;
+
 namespace kestrel::shell {
 
 /// What Esc does to a command whose box waits, for a tip.
@@ -20,6 +22,9 @@ class KeyField final : public QLineEdit {
 
   /// Text and colour as the command's binding stands.
   void ShowBox();
+  /// A word about the key at the right end of the field, empty for none.
+  void ShowClash(const QString& word);
+  std::size_t Command() const { return index; }
 
  Q_SIGNALS:
   /// The box may show another key than before.
@@ -37,6 +42,7 @@ class KeyField final : public QLineEdit {
   base::DebugLog& log;
   core::ShortcutCapture& capture;
   std::size_t index;
+  QLabel* lblClash;
 };
 
 }  // namespace kestrel::shell

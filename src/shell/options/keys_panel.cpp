@@ -95,15 +95,11 @@ void KeysPanel::AddCommand(std::size_t index, QGridLayout& lines) {
   connect(field, &KeyField::Shown, this, &KeysPanel::ShowEverywhere);
   auto* label = NewLabel("lblKey", command, set, this);
   label->setObjectName(label->objectName() + number);
-  auto* clash = NewLabel("lblClash", {}, nullptr, this);
-  clash->setObjectName(clash->objectName() + number);
   const int line = lines.rowCount();
   lines.addWidget(label, line, 0);
   lines.addWidget(field, line, 1);
-  lines.addWidget(clash, line, 2);
-  lines.addWidget(set, line, 3);
+  lines.addWidget(set, line, 2);
   fields.push_back(field);
-  clashes.emplace_back(index, clash);
 }
 
 void KeysPanel::Set(std::size_t index, KeyField& field) {
@@ -137,11 +133,10 @@ void KeysPanel::ShowEverywhere() {
 
 void KeysPanel::ShowKeys() {
   const QScopedValueRollback<bool> ours(showing, true);
-  for (KeyField* field : fields) field->ShowBox();
   const std::vector<core::BoundCommand> commands = core::BoundCommands(program.State);
-  for (const auto& [index, clash] : clashes) {
-    clash->setText(FromBytes(core::ClashOf(commands, index)));
-    clash->setVisible(!clash->text().isEmpty());
+  for (KeyField* field : fields) {
+    field->ShowBox();
+    field->ShowClash(FromBytes(core::ClashOf(commands, field->Command())));
   }
   const std::vector<std::string> names = core::Shadowed(commands);
   shadowed->setText(FromBytes(core::ShadowedLine(names)));

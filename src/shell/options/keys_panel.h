@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QFrame>
-#include <utility>
 #include <vector>
 
 #include "core/shortcut_capture.h"
@@ -48,8 +47,7 @@ class KeysPanel final : public QFrame {
   core::Program& program;
   core::ShortcutCapture& capture;
   std::vector<KeyField*> fields;
-  std::vector<std::pair<std::size_t, QLabel*>> clashes;  ///< the words beside the fields, by index
-  QLabel* shadowed = nullptr;                            ///< the commands without effect
+  QLabel* shadowed = nullptr;  ///< the commands without effect
   QPushButton* undo = nullptr;
   bool showing = false;    ///< the boxes are being shown anew
   QLabel* note = nullptr;  ///< beside the transmit keys, on their panel alone

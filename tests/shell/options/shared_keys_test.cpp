@@ -18,7 +18,7 @@ class SharedKeys : public OptionsTest {
     Activate();
   }
   QLineEdit& Box(int index) { return Part<QLineEdit>("txtKey_" + std::to_string(index)); }
-  /// The word beside a key; nothing while it is hidden.
+  /// The word in the field of a key; nothing while it is hidden.
   QString Clash(int index) {
     Box(index);
     auto* word = Window().findChild<QLabel*>(QStringLiteral("lblClash_%1").arg(index));
@@ -73,6 +73,8 @@ TEST_F(SharedKeys, HaveRoomForTheirWords) {
     auto* word = Window().findChild<QLabel*>(QStringLiteral("lblClash_%1").arg(index));
     EXPECT_TRUE(word->isVisible()) << index;
     EXPECT_GE(word->width(), word->sizeHint().width()) << index;
+    EXPECT_TRUE(Box(index).rect().contains(word->geometry())) << index;
+    EXPECT_GT(word->x(), Box(index).fontMetrics().horizontalAdvance(Box(index).text()) + 8) << index;
   }
   EXPECT_EQ(Window().size(), size);
 }
