@@ -24,9 +24,6 @@ constexpr std::array<std::string_view, 2> ProgramEndings = {".exe", ".dll"};
 constexpr std::array<std::string_view, 12> LeftBehind = {"kestrel", "update.txt", "LICENSE.txt",    "licenses",
                                                          "docs",    "defaults",   "KESTRELLog.txt", "debug_out.dat",
                                                          "TAPES",   "setup.new",  "setup.part",     "setup.old"};
-constexpr std::array<std::string_view, 11> LeftBehind = {"kestrel",   "update.txt",     "LICENSE.txt",   "licenses",
-                                                         "defaults",  "KESTRELLog.txt", "debug_out.dat", "TAPES",
-                                                         "setup.new", "setup.part",     "setup.old"};
 
 bool IsOneOf(const auto& names, const fs::path& part) {
   const std::u8string bytes = part.u8string();

@@ -142,6 +142,18 @@ void AddExtras(std::vector<SettingsRow>& rows, Station& station) {
   add({section, "FORMER_CURSOR_TEXT_COOR", &extras.FORMER_CURSOR_TEXT_COOR});
   add({section, "FORMER_BULLSEYE_COLOR", &extras.FORMER_BULLSEYE_COLOR});
   add({section, "PLOTCARD", &extras.PLOTCARD});
+  add({section, "LABELSAPART", &extras.LABELSAPART});
+  add({section, "LABELID", &extras.LABELID});
+  add({section, "LABELCALLSIGN", &extras.LABELCALLSIGN});
+  add({section, "LABELNAME", &extras.LABELNAME});
+  add({section, "LABELALTITUDE", &extras.LABELALTITUDE});
+  add({section, "LABELSPEED", &extras.LABELSPEED});
+  add({section, "LABELSIZE", &extras.LABELSIZE, "0.00", Reading::Invariant});
+  add({section, "MAPBRIGHTNESS", &extras.MAPBRIGHTNESS});
+  add({section, "WHEELATPOINTER", &extras.WHEELATPOINTER});
+  add({section, "GRIDDEGREES", &extras.GRIDDEGREES});
+  add({section, "PICTUREMARGIN", &extras.PICTUREMARGIN});
+  add({section, "LOOK", &station.Appearance.LOOK});
 }
 
 void AddHealingKeys(std::vector<SettingsRow>& rows, HealingOptions& options) {
@@ -157,43 +169,6 @@ void AddSessionExtras(std::vector<SettingsRow>& rows, Station& station) {
   rows.back().Spared = true;
   rows.push_back({"KESTREL", "ASKTOLEAVE", &station.SessionExtras.ASKTOLEAVE});
   rows.back().Spared = true;
-}
-
-add({section, "LABELSAPART", &extras.LABELSAPART});
-}
-
-add({section, "LABELSAPART", &extras.LABELSAPART});
-add({section, "LABELID", &extras.LABELID});
-add({section, "LABELCALLSIGN", &extras.LABELCALLSIGN});
-add({section, "LABELNAME", &extras.LABELNAME});
-add({section, "LABELALTITUDE", &extras.LABELALTITUDE});
-add({section, "LABELSPEED", &extras.LABELSPEED});
-add({section, "LABELSIZE", &extras.LABELSIZE, "0.00", Reading::Invariant});
-}
-
-add({section, "MAPBRIGHTNESS", &extras.MAPBRIGHTNESS});
-}
-
-add({section, "MAPBRIGHTNESS", &extras.MAPBRIGHTNESS});
-add({section, "LOOK", &station.Appearance.LOOK});
-}
-
-add({section, "MAPBRIGHTNESS", &extras.MAPBRIGHTNESS});
-add({section, "LOOK", &station.Appearance.LOOK});
-add({section, "WHEELATPOINTER", &extras.WHEELATPOINTER});
-}
-
-add({section, "MAPBRIGHTNESS", &extras.MAPBRIGHTNESS});
-add({section, "LOOK", &station.Appearance.LOOK});
-add({section, "WHEELATPOINTER", &extras.WHEELATPOINTER});
-add({section, "GRIDDEGREES", &extras.GRIDDEGREES});
-}
-
-add({section, "MAPBRIGHTNESS", &extras.MAPBRIGHTNESS});
-add({section, "LOOK", &station.Appearance.LOOK});
-add({section, "WHEELATPOINTER", &extras.WHEELATPOINTER});
-add({section, "GRIDDEGREES", &extras.GRIDDEGREES});
-add({section, "PICTUREMARGIN", &extras.PICTUREMARGIN});
 }
 
 /// The same of windows.
@@ -234,11 +209,10 @@ std::vector<SettingsRow> SettingsTable(Station& station) {
     rows.back().ZeroIsMissing = true;
   }
   rows.push_back({"IVC_WINDOW_NAME", "NAME", &station.VoiceWindowName});
-  AddExtras(rows, station.Extras);
+  AddExtras(rows, station);
   AddHealingKeys(rows, station.HealingOptions);
   AddSessionExtras(rows, station);
   AddOwnKeys(rows, station.OwnKeys);
-  AddExtras(rows, station);
   AddWindowExtras(rows, station.WindowOptions);
   return rows;
 }

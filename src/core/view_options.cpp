@@ -102,8 +102,6 @@ void AddExtras(std::vector<OptionRow>& rows, Station& station) {
                               {"chkWheelAtPointer", &extras.WHEELATPOINTER, Changed::Nothing},
                               {"chkGridDegrees", &extras.GRIDDEGREES, Changed::Map},
                               {"chkPictureMargin", &extras.PICTUREMARGIN, Changed::Nothing},
-                          });
-  rows.insert(rows.end(), {
                               {"chkLabelsApart", &extras.LABELSAPART, Changed::Plots},
                               {"chkLabelId", &extras.LABELID, Changed::Plots},
                               {"chkLabelCallsign", &extras.LABELCALLSIGN, Changed::Plots},
@@ -149,10 +147,9 @@ std::vector<OptionRow> OptionsTable(Station& station) {
   AddViewPanel(rows, station.MapOptions, station.LinkOptions);
   AddOptionsPanel(rows, station);
   AddNavaids(rows, station.MapOptions);
-  AddExtras(rows, station.Extras);
+  AddExtras(rows, station);
   AddHealingOptions(rows, station.HealingOptions);
   AddSessionExtras(rows, station);
-  AddExtras(rows, station);
   AddWindowExtras(rows, station.WindowOptions);
   return rows;
 }

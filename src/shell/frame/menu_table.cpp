@@ -100,7 +100,6 @@ constexpr MenuEntry MenuBar[] = {
      [](MDIForm1& frame) { frame.ResetZoomAndCenter(); }, true},
     {"mnuResetMainWindowPosition", "Reset Ma&in Window Position", "mnuScreen", Nothing, nullptr, false, nullptr,
      NotThere},
-    {"mnuResetMainWindowPosition", "Reset Ma&in Window Position", "mnuScreen", Nothing},
     {"mnuFind", "Find Aircraft...", "mnuScreen", Runs, [](MDIForm1& frame) { frame.Map().Picture().OpenFind(); }, true},
     {"mnuArrangeRight", "Arrange Floating Windows at the Ri&ght Edge", "mnuScreen", Runs,
      [](MDIForm1& frame) { frame.Tools().ArrangeAtRight(); }, true},
