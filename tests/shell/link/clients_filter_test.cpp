@@ -52,6 +52,11 @@ TEST_F(ClientsFiltered, ListsFollowTheSessionWhileTheyAreFiltered) {
   EXPECT_EQ(Items(), Texts{"Alpha1    "});
   Snapshot({"Alpha1", "Beta1"});
   EXPECT_EQ(Items(), (Texts{"Alpha1    ", "Beta1     "}));
+  ClickHead("lblPlayers");
+  ClickHead("lblPlayers");
+  EXPECT_EQ(Names(), (Texts{"Dora", "Clark", "Baker"})) << "filtered and sorted";
+  socket.Arrive(Message("NEWCLT", ClientData("60", "Cara")));
+  EXPECT_EQ(Names(), (Texts{"Dora", "Clark", "Cara", "Baker"}));
 }
 
 TEST_F(ClientsFiltered, AClickOnTheHeadSortsByNameAndTheThirdIsAsTold) {
