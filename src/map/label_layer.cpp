@@ -12,8 +12,10 @@ namespace {
 
 /// From a plot to the end of the line to its label, surface units.
 constexpr double LeaderStart = 90;
-/// A line shorter than this is none, surface units.
-constexpr double ShortestLeader = 15;
+/// Between its other end and the label, surface units.
+constexpr double LeaderMargin = 30;
+/// A shorter line is left out: the label stands at the symbol. Surface units.
+constexpr double ShortestLeader = 45;
 
 std::string_view WithoutBlanks(std::string_view name) {
   const std::size_t last = name.find_last_not_of(' ');
@@ -136,9 +138,11 @@ void LabelLayer::DrawLeader(Surface& surface, const Label& label, const Box& to)
   const double x = std::clamp(label.At.X, to.Left, to.Right) - label.At.X;
   const double y = std::clamp(label.At.Y, to.Top, to.Bottom) - label.At.Y;
   const double length = std::hypot(x, y);
-  if (!(length >= LeaderStart + ShortestLeader)) return;
+  if (!(length >= LeaderStart + ShortestLeader + LeaderMargin)) return;
   const double start = LeaderStart / length;
-  surface.Line(label.At.X + x * start, label.At.Y + y * start, label.At.X + x, label.At.Y + y, {.Color = label.Color});
+  const double end = 1 - LeaderMargin / length;
+  surface.Line(label.At.X + x * start, label.At.Y + y * start, label.At.X + x * end, label.At.Y + y * end,
+               {.Color = label.Color});
 }
 
 void DrawLabelsApart(const Scene& scene, Surface& surface) {

@@ -24,13 +24,13 @@ struct PlaceAround {
   Across X;
   Down Y;
 };
-/// From the place where a label stands by itself outward.
+/// The nearest to the plot first; a label beside it needs no line to it.
 constexpr std::array<PlaceAround, LabelPlaceCount> Around = {{{Across::Left, Down::Level},
-                                                              {Across::Left, Down::Above},
-                                                              {Across::Left, Down::Below},
+                                                              {Across::Right, Down::Level},
                                                               {Across::Middle, Down::Above},
                                                               {Across::Middle, Down::Below},
-                                                              {Across::Right, Down::Level},
+                                                              {Across::Left, Down::Above},
+                                                              {Across::Left, Down::Below},
                                                               {Across::Right, Down::Above},
                                                               {Across::Right, Down::Below}}};
 

@@ -12,9 +12,9 @@
 
 // Where labels stand when they are kept apart: none covers another or a symbol as long as there is room.
 //
-// A label has eight places around its plot: left of it, where it stands by itself, above and below that, above and
-// below the plot, right of it, and above and below that, in this order. It stands at the first that is free, and from
-// redraw to redraw it stays where it is while that is free. Another zoom begins anew.
+// A label has eight places around its plot: left of it, where it stands by itself, right of it, above it, below it, and
+// at the four corners between these, in this order. It stands at the first that is free, and from redraw to redraw it
+// stays where it is while that is free. Another zoom begins anew.
 //
 // Where nothing is free the labels of a two-ship become one of a single line, like "Viper1-2, 250", or
 // "Viper1-2, 250/240" at two altitudes, which stands around the leader's plot. A two-ship are two players or two AI

@@ -127,18 +127,26 @@ TEST_F(LabelsApart, WithRoomStandWhereTheyStandByThemselves) {
   EXPECT_EQ(calls.back(), prints.back()) << "labels lie above all symbols";
 }
 
-TEST_F(LabelsApart, OfTwoOnOneSpotTheSecondHasALeader) {
+TEST_F(LabelsApart, OneThatStandsNotBesideItsPlotHasALeader) {
   Display.SHOWAINAMES = false;
-  AddAI(512, 512, 0);
-  AddAI(512, 512, 0);
+  for (int count = 0; count < 5; ++count) AddAI(512, 512, 0);
   Draw();
-  // "050" is 270 wide and 195 high. The second stands above the first: its right end 135 + 30 left of the plot, its
-  // lower edge 97.5 + 30 above it. The leader begins 90 from the plot on the way to that corner.
+  // "050" is 270 wide and 195 high. The first two stand left and right, the next two so near above and below, 97.5 + 30
+  // from the plot, that from 90 on there is no room for a line. The fifth stands above at the left: its right end 135 +
+  // 30 left of the plot, its lower edge 97.5 + 30 above it. Its leader begins 90 from the plot on the way to that
+  // corner and ends 30 before it.
   const double length = std::hypot(165, 127.5);
+  const double end = (length - 30) / length;
   const SurfaceCall leader = {
-      "line", {6000 - 165 * 90 / length, 4500 - 127.5 * 90 / length, 6000 - 165, 4500 - 127.5}, 16711680, 1};
+      "line",
+      {6000 - 165 * 90 / length, 4500 - 127.5 * 90 / length, 6000 - 165 * end, 4500 - 127.5 * end},
+      16711680,
+      1};
   EXPECT_EQ(Surface.Of("line"), Calls{leader});
   EXPECT_EQ(Surface.Of("print"), (Calls{{"print", {6000 - 285 - 270, 4402.5}, 16711680, 0, "050"},
+                                        {"print", {6000 + 285, 4402.5}, 16711680, 0, "050"},
+                                        {"print", {6000 - 135, 4372.5 - 195}, 16711680, 0, "050"},
+                                        {"print", {6000 - 135, 4627.5}, 16711680, 0, "050"},
                                         {"print", {6000 - 165 - 270, 4372.5 - 195}, 16711680, 0, "050"}}));
 }
 
@@ -150,8 +158,8 @@ TEST_F(LabelsApart, LinesEndAtThePlotsSide) {
   ASSERT_EQ(prints.size(), 16U);
   const auto shift = [&](std::size_t place) { return prints[2 * place].Numbers[0] - prints[2 * place + 1].Numbers[0]; };
   EXPECT_EQ(shift(0), 180) << "right ends at one height";
-  EXPECT_EQ(shift(3), 90) << "above the plot: in the middle";
-  EXPECT_EQ(shift(5), 0) << "right of it";
+  EXPECT_EQ(shift(2), 90) << "above the plot: in the middle";
+  EXPECT_EQ(shift(1), 0) << "right of it";
 }
 
 TEST_F(LabelsApart, TheSelectedPlayersLabelLiesOnTopAtItsFirstPlace) {
@@ -191,10 +199,11 @@ TEST_F(LabelsApart, AJoinedTwoShipHasOneLineAndALeaderToEach) {
   // Both are at 3,500 feet. 13 characters, 210 left of the leader.
   const Calls prints = {{"print", {leader.X - 210 - 13 * 90, leader.Y - 97.5}, 0x123456, 0, "Viper1-2, 035"}};
   EXPECT_EQ(Surface.Of("print"), prints);
-  // From 90 beside the leader straight to the label; from the wing 60 lower: it is within the label's height.
+  // From 90 beside the leader straight to 30 from the label; from the wing 60 lower too: it is within the label's
+  // height.
   const Calls lines = Surface.Of("line");
-  const SurfaceCall first = {"line", {leader.X - 90, leader.Y, leader.X - 210, leader.Y}, 0x123456, 1};
-  const SurfaceCall second = {"line", {wing.X - 90, wing.Y, wing.X - 210, wing.Y}, 0x123456, 1};
+  const SurfaceCall first = {"line", {leader.X - 90, leader.Y, leader.X - 180, leader.Y}, 0x123456, 1};
+  const SurfaceCall second = {"line", {wing.X - 90, wing.Y, wing.X - 180, wing.Y}, 0x123456, 1};
   EXPECT_EQ(std::count(lines.begin(), lines.end(), first), 1);
   EXPECT_EQ(std::count(lines.begin(), lines.end(), second), 1);
 }
