@@ -15,8 +15,8 @@ namespace {
 constexpr double PlaceMargin = 30;
 /// So much around two labels must be free before they come apart. Less than a label has to its own symbol.
 constexpr double ApartRoom = 29;
-/// Between the redraws at which a two-ship tries to come apart.
-constexpr std::uint32_t ApartTurns = 8;
+/// Between the redraws at which a two-ship tries to come apart, and a label that covers something looks for a place.
+constexpr std::uint32_t LookTurns = 8;
 
 enum class Across : std::uint8_t { Left, Middle, Right };
 enum class Down : std::uint8_t { Above, Level, Below };
@@ -213,11 +213,14 @@ void LabelPlaces::PlaceRest(Surface& surface, const TextFont& font) {
     if (joined && JoinSomewhere(index, PartDistance, surface, font)) continue;
     const std::uint8_t held = work.Was != nullptr && !joined ? work.Was->Place : 0;
     std::uint8_t place = held;
-    if (!IsFreeAt(AreaAt(labels[index], held), held)) place = FreePlace(labels[index]);
+    if (!IsFreeAt(AreaAt(labels[index], held), held)) {
+      const bool waits = work.Was != nullptr && work.Was->Crowded && (turn + index) % LookTurns != 0;
+      place = waits ? LabelPlaceCount : FreePlace(labels[index]);
+    }
     if (place < LabelPlaceCount) {
       Put(index, place);
     } else if (!JoinSomewhere(index, JoinDistance, surface, font)) {
-      Put(index, held);
+      Put(index, 0);
       labels[index].Crowded = true;
     }
   }
@@ -280,14 +283,14 @@ bool LabelPlaces::JoinSomewhere(std::size_t index, double distance, Surface& sur
   std::uint8_t place = held;
   if (!IsFreeAt(AreaAt(joined, held), held)) place = FreePlace(joined);
   const bool crowded = place == LabelPlaceCount;
-  Join(leader, wing, joined, crowded ? held : place, crowded);
+  Join(leader, wing, joined, crowded ? 0 : place, crowded);
   return true;
 }
 
 void LabelPlaces::TryApart() {
   ++turn;
   for (std::size_t leader = 0; leader < labels.size(); ++leader) {
-    if (!labels[leader].Leads || (turn + leader) % ApartTurns != 0) continue;
+    if (!labels[leader].Leads || (turn + leader) % LookTurns != 0) continue;
     const std::size_t wing = labels[leader].Partner;
     const Work& work = works[leader];
     if (work.Was == nullptr || !work.Was->Joined) continue;  // they have come together now

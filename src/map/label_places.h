@@ -21,7 +21,8 @@
 // aircraft in one colour, within JoinDistance, whose names (a player's callsign, or his name where he has none) are
 // the same but for the last digit: 1 and 2, 3 and 4, 5 and 6, 7 and 8. They come apart when they are farther from each
 // other than PartDistance, or when both labels have room again, which each two-ship tries at every eighth redraw.
-// Where even that covers something, the label stands where it was: nothing is left out.
+// Where even that covers something, the label stands at its first place, and looks for a better one at every eighth
+// redraw: nothing is left out.
 namespace kestrel::map {
 
 /// Surface units: 80 and 100 pixels.
