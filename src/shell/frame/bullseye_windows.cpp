@@ -33,21 +33,30 @@ void BullseyeWindows::GetFromCampaignFile() {
 
 void BullseyeWindows::Undo() { program.Shown.Refresh(core::UndoBullseye(program)); }
 
+void BullseyeWindows::AddUndo(QMenu& menu, const char* name, const QString& caption) {
+  QAction* undo = menu.addAction(caption);
+  undo->setObjectName(QString::fromLatin1(name));
+  connect(undo, &QAction::triggered, this, [this, name] { Guarded(program.Log, name, [this] { Undo(); }); });
+}
+
 void BullseyeWindows::SayInMenus(QMenu& menu) {
-  const QString note = program.State.Session.Connected ? FromBytes(core::BullseyeNote) : QString();
   QMenu& mapMenu = frame.PopUp("PopUp2");
-  auto* undoOnMap = mapMenu.findChild<QAction*>(QStringLiteral("mnuUndoNewBulls"));
-  const std::optional<std::string> before = core::BullseyeBefore(program.State);
-  undoOnMap->setVisible(before.has_value());
-  QList<QAction*> said = menu.actions() << frame.findChild<QAction*>(QStringLiteral("mnuSetNewBulls"));
+  const QString note = program.State.Session.Connected ? FromBytes(core::BullseyeNote) : QString();
+  const QList<QAction*> said = menu.actions() << frame.findChild<QAction*>(QStringLiteral("mnuSetNewBulls"));
   for (QAction* action : said) action->setToolTip(note);
   for (QMenu* each : {&menu, &mapMenu}) each->setToolTipsVisible(!note.isEmpty());
+  if (auto* former = mapMenu.findChild<QAction*>(QStringLiteral("mnuUndoNewBulls"))) {
+    // Not deleted at once: it may be what is running this.
+    mapMenu.removeAction(former);
+    former->setObjectName(QString());
+    former->deleteLater();
+  }
+  const std::optional<std::string> before = core::BullseyeBefore(program.State);
   if (!before) return;
-  undoOnMap->setText(AsCaption(QStringLiteral("Undo: Back to ") + FromBytes(*before)));
+  const QString caption = AsCaption(QStringLiteral("Undo: Back to ") + FromBytes(*before));
+  AddUndo(mapMenu, "mnuUndoNewBulls", caption);
   menu.addSeparator();
-  QAction* undo = menu.addAction(undoOnMap->text());
-  undo->setObjectName(QStringLiteral("mnuUndoBullseye"));
-  connect(undo, &QAction::triggered, this, [this] { Guarded(program.Log, "mnuUndoBullseye", [this] { Undo(); }); });
+  AddUndo(menu, "mnuUndoBullseye", caption);
 }
 
 void BullseyeWindows::ShowDetails(std::size_t index, BullsDetailsFrm::Start start) {

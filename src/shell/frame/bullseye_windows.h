@@ -27,15 +27,17 @@ class BullseyeWindows final : public QObject {
   void CreateAtPointer();
   /// mnuGetBullseyFromTac.
   void GetFromCampaignFile();
-  /// mnuUndoBullseye and mnuUndoNewBulls: back to the bullseye before.
+  /// Back to the bullseye before.
   void Undo();
-  /// While a session is on, `menu` of the bullseyes and the map's say what another one does, and offer the undo.
+  /// While a session is on, `menu` of the bullseyes and the map's say what another one does, and offer the undo at
+  /// their ends: mnuUndoBullseye and mnuUndoNewBulls.
   void SayInMenus(QMenu& menu);
 
  private:
   void ShowDetails(std::size_t index, BullsDetailsFrm::Start start);
   void DetailsClosed(bool fromMap);
   void HoldMenus(bool held);
+  void AddUndo(QMenu& menu, const char* name, const QString& caption);
 
   core::Program& program;
   ModalCount& modal;

@@ -147,8 +147,6 @@ constexpr MenuEntry PopUpMenus[] = {
     {"mnuSetNewBulls", "Set New Bullseye", "PopUp2", Runs,
      [](MDIForm1& frame) { frame.Bullseyes().CreateAtPointer(); }},
     {"mnuAddnewIconArea", "Add New Icon Area", "PopUp2", Runs, [](MDIForm1& frame) { frame.Areas().AddNewIconArea(); }},
-    // Shown while there is something to undo.
-    {"mnuUndoNewBulls", "Undo Bullseye", "PopUp2", Runs, [](MDIForm1& frame) { frame.Bullseyes().Undo(); }},
 
     {"PopUp3", "", "", Submenu},
     {"mnuP3ShowPlot", "Show Plot", "PopUp3", Runs, [](MDIForm1& frame) { frame.ShowPlotOfNode(); }},

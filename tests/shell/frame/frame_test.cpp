@@ -98,7 +98,6 @@ constexpr Caption Captions[] = {
     {"PopUp2", "mnuSetCenterOfMap", "Set Center of Map"},
     {"PopUp2", "mnuSetNewBulls", "Set New Bullseye"},
     {"PopUp2", "mnuAddnewIconArea", "Add New Icon Area"},
-    {"PopUp2", "mnuUndoNewBulls", "Undo Bullseye"},
     {"PopUp1", "ClsCon", "Close Connection"},
     {"PopUp3", "mnuP3ShowPlot", "Show Plot"},
     {"PopUp3", "mnuP3HidePlot", "Hide Plot"},
