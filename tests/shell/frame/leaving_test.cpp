@@ -1,6 +1,7 @@
 // Connecting, leaving and coming back, as the windows show it.
 
 #include <QAbstractButton>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 
