@@ -54,7 +54,8 @@ void KeysPanel::AddButtons(std::size_t first, std::size_t end, const char* defau
   shadowed = NewLabel("lblShadowed", {}, nullptr, this);
   shadowed->setWordWrap(true);
   row->addWidget(shadowed, 1);
-  undo = NewButton("cmdUndoKey", "Undo", "Puts back the keys as they were before the last Set or Load Defaults");
+  QPushButton* undo =
+      NewButton("cmdUndoKey", "Undo", "Puts back the keys as they were before the last Set or Load Defaults");
   connect(undo, &QPushButton::clicked, this, &KeysPanel::Undo);
   QPushButton* load =
       NewButton(defaults, "Load Defaults", "Gives the commands of this page the keys that the station comes with");
@@ -143,7 +144,6 @@ void KeysPanel::ShowKeys() {
   QStringList all;
   for (const std::string& name : names) all << FromBytes(name);
   shadowed->setToolTip(all.join(u'\n'));
-  undo->setEnabled(capture.MayUndo());
   ShowNote();
 }
 

@@ -48,9 +48,8 @@ class KeysPanel final : public QFrame {
   core::ShortcutCapture& capture;
   std::vector<KeyField*> fields;
   QLabel* shadowed = nullptr;  ///< the commands without effect
-  QPushButton* undo = nullptr;
-  bool showing = false;    ///< the boxes are being shown anew
-  QLabel* note = nullptr;  ///< beside the transmit keys, on their panel alone
+  bool showing = false;        ///< the boxes are being shown anew
+  QLabel* note = nullptr;      ///< beside the transmit keys, on their panel alone
 };
 
 }  // namespace kestrel::shell
