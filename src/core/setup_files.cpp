@@ -27,7 +27,8 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::string_view MainName = "KESTREL.ini";
-constexpr std::array<std::string_view, 4> OwnNames = {MainName, "common.ini", "FriendlyNames.ini", "DefFreq.ini"};
+constexpr std::array<std::string_view, 5> OwnNames = {MainName, "common.ini", "FriendlyNames.ini", "DefFreq.ini",
+                                                      "Callsigns.ini"};
 constexpr std::array<std::string_view, 4> KeptEnds = {"_Areas.dat", "_Elevation.dat", "_ViewShort.dat",
                                                       "_Frequencies.dat"};
 constexpr std::array<std::string_view, 9> Endings = {".ini", ".dat", ".rescue", ".old", ".bmp",

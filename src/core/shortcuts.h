@@ -75,14 +75,15 @@ inline constexpr std::array<Shortcut, ShortcutCount> Shortcuts = {{
 /// Commands that other stations do not have, for the map window. They are numbered from here, their bindings are
 /// settings of their own.
 inline constexpr std::int32_t FirstOwnShortcut = 100;
-inline constexpr std::array<Shortcut, 3> OwnShortcuts = {{
+inline constexpr std::array<Shortcut, 4> OwnShortcuts = {{
     {"AI Names", 0, ShortcutAct::Toggle, 0, "Check8"},
     {"Connect to...", 200075, ShortcutAct::Menu, 0, "mnuConnCustom"},
     {"Phonebook", 200080, ShortcutAct::Menu, 0, "mnuPhonebookEdit"},
+    {"Find Aircraft", 200070, ShortcutAct::Menu, 0, "mnuFind"},
 }};
 /// Their settings in section [KESTREL], in the order of the table.
 inline constexpr std::array<std::string_view, OwnShortcuts.size()> OwnShortcutKeys = {"KEY_AINAMES", "KEY_CONNECT",
-                                                                                      "KEY_PHONEBOOK"};
+                                                                                      "KEY_PHONEBOOK", "KEY_FIND"};
 
 /// Bindings, one for each command, in the order of the table.
 using Bindings = std::array<std::int32_t, ShortcutCount>;

@@ -138,7 +138,9 @@ void RecordingEnd(Program& program) {
   if (!program.State.Tapes.Recorder.Recording()) return;
   const std::optional<std::string> trouble = EndTape(program.State);
   const tape::Recorder& recorder = program.State.Tapes.Recorder;
-  program.Log.LogTimed("Recorded: " + base::NameForMessage(recorder.Path()) + ", " + CountText(recorder.RecordCount()));
+  const std::string recorded = "Recorded: " + base::NameForMessage(recorder.Path());
+  program.Log.LogTimed(recorded + ", " + CountText(recorder.RecordCount()));
+  program.Shown.ShowMoment(recorded);
   program.Shown.Refresh(Changed::Tape);
   if (trouble) TellRecording(program, *trouble);
 }

@@ -47,7 +47,7 @@ TextFont FontOf(const FontRecord& font) {
 }
 
 /// Lines of text diagonally beside a place, with a leader to their near corner.
-struct Label {
+struct StationLabel {
   std::vector<std::string> Lines;
   const FontRecord& Font;
   bool Boxed = false;
@@ -62,14 +62,14 @@ struct Side {
 };
 
 /// How far the label can reach from its place, without measuring it.
-double MostReach(const Label& label) {
+double MostReach(const StationLabel& label) {
   std::size_t longest = label.Lines.size();
   for (const std::string& line : label.Lines) longest = std::max(longest, line.size());
   return label.Inset + label.BoxRoom + PenRoom +
          MostUnitsPerPoint * static_cast<double>(longest) * std::max(LeastPoints, label.Font.FontSize);
 }
 
-void DrawLabel(Surface& surface, const Label& label, SurfacePoint at, Side side) {
+void DrawLabel(Surface& surface, const StationLabel& label, SurfacePoint at, Side side) {
   const TextFont font = FontOf(label.Font);
   const base::Colour color = label.Font.Color;
   std::vector<TextSize> sizes;
@@ -101,12 +101,12 @@ void DrawTacanLabel(const Scene& scene, Surface& surface, const radio::Airfield&
   constexpr double inset = 15 * UnitsPerPixel;
   const auto position = static_cast<std::size_t>(scene.Display.TACAN_LABEL_POSITION);
   if (position >= TacanSides.size()) return;
-  const Label label{.Lines = {" " + airfield.Name + " ", " " + airfield.TACAN + airfield.TACAN_BAND + " ",
-                              "  U: " + airfield.UHF + " - V: " + airfield.VHF + " "},
-                    .Font = scene.Display.TACAN_LABEL_FONT,
-                    .Boxed = scene.Display.DRAW_TACAN_LABELS_BOXED,
-                    .Inset = inset,
-                    .BoxRoom = 2 * inset};
+  const StationLabel label{.Lines = {" " + airfield.Name + " ", " " + airfield.TACAN + airfield.TACAN_BAND + " ",
+                                     "  U: " + airfield.UHF + " - V: " + airfield.VHF + " "},
+                           .Font = scene.Display.TACAN_LABEL_FONT,
+                           .Boxed = scene.Display.DRAW_TACAN_LABELS_BOXED,
+                           .Inset = inset,
+                           .BoxRoom = 2 * inset};
   if (MaySee(scene.View, at, MostReach(label))) DrawLabel(surface, label, at, TacanSides[position]);
 }
 
@@ -212,10 +212,10 @@ std::optional<Corner> LabelCorner(const Fan& fan, double bearing) {
 void DrawFan(const Scene& scene, Surface& surface, const radio::Airfield& airfield, std::size_t slot,
              const FanShape& shape) {
   const auto at = SurfaceFromMap(scene.View, {airfield.ILS_R[slot].RX, airfield.ILS_R[slot].RY});
-  const Label label{.Lines = {"Rnw: " + airfield.ILS_DES[slot], "(" + airfield.ILS[slot] + ")"},
-                    .Font = scene.Display.ILS_LABEL_FONT,
-                    .Boxed = scene.Display.DRAW_ILS_LABELS_BOXED,
-                    .Inset = 10 * UnitsPerPixel};
+  const StationLabel label{.Lines = {"Rnw: " + airfield.ILS_DES[slot], "(" + airfield.ILS[slot] + ")"},
+                           .Font = scene.Display.ILS_LABEL_FONT,
+                           .Boxed = scene.Display.DRAW_ILS_LABELS_BOXED,
+                           .Inset = 10 * UnitsPerPixel};
   const double labelReach = MostReach(label);
   const double reach = std::max(std::abs(shape.Length), std::abs(shape.Wing.value_or(0)));
   if (!MaySee(scene.View, at, reach + labelReach)) return;

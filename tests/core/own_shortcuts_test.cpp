@@ -25,14 +25,16 @@ TEST(OwnShortcuts, HaveNumbersOfTheirOwn) {
   EXPECT_EQ(ShortcutOf(100)->Name, "AI Names");
   EXPECT_EQ(ShortcutOf(101)->Name, "Connect to...");
   EXPECT_EQ(ShortcutOf(102)->Name, "Phonebook");
-  EXPECT_EQ(ShortcutOf(103), nullptr);
+  EXPECT_EQ(ShortcutOf(103)->Name, "Find Aircraft");
+  EXPECT_EQ(ShortcutOf(104), nullptr);
 }
 
 TEST(OwnShortcuts, HaveDefaultsThatNoOtherCommandHas) {
-  EXPECT_THAT(DefaultOwnBindings(), ElementsAre(0, 200075, 200080));
+  EXPECT_THAT(DefaultOwnBindings(), ElementsAre(0, 200075, 200080, 200070));
   EXPECT_EQ(KeyName(200075), "CTRL+K");
   EXPECT_EQ(KeyName(200080), "CTRL+P");
-  for (const std::int32_t key : {75, 80}) EXPECT_EQ(FindShortcut(DefaultBindings(), key, CtrlModifier), -1);
+  EXPECT_EQ(KeyName(200070), "CTRL+F");
+  for (const std::int32_t key : {70, 75, 80}) EXPECT_EQ(FindShortcut(DefaultBindings(), key, CtrlModifier), -1);
 }
 
 TEST(OwnShortcuts, ActInTheMapBehindTheOthers) {

@@ -443,6 +443,5 @@ void MDIForm1::closeEvent(QCloseEvent* event) {
   Guarded(program.Log, "Unload", [this] { core::Close(program); });
   Q_EMIT Closed();
 }
-KeepFrame(*this, program.State.WindowOptions);
 
 }  // namespace kestrel::shell

@@ -80,11 +80,8 @@ map::Scene MapPicture::Scene() {
                     .Apart = station.Extras.LABELSAPART ? &labels : nullptr,
                     .SelectedPlot = station.Session.SelectedPlot,
                     .Shown = {station.Extras.LABELID, station.Extras.LABELCALLSIGN, station.Extras.LABELNAME,
-                              station.Extras.LABELALTITUDE, station.Extras.LABELSPEED}};
-}
-
-.GridDegrees = station.Extras.GRIDDEGREES
-};
+                              station.Extras.LABELALTITUDE, station.Extras.LABELSPEED},
+                    .GridDegrees = station.Extras.GRIDDEGREES};
 }
 
 void MapPicture::FollowTies() {
@@ -410,7 +407,6 @@ void MapPicture::keyPressEvent(QKeyEvent* event) {
   Guarded(program.Log, "KeyDown", [this, event] {
     core::MapKey(program, VirtualKey(*event), ShiftState(*event));
     if (IsBound(*event)) return;
-    if (event->key() == Qt::Key_F && event->modifiers() == Qt::ControlModifier) return OpenFind();
     Q_EMIT UnboundKey(*event);
     if (event->key() == Qt::Key_Escape && map::ClearTies(program.State.Ties)) {
       program.Shown.Refresh(base::Changed::Plots);

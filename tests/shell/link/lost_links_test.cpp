@@ -14,6 +14,7 @@
 #endif
 
 #include "core/healing.h"
+#include "core/program.h"
 #include "doubles/fake_clock.h"
 #include "doubles/fake_global_keys.h"
 #include "doubles/fake_voice.h"
