@@ -27,7 +27,7 @@ TEST(KeyPage, HasEachCommandWithItsPresentKey) {
   EXPECT_EQ(rows[25].What, "AI Names");
   EXPECT_EQ(rows[26].Key, "CTRL+K");
   EXPECT_EQ(rows[26].Where, "Map");
-  EXPECT_EQ(rows[28].Key, "TAB") << "behind the commands what nobody can change";
+  EXPECT_EQ(rows[29].Key, "TAB") << "behind the commands what nobody can change";
 }
 
 TEST(KeyPage, SaysWhichCommandHasNoEffect) {

@@ -98,15 +98,15 @@ TEST_F(OwnCommands, KeepTheirKeysInTheSectionOfOurOwn) {
   WriteInstallation(folder);
   around.State.AppPath = folder.Path;
   LoadSavedVars(around.State);
-  EXPECT_THAT(around.State.OwnKeys, ElementsAre(0, 200075, 200080));
-  around.State.OwnKeys = {73, 0, 200080};
+  EXPECT_THAT(around.State.OwnKeys, ElementsAre(0, 200075, 200080, 200070));
+  around.State.OwnKeys = {73, 0, 200080, 200070};
   SaveVars(around.State);
   EXPECT_THAT(folder.Read("KESTREL.ini"), HasSubstr("[KESTREL]\r\nKEY_AINAMES=73\r\nKEY_CONNECT=0\r\n"));
   EXPECT_THAT(folder.Read("KESTREL.ini"), Not(HasSubstr("KEY_PHONEBOOK")));
   Station next;
   next.AppPath = folder.Path;
   LoadSavedVars(next);
-  EXPECT_THAT(next.OwnKeys, ElementsAre(73, 0, 200080)) << "one without a key stays so";
+  EXPECT_THAT(next.OwnKeys, ElementsAre(73, 0, 200080, 200070)) << "one without a key stays so";
 }
 
 }  // namespace

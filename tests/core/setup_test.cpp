@@ -88,10 +88,11 @@ TEST_F(Setups, ASetupIsSettingsAndTheatersWithTheirFiles) {
   odd.Name = "b";
   odd.Pic = "program.exe";
   EXPECT_THAT(SetupFiles(catalogue),
-              ElementsAre("KESTREL.ini", "common.ini", "FriendlyNames.ini", "DefFreq.ini", "Theaters/Sub/korea.ini",
-                          "Theaters/KOREA.BMP", "Theaters/korea_Areas.dat", "Theaters/korea_Elevation.dat",
-                          "Theaters/korea_ViewShort.dat", "Theaters/korea_Frequencies.dat", "Theaters/b_Areas.dat",
-                          "Theaters/b_Elevation.dat", "Theaters/b_ViewShort.dat", "Theaters/b_Frequencies.dat"));
+              ElementsAre("KESTREL.ini", "common.ini", "FriendlyNames.ini", "DefFreq.ini", "Callsigns.ini",
+                          "Theaters/Sub/korea.ini", "Theaters/KOREA.BMP", "Theaters/korea_Areas.dat",
+                          "Theaters/korea_Elevation.dat", "Theaters/korea_ViewShort.dat",
+                          "Theaters/korea_Frequencies.dat", "Theaters/b_Areas.dat", "Theaters/b_Elevation.dat",
+                          "Theaters/b_ViewShort.dat", "Theaters/b_Frequencies.dat"));
 }
 
 TEST_F(Setups, ASavedSetupHoldsThePresentSettings) {

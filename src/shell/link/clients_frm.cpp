@@ -129,7 +129,9 @@ void ClientsFrm::Connect() {
   form->Text1->installEventFilter(this);
   connect(form->TreeView1->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ClientsFrm::NodeSelected);
   for (QLabel* head : {form->lblPlayers, form->lblAircraft}) {
-    head->setToolTip(QStringLiteral("Click to sort by name; Ctrl+F filters both lists"));
+    const QString meaning = head->toolTip();
+    head->setToolTip((meaning.isEmpty() ? meaning : meaning + QStringLiteral(". ")) +
+                     QStringLiteral("Click to sort by name; Ctrl+F filters both lists"));
     head->installEventFilter(this);
   }
   connect(form->TreeView1, &QWidget::customContextMenuRequested, this, &ClientsFrm::AskPopUp3);

@@ -39,9 +39,8 @@ KeyField::KeyField(base::DebugLog& lines, core::ShortcutCapture& shown, std::siz
   lblClash->setObjectName(QStringLiteral("lblClash_") + QString::number(command));
   lblClash->setTextFormat(Qt::PlainText);
   lblClash->setAttribute(Qt::WA_TransparentForMouseEvents);
-  QPalette colours = lblClash->palette();
-  colours.setColor(QPalette::WindowText, FieldText);
-  lblClash->setPalette(colours);
+  // On the field's own ground.
+  lblClash->setForegroundRole(QPalette::Text);
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, ClashMargin, 0);
   row->addStretch(1);
