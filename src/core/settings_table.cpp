@@ -178,6 +178,7 @@ void AddWindowExtras(std::vector<SettingsRow>& rows, WindowExtras& windows) {
     rows.back().Spared = true;
   };
   add("SNAPWINDOWS", &windows.SNAPWINDOWS);
+  add("CLIENTSHEIGHT", &windows.CLIENTSHEIGHT);
   add("KEEPFRAME", &windows.KEEPFRAME);
   add("FRAMELEFT", &windows.FRAMELEFT);
   add("FRAMETOP", &windows.FRAMETOP);

@@ -15,7 +15,8 @@ struct WindowExtras {
   bool KEEPFRAME = false;    ///< a start takes up the frame and the view as the last closing left them
   // The frame's inside while it is not maximised; a width of 0: none is kept.
   std::int32_t FRAMELEFT = 0, FRAMETOP = 0, FRAMEWIDTH = 0, FRAMEHEIGHT = 0;
-  bool FRAMEMAX = false;  ///< maximised
+  bool FRAMEMAX = false;           ///< maximised
+  std::int32_t CLIENTSHEIGHT = 0;  ///< how much taller than it comes the window Clients is, pixels
   // The view, and the file of the theater that it shows.
   double LASTZOOM = 0;
   double LASTVIEWX = 0, LASTVIEWY = 0;

@@ -48,11 +48,6 @@ constexpr MenuEntry MenuBar[] = {
     {"mnuOpenFlight", "Open Recorded F&light", "mnuFile", Nothing, nullptr, false, nullptr, LoadInPlayback},
     {"mnuImportAreas", "Import Areas", "mnuFile", Runs, Core<core::ImportAreas>, true},
     {"mnuExportSelectedAreas", "Export Visible Areas", "mnuFile", Runs, Core<core::ExportVisibleAreas>},
-    {"mnuSaveSetup", "Sa&ve Setup...", "mnuFile", Runs, Core<core::SaveSetup>, true},
-    {"mnuLoadSetup", "Loa&d Setup...", "mnuFile", Runs,
-     [](MDIForm1& frame) {
-       if (core::LoadSetup(frame.Program())) frame.close();
-     }},
     {"mnuExit", "E&xit", "mnuFile", Runs, [](MDIForm1& frame) { frame.close(); }, true},
 
     {"mnuConnection", "Co&nnection", "", Submenu},
@@ -129,6 +124,11 @@ constexpr MenuEntry MenuBar[] = {
      [](MDIForm1& frame) { frame.Bullseyes().GetFromCampaignFile(); }},
     {"mnuImportFalconINI", "Import Areas from Falcon INI files", "mnuFalconTools", Runs,
      [](MDIForm1& frame) { core::ImportMissionAreas(frame.Program()); }},
+    {"mnuSaveSetup", "Sa&ve Setup...", "mnuTools", Runs, Core<core::SaveSetup>, true},
+    {"mnuLoadSetup", "Loa&d Setup...", "mnuTools", Runs,
+     [](MDIForm1& frame) {
+       if (core::LoadSetup(frame.Program())) frame.close();
+     }},
 
     {"mnuHelp", "Hel&p", "", Submenu},
     {"mnuOnlineDocs", "Online Do&cuments", "mnuHelp", Runs, [](MDIForm1& frame) { frame.OpenOnlineDocs(); }},

@@ -13,6 +13,7 @@
 
 #include "link/client_details.h"
 #include "shell/link/clients_pictures.h"
+#include "shell/link/height_grip.h"
 #include "shell/parts/guard.h"
 #include "shell/parts/typed_text.h"
 #include "shell/parts/unicode_text.h"
@@ -55,11 +56,15 @@ int CheckWidth(const QAbstractItemView& view) {
          2 * (style.pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &view) + 1);
 }
 
-void SetUpView(QAbstractItemView& view, QAbstractItemModel& model, int rows) {
+void SetUpView(QAbstractItemView& view, QAbstractItemModel& model) {
   view.setModel(&model);
   view.setItemDelegate(new RowDelegate(&view));
   view.setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-  view.setFixedHeight(rows * RowDelegate::Height(view.fontMetrics()) + 2 * view.frameWidth());
+}
+
+/// Room for so many rows and `more` pixels.
+void FitRows(QAbstractItemView& view, int rows, int more) {
+  view.setFixedHeight(rows * RowDelegate::Height(view.fontMetrics()) + 2 * view.frameWidth() + more);
 }
 
 /// The selected row, none when there is none: the current one may be merely where the keyboard stands.
@@ -102,8 +107,8 @@ ClientsFrm::ClientsFrm(core::Program& running, QWidget* frame)
       clientNames(new NameProxy(this)),
       aircraftNames(new NameProxy(this)) {
   form->setupUi(&Body());
-  SetUpView(*form->TreeView1, *clients, TreeRows);
-  SetUpView(*form->List1, *aircraft, ListRows);
+  SetUpView(*form->TreeView1, *clients);
+  SetUpView(*form->List1, *aircraft);
   form->TreeView1->setIconSize(QSize(PictureSide, PictureSide));
   ShowPictures();
   form->cmdPlotColor->setIconSize(ColourSize);
@@ -112,10 +117,24 @@ ClientsFrm::ClientsFrm(core::Program& running, QWidget* frame)
   ShowConnection();
   ShowOptions();
   ShowDetails(Fill::All);
-  FitBody();
+  FitHeight();
 }
 
 ClientsFrm::~ClientsFrm() = default;
+
+void ClientsFrm::FitHeight() {
+  const int more = qBound(0, program.State.WindowOptions.CLIENTSHEIGHT, screen()->availableGeometry().height() / 2);
+  FitRows(*form->TreeView1, TreeRows, more / 2);
+  FitRows(*form->List1, ListRows, more - more / 2);
+  FitBody();
+}
+
+void ClientsFrm::DragHeight(int by) {
+  int& more = program.State.WindowOptions.CLIENTSHEIGHT;
+  const int room = more + qMax(0, screen()->availableGeometry().bottom() - geometry().bottom());
+  more = qBound(0, heldHeight + by, room);
+  FitHeight();
+}
 
 template <class Edit>
 void ClientsFrm::Change(const char* control, Edit edit) {
@@ -134,6 +153,9 @@ void ClientsFrm::Connect() {
                      QStringLiteral("Click to sort by name; Ctrl+F filters both lists"));
     head->installEventFilter(this);
   }
+  auto* grip = new HeightGrip(&Body());
+  connect(grip, &HeightGrip::Held, this, [this] { heldHeight = program.State.WindowOptions.CLIENTSHEIGHT; });
+  connect(grip, &HeightGrip::Dragged, this, &ClientsFrm::DragHeight);
   connect(form->TreeView1, &QWidget::customContextMenuRequested, this, &ClientsFrm::AskPopUp3);
   connect(form->Text1, &QLineEdit::textEdited, this, [this] { EditCallsign(); });
   connect(form->cmdPlotColor, &QPushButton::clicked, this, &ClientsFrm::PickColor);

@@ -57,6 +57,10 @@ class ClientsFrm final : public ToolFrm {
   void ShowOptions();
   void ShowDetails(Fill fill);
   void EditCallsign();
+  /// Gives both lists the height that is kept, half of what is more each, and the window with them.
+  void FitHeight();
+  /// The lower edge has been dragged so far, pixels: the window becomes as tall as its screen has room for.
+  void DragHeight(int by);
   /// Gives the window the height that the sentence of a refused callsign needs, or none.
   void FitRefused();
   void AddFilter();
@@ -87,6 +91,7 @@ class ClientsFrm final : public ToolFrm {
   NameProxy* clientNames;
   NameProxy* aircraftNames;
   QLineEdit* txtFilter = nullptr;
+  int heldHeight = 0;                   ///< CLIENTSHEIGHT when the lower edge was taken hold of
   std::optional<std::int16_t> popUpId;  ///< the client that PopUp3 was opened on
   bool updating = false;  ///< the tree is being changed by us: what it selects meanwhile is no one's choice
 };

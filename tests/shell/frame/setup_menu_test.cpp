@@ -1,4 +1,4 @@
-// "Save Setup..." and "Load Setup..." of the File menu.
+// "Save Setup..." and "Load Setup..." of the menu Tools.
 
 #include <QFileInfo>
 #include <QSignalSpy>
