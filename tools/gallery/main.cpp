@@ -29,8 +29,10 @@
 #include "base/files.h"
 #include "base/profile_file.h"
 #include "core/global_keys.h"
+#include "gallery/extras.h"
 #include "gallery/sample_data.h"
 #include "gallery/sample_install.h"
+#include "gallery/script.h"
 #include "radio/voice_windows.h"
 #include "shell/areas/areas_details_frm.h"
 #include "shell/core/run_station.h"
@@ -43,96 +45,14 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace kestrel;
-
-QWidget* Top(const QString& name) {
-  for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (window->objectName() == name) return window;
-  }
-  return nullptr;
-}
-
-bool Shown(const char* name) {
-  const QWidget* window = Top(QLatin1String(name));
-  return window != nullptr && window->isVisible();
-}
+using gallery::Script;
+using gallery::Shown;
+using gallery::Top;
 
 template <class Control>
 Control* RecControl(const char* name) {
   return Top(QStringLiteral("RecFrm"))->findChild<Control*>(QLatin1String(name));
 }
-
-/// Does one thing after another, each in a turn of its own, also within the loops of dialogs.
-class Script {
- public:
-  Script(QString palette, QString folder) : suffix(std::move(palette)), pictures(std::move(folder)) {
-    QObject::connect(&timer, &QTimer::timeout, [this] { Turn(); });
-  }
-  void Start() { timer.start(40); }
-  /// Runs once `ready` holds.
-  void Add(std::function<bool()> ready, std::function<void()> run) {
-    steps.push_back({std::move(ready), std::move(run)});
-  }
-  /// Triggers a menu entry; it may run a dialog, so it is not waited for.
-  void Menu(const char* name) {
-    Add([] { return true; },
-        [name] {
-          auto* action = Top(QStringLiteral("MDIForm1"))->findChild<QAction*>(QLatin1String(name));
-          QTimer::singleShot(0, action, &QAction::trigger);
-        });
-  }
-  void Press(const char* window, const char* button) {
-    Add([window] { return Shown(window); },
-        [window, button] {
-          auto* pressed = Top(QLatin1String(window))->findChild<QAbstractButton*>(QLatin1String(button));
-          QTimer::singleShot(0, pressed, &QAbstractButton::click);
-        });
-  }
-  /// Keeps the window's picture; `page` tells one of several.
-  void Grab(const char* window, const char* page = "") {
-    Add([window] { return Shown(window); },
-        [this, window, page] {
-          const QString file =
-              pictures + u'/' + QLatin1String(window) + QLatin1String(page) + u'-' + suffix + QStringLiteral(".png");
-          if (!Top(QLatin1String(window))->grab().save(file)) std::fprintf(stderr, "%s not saved\n", window);
-        });
-  }
-  void Close(const char* window) {
-    Add([window] { return Shown(window); }, [window] { Top(QLatin1String(window))->close(); });
-    Add([window] { return !Shown(window); }, [] {});
-  }
-  void GrabAndClose(const char* window) {
-    Grab(window);
-    Close(window);
-  }
-
- private:
-  struct Step {
-    std::function<bool()> Ready;
-    std::function<void()> Run;
-  };
-  void Turn() {
-    if (next < steps.size() && steps[next].Ready()) {
-      turns = 0;
-      // Before it runs: a step may close what runs this loop.
-      const std::size_t now = next++;
-      steps[now].Run();
-    } else if (++turns > 500) {
-      std::fprintf(stderr, "stuck at step %zu before", next);
-      for (const QWidget* window : QApplication::topLevelWidgets()) {
-        if (window->isVisible()) std::fprintf(stderr, " %s", qPrintable(window->objectName()));
-      }
-      std::fprintf(stderr, "\n");
-      std::exit(1);
-    }
-  }
-
-  QString suffix;
-  QString pictures;
-  QTimer timer;
-  std::vector<Step> steps;
-  std::size_t next = 0;
-  int turns = 0;
-};
 
 /// The pictures show the windows as they are where the transmit keys are heard.
 class KeysOfAnyDesktop final : public core::GlobalKeys {
@@ -294,6 +214,7 @@ int main(int argc, char** argv) {
                tree->setCurrentIndex(tree->model()->index(0, 0));
              });
   for (const char* window : {"MDIForm1", "ClientsFrm", "CursFrm", "BullsFrm", "MiniMapFrm"}) script.Grab(window);
+  gallery::AddAircraft(script);
   script.Menu("mnuFAreas");
   script.Add([] { return Shown("AreasFrm"); },
              [] {
@@ -399,6 +320,10 @@ int main(int argc, char** argv) {
   }
   script.Close("ImportObjOptionsFrm");
   script.Close("ImportObjFrm");
+  script.Menu("mnuKeys");
+  script.GrabAndClose("KeysFrm");
+  gallery::AddLostLink(script, server);
+  gallery::AddExport(script, folder);
   // A replay of the demo tape, somewhat into it.
   script.Add([] { return true; },
              [] { Top(QStringLiteral("MDIForm1"))->findChild<QToolButton*>(QStringLiteral("chkPlayback"))->click(); });
@@ -416,6 +341,7 @@ int main(int argc, char** argv) {
   script.Add([] { return RecControl<QAbstractButton>("Command3")->isEnabled(); },
              [] { RecControl<QSlider>("Slider1")->setValue(2); });
   script.Grab("RecFrm");
+  gallery::AddReplay(script);
   script.Add([] { return true; }, [] { Top(QStringLiteral("MDIForm1"))->close(); });
   KeysOfAnyDesktop keys;
   VoiceOfAnyDesktop voice;

@@ -293,7 +293,8 @@ void MDIForm1::Refresh(base::Changed what) {
       {Changed::ConnectionMenus, [](MDIForm1& frame) { frame.LoadConnectionMenus(); }},
       {Changed::CursorLine, [](MDIForm1& frame) { frame.ShowPointer(); }},
       {Changed::Map | Changed::Plots, [](MDIForm1& frame) { frame.ShowThreats(); }},
-      {Changed::Connection | Changed::Activity | Changed::Options, [](MDIForm1& frame) { frame.lost->Follow(); }},
+      {Changed::Connection | Changed::Activity | Changed::Options | Changed::Tape,
+       [](MDIForm1& frame) { frame.lost->Follow(); }},
   };
   // Before anything is drawn in its colours.
   if (Has(what, Changed::Look)) ChooseLook(program.State.Appearance.LOOK);

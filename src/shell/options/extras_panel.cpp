@@ -43,13 +43,13 @@ ExtrasPanel::ExtrasPanel(core::Program& running, OptionControls& controls, QWidg
   }
   AddTies(*left);
   AddThreats(*left);
+  AddMap(*left);
+  AddLabels(*left);
   AddColors(*right);
+  AddLook(*right);
   AddCard(*right);
   AddHealing(*right);
   AddSessions(*right);
-  AddLabels(*right);
-  AddMap(*left);
-  AddLook(*right);
   AddWindows(*right);
   for (QVBoxLayout* column : {left, right}) column->addStretch(1);
   KeepWheel(*groups);

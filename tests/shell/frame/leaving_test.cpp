@@ -6,6 +6,7 @@
 #include <QPushButton>
 
 #include "shell/link/vld_from2.h"
+#include "shell/map/lost_link.h"
 #include "shell/map/replay_sign.h"
 #include "shell/station_fixture.h"
 #include "shell/tape/rec_frm.h"
@@ -28,7 +29,7 @@ class Leaving : public StationTest {
   void PressInRec(const char* name) {
     QTest::mouseClick(Rec().findChild<QAbstractButton*>(QString::fromLatin1(name)), Qt::LeftButton);
   }
-  void RecordAndLoad() {
+  void Record() {
     Connect();
     Action("mnuStartRec").trigger();
     for (int n = 0; n < 3; ++n) {
@@ -37,6 +38,12 @@ class Leaving : public StationTest {
       socket.Arrive(std::string("SYNCRO\0", 7));
     }
     Action("mnuStopRecording").trigger();
+  }
+  void RecordAndLoad() {
+    Record();
+    Load();
+  }
+  void Load() {
     desk.FileAnswers = {folder.filePath(QStringLiteral("TAPES/21-11-26_120000.tap")).toStdString()};
     PressInRec("Command1");
     ASSERT_TRUE(station.Tapes.Player.State().Loaded());
@@ -138,6 +145,16 @@ TEST_F(Leaving, ConnectToSaysThatAPortCameAlong) {
   EXPECT_FALSE(said.isVisible()) << "77777 is no port";
   address.setText(QStringLiteral("host.invalid:5556"));
   EXPECT_FALSE(said.isVisible()) << "it is that already";
+}
+
+TEST_F(Leaving, ATapeTakesTheGreyPictureOfALostLinkAway) {
+  Record();
+  socket.PeerCloses();
+  ASSERT_TRUE(Frame().Lost().HoldsPicture());
+  Load();
+  EXPECT_FALSE(Frame().Lost().HoldsPicture()) << "at once";
+  EXPECT_FALSE(Picture().findChild<QFrame*>(QStringLiteral("LinkWords"))->isVisible());
+  EXPECT_TRUE(Sign().isVisible());
 }
 
 }  // namespace
