@@ -14,10 +14,10 @@ std::filesystem::path DefaultsFolder(const std::filesystem::path& program);
 bool HasMainFile(const std::filesystem::path& folder);
 
 /// Copies to `folder`, which may be `program` itself, what the program folder `program` and its defaults hold and
-/// `folder` does not: all but what is the program's own, the pages of its guide among it, logs and tapes; of the tapes the demo tape alone. Nothing is
-/// done where this version has saved its settings in `folder` before, so that what the person deletes stays away.
-/// KESTREL.ini comes last, so that a copy that was cut short does not count as one. RuntimeFailure when a file cannot
-/// be copied.
+/// `folder` does not: all but what is the program's own, the pages of its guide among it, logs and tapes; of the tapes
+/// the demo tape alone. Nothing is done where this version has saved its settings in `folder` before, so that what the
+/// person deletes stays away. KESTREL.ini comes last, so that a copy that was cut short does not count as one.
+/// RuntimeFailure when a file cannot be copied.
 void BringFiles(const std::filesystem::path& program, const std::filesystem::path& folder);
 
 }  // namespace kestrel::core
