@@ -1,7 +1,7 @@
 // A session of four hours at a cycle a second, 64 players and 400 AI aircraft, as fast as the station takes it: the
 // whole station on the offscreen platform, its log on, against a server on a socket. Prints how memory grows for each
 // position kept, the longest time in which no event was handled, and whether the log holds every command. With the
-// argument all-history the trails of all players are shown whole.
+// argument all-history the trails of all players are shown whole, with extras what the station ships without is on.
 
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -26,6 +26,7 @@
 #include <string>
 #include <string_view>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "base/profile_file.h"
@@ -127,6 +128,12 @@ class Server {
   std::thread worker;
 };
 
+/// What is on with the argument extras: section [KESTREL].
+constexpr std::pair<const char*, const char*> Extras[] = {
+    {"THREATRING", "1"},        {"THREATRANGE", "60"}, {"LABELSAPART", "1"},
+    {"PLOTCARD", "1"},          {"GRIDDEGREES", "1"},  {"MAPBRIGHTNESS", "60"},
+    {"REMEMBERCALLSIGNS", "1"}, {"RECONNECT", "1"},    {"WHEELATPOINTER", "1"}};
+
 /// Lines of the log by command word, as far as they tell of an arrival.
 std::map<std::string, int> Arrivals(const fs::path& log) {
   std::map<std::string, int> found;
@@ -176,9 +183,14 @@ int main(int argc, char** argv) {
   base::ProfileFile ini = base::ProfileFile::Load(folder / "KESTREL.ini");
   ini.WriteIniValue("OPTIONS", "CONNPORT", std::to_string(server.Port));
   ini.WriteIniValue("LOG", "DEBUG", "1");
+  const std::string_view argument = argc > 1 ? argv[1] : "";
+  const bool extras = argument == "extras";
+  if (extras) {
+    for (const auto& [key, value] : Extras) ini.WriteIniValue("KESTREL", key, value);
+  }
   ini.Save(folder / "KESTREL.ini");
 
-  bool historyDue = argc > 1 && std::string_view(argv[1]) == "all-history";
+  bool historyDue = argument == "all-history";
   const bool allHistory = historyDue;
   double settledBytes = 0, endBytes = 0, longest = 0;
   QTimer watch;
@@ -213,7 +225,10 @@ int main(int argc, char** argv) {
   const std::map<std::string, int> logged = Arrivals(folder / "KESTRELLog.txt");
   const double positions = static_cast<double>(Players) * (Cycles - Settled);
   std::printf("a session of %d cycles, %d players, %d AI aircraft%s, in %.1f s\n", Cycles, Players, AIAircraft,
-              allHistory && !historyDue ? ", all history shown" : "", static_cast<double>(whole.elapsed()) / 1000);
+              extras                      ? ", extras on"
+              : allHistory && !historyDue ? ", all history shown"
+                                          : "",
+              static_cast<double>(whole.elapsed()) / 1000);
   std::printf("memory          %.1f MiB after %d cycles, %.1f MiB at the end\n", settledBytes / 1048576, Settled,
               endBytes / 1048576);
   std::printf("for a position  %.1f bytes (a position is %zu)\n", (endBytes - settledBytes) / positions,

@@ -169,7 +169,8 @@ void UnpackSetup(const fs::path& zip, const fs::path& folder) {
   };
   // Where none of the theaters' files is there, all theaters that are listed are told.
   bool any = false;
-  for (const theaters::Theater& theater : read()->Catalogue.Theaters.Live()) {
+  const auto listed = read();
+  for (const theaters::Theater& theater : listed->Catalogue.Theaters.Live()) {
     NameList name;
     name.AddOfTheater(theater.TheaterFile);
     for (const std::string& each : name.Take()) any = unpacking.Take(each) || any;

@@ -1,51 +1,15 @@
-#include <QMouseEvent>
-
 #include "core/tapes.h"
-#include "core/theater_switch.h"
 #include "core/view_options.h"
-#include "link/feed_text.h"
-#include "map/geometry.h"
-#include "shell/station_fixture.h"
+#include "shell/map/aircraft_fixture.h"
 
 namespace kestrel::shell {
 namespace {
 
 using test::Message;
 
-/// The whole station in a session. The second bullseye is at (300, 400); a mile is 1.852 map units.
-class TiesOnTheMapWindow : public StationTest {
+/// Ties of the aircraft there.
+class TiesOnTheMapWindow : public AircraftOnTheMap {
  protected:
-  void SetUp() override {
-    StationTest::SetUp();
-    if (HasFatalFailure()) return;
-    Start();
-    windows.Refresh(core::SelectBullseye(program, 2));
-    Connect();
-    socket.Arrive(Message("NEWCLT", test::ClientData("10", "Adams")));
-    // 1,300,000 feet are 396.34 map units.
-    for (const char* east : {"1000000", "1300000"}) {
-      socket.Arrive(Message("INDATA", test::PositionData("10", "1300000", east, "20000")));
-    }
-    Snapshot("150");
-    ASSERT_TRUE(QTest::qWaitFor([this] { return Picture().MapDraws() > 0 && Settled(); }));
-  }
-
-  /// Bandit1 due east of the bullseye, in miles.
-  void Snapshot(const char* range) { socket.Arrive(Message("AILOCA", test::AIRecord("Bandit1", "090", range, "25"))); }
-  bool Settled() {
-    const std::uint64_t before = Picture().PlotDraws();
-    Picture().RedrawPlots();
-    return Picture().PlotDraws() == before + 1;
-  }
-  QPointF PixelOf(map::MapPoint at) {
-    const map::SurfacePoint place = map::SurfaceFromMap(View(), at);
-    return {place.X / 15, place.Y / 15};
-  }
-  QPointF Player() { return PixelOf({station.Plots.Clients[1].X, station.Plots.Clients[1].Y}); }
-  QPointF Bandit() {
-    const link::AIPlotRecord& plot = station.Plots.AIPlots[1];
-    return PixelOf({plot.X, View().Size - plot.Y});
-  }
   void Press(QPointF at, Qt::KeyboardModifiers keys = Qt::ControlModifier) {
     for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
       QMouseEvent event(type, at, Picture().mapToGlobal(at), Qt::LeftButton,
